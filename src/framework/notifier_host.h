@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "framework/result.h"
+
+namespace brantel {
+
+// The host as a notifier sees it: the three callbacks of the host's own object, with text in the
+// system's ANSI code page. Implementations do not throw for what the host answers, only when memory
+// runs out.
+class NotifierHost {
+ public:
+  virtual ~NotifierHost() = default;
+
+  // Lets the host replace its event variables in `text`. On a failing result `text` is unchanged.
+  // A host that succeeds with no text at all leaves `text` empty.
+  virtual Result ExpandMessage(std::string& text) = 0;
+
+  // Appends `text` unchanged to the host's log of this alert. Line breaks are part of the text.
+  virtual void LogMessage(std::string_view text) = 0;
+
+  // The same for a text that came from the host and goes back to it as it came: characters outside
+  // the ANSI code page survive.
+  virtual void LogMessage(std::u16string_view text) = 0;
+
+  // Stores the trigger word of the event being notified (framework/alert_trigger.h). A failing
+  // result means that there is no event, for example when an operator tries a configuration.
+  virtual Result GetAlertTrigger(std::uint32_t& word) = 0;
+};
+
+}  // namespace brantel

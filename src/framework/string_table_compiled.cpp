@@ -1,0 +1,33 @@
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+#include "framework/string_table.h"
+
+namespace brantel {
+namespace {
+
+struct Row {
+  unsigned id;
+  std::string_view text;
+};
+
+#define STRING(id, text) Row{id, text},
+constexpr std::array kRows = {
+#include "resources/strings.def"
+};
+#undef STRING
+
+static_assert(std::ranges::is_sorted(kRows, std::ranges::less_equal{}, &Row::id) &&
+                  std::ranges::adjacent_find(kRows, {}, &Row::id) == kRows.end(),
+              "strings.def: numbers must ascend and stand once");
+
+}  // namespace
+
+std::string LoadText(unsigned id) {
+  const auto row = std::ranges::lower_bound(kRows, id, {}, &Row::id);
+  if (row == kRows.end() || row->id != id) return LookupFailureText(id);
+  return std::string(row->text);
+}
+
+}  // namespace brantel

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "framework/instance_layout.h"
+#include "framework/notifier.h"
+#include "local/process_starter.h"
+
+namespace brantel {
+
+// Starts a program, with arguments in which the host has filled in the event's details.
+class LaunchProgram final : public Notifier {
+ public:
+  // Fields of an instance, in file order.
+  enum Field : std::size_t { kProgramFilename, kWorkingPath, kProgramArguments };
+  static const InstanceLayout kLayout;
+
+  // Both must outlive the object.
+  LaunchProgram(InstanceFiles& files, ProcessStarter& starter) : files_(files), starter_(starter) {}
+
+  // S_OK (or the host's own success code) as soon as the program has been started, also when no
+  // host is bound and nothing is started. E_FAIL for an empty argument, an instance that cannot be
+  // loaded and a program that cannot be started; the host's result when it cannot expand the
+  // arguments.
+  Result Send(const InstanceArgument& argument, NotifierHost* host) override;
+
+ private:
+  InstanceFiles& files_;
+  ProcessStarter& starter_;
+};
+
+}  // namespace brantel

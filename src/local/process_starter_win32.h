@@ -1,0 +1,12 @@
+#pragma once
+
+#include "local/process_starter.h"
+
+namespace brantel {
+
+class SystemProcessStarter final : public ProcessStarter {
+ public:
+  bool Start(const std::string& command_line, const std::string& working_directory) override;
+};
+
+}  // namespace brantel

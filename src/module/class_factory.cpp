@@ -1,0 +1,100 @@
+#include "module/class_factory.h"
+
+#include <array>
+#include <atomic>
+#include <cstring>
+
+#include "framework/exception_guard.h"
+#include "module/module_lock.h"
+#include "module/notifier_object.h"
+
+namespace brantel {
+namespace {
+
+constexpr std::size_t kClassCount = 7;
+
+// One entry for each row of the class table.
+std::array<std::atomic<ClassFactory*>, kClassCount> cached_factories;
+CRITICAL_SECTION creation_guard;
+
+class CreationLock {
+ public:
+  CreationLock() noexcept { EnterCriticalSection(&creation_guard); }
+  CreationLock(const CreationLock&) = delete;
+  CreationLock& operator=(const CreationLock&) = delete;
+  ~CreationLock() { LeaveCriticalSection(&creation_guard); }
+};
+
+bool SameGuid(const Guid& ours, REFCLSID theirs) {
+  static_assert(sizeof(Guid) == sizeof(CLSID));
+  return std::memcmp(&ours, &theirs, sizeof ours) == 0;
+}
+
+ClassFactory* FactoryOfRow(std::size_t row) {
+  std::atomic<ClassFactory*>& entry = cached_factories.at(row);
+  if (ClassFactory* factory = entry.load()) return factory;
+  const CreationLock lock;
+  if (entry.load() == nullptr) entry.store(new ClassFactory(NotifierClasses()[row]));
+  return entry.load();
+}
+
+}  // namespace
+
+HRESULT ClassFactory::QueryInterface(REFIID iid, void** object) noexcept {
+  if (object == nullptr) return E_POINTER;
+  *object = nullptr;
+  if (iid != IID_IUnknown && iid != IID_IClassFactory) return E_NOINTERFACE;
+  *object = static_cast<IClassFactory*>(this);
+  AddRef();
+  return S_OK;
+}
+
+ULONG ClassFactory::AddRef() noexcept {
+  return static_cast<ULONG>(InterlockedIncrement(&references_));
+}
+
+ULONG ClassFactory::Release() noexcept {
+  const LONG left = InterlockedDecrement(&references_);
+  if (left == 0) delete this;
+  return static_cast<ULONG>(left);
+}
+
+HRESULT ClassFactory::CreateInstance(IUnknown* outer, REFIID iid, void** object) noexcept {
+  if (object == nullptr) return E_POINTER;
+  *object = nullptr;
+  if (outer != nullptr) return CLASS_E_NOAGGREGATION;
+  return GuardExceptions([&]() -> Result {
+    const auto created = ComPointer<INotifier>::Adopt(new NotifierObject(class_));
+    return created->QueryInterface(iid, object);
+  });
+}
+
+HRESULT ClassFactory::LockServer(BOOL lock) noexcept {
+  if (lock != FALSE) {
+    AddModuleLock();
+  } else {
+    ReleaseModuleLock();
+  }
+  return S_OK;
+}
+
+void OpenClassFactoryCache() noexcept {
+  InitializeCriticalSection(&creation_guard);
+}
+
+void CloseClassFactoryCache() noexcept {
+  for (std::atomic<ClassFactory*>& entry : cached_factories) {
+    if (ClassFactory* factory = entry.exchange(nullptr)) factory->Release();
+  }
+  DeleteCriticalSection(&creation_guard);
+}
+
+IClassFactory* FindClassFactory(REFCLSID clsid) {
+  const auto classes = NotifierClasses();
+  for (std::size_t row = 0; row < classes.size(); ++row) {
+    if (SameGuid(classes[row].clsid, clsid)) return FactoryOfRow(row);
+  }
+  return nullptr;
+}
+
+}  // namespace brantel

@@ -1,0 +1,50 @@
+#include "module/class_table.h"
+
+#include <array>
+
+#include "framework/instance_files_win32.h"
+#include "local/launch_program.h"
+#include "local/process_starter_win32.h"
+
+namespace brantel {
+namespace {
+
+// The system behind the notifiers. Stateless, so all objects share them.
+constinit DiskInstanceFiles instance_files;
+constinit SystemProcessStarter process_starter;
+
+// A class whose delivery is still to be built.
+class UnbuiltNotifier final : public Notifier {
+ public:
+  Result Send(const InstanceArgument&, NotifierHost*) override { return kFail; }
+};
+
+std::unique_ptr<Notifier> MakeUnbuilt() {
+  return std::make_unique<UnbuiltNotifier>();
+}
+
+std::unique_ptr<Notifier> MakeLaunchProgram() {
+  return std::make_unique<LaunchProgram>(instance_files, process_starter);
+}
+
+constexpr auto MakeSMTPMail = MakeUnbuilt;
+constexpr auto MakeSound = MakeUnbuilt;
+constexpr auto MakeWinPopup = MakeUnbuilt;
+constexpr auto MakeBeeper = MakeUnbuilt;
+constexpr auto MakePager = MakeUnbuilt;
+constexpr auto MakeVoice = MakeUnbuilt;
+
+#define NOTIFIER_CLASS(name, clsid, script_id, icon_id, stem, has_web_forms, programmable) \
+  NotifierClass{#name, ParseGuid(clsid), script_id, icon_id, has_web_forms, &*Make##name},
+constexpr std::array kClasses = {
+#include "module/notifier_classes.def"
+};
+#undef NOTIFIER_CLASS
+
+}  // namespace
+
+std::span<const NotifierClass> NotifierClasses() {
+  return kClasses;
+}
+
+}  // namespace brantel

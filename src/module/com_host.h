@@ -1,0 +1,25 @@
+#pragma once
+
+#include "framework/com_pointer_win32.h"
+#include "framework/notifier_contract.h"
+#include "framework/notifier_host.h"
+
+namespace brantel {
+
+// The host's callback object behind the portable interface. Holds a reference of its own.
+class ComHost final : public NotifierHost {
+ public:
+  explicit ComHost(ComPointer<INotifierHost> host) : host_(std::move(host)) {}
+
+  Result ExpandMessage(std::string& text) override;
+  void LogMessage(std::string_view text) override;
+  void LogMessage(std::u16string_view text) override;
+  Result GetAlertTrigger(std::uint32_t& word) override;
+
+ private:
+  void Log(std::wstring_view text);
+
+  ComPointer<INotifierHost> host_;
+};
+
+}  // namespace brantel

@@ -1,0 +1,112 @@
+#include "module/notifier_object.h"
+
+#include "framework/ansi_text_win32.h"
+#include "framework/bstr_win32.h"
+#include "framework/exception_guard.h"
+#include "framework/module_instance_win32.h"
+#include "module/com_host.h"
+
+namespace brantel {
+namespace {
+
+InstanceArgument ToInstanceArgument(BSTR instance) {
+  const std::wstring_view text = Bstr::ViewOf(instance);
+  return {std::u16string(text.begin(), text.end()), ToAnsiPath(text)};
+}
+
+}  // namespace
+
+NotifierObject::NotifierObject(const NotifierClass& notifier_class)
+    : class_(notifier_class), notifier_(notifier_class.make_notifier()) {}
+
+HRESULT NotifierObject::QueryInterface(REFIID iid, void** object) noexcept {
+  if (object == nullptr) return E_POINTER;
+  *object = FindInterface(iid);
+  if (*object == nullptr) return E_NOINTERFACE;
+  AddRef();
+  return S_OK;
+}
+
+ULONG NotifierObject::AddRef() noexcept {
+  return static_cast<ULONG>(InterlockedIncrement(&references_));
+}
+
+ULONG NotifierObject::Release() noexcept {
+  const LONG left = InterlockedDecrement(&references_);
+  if (left == 0) delete this;
+  return static_cast<ULONG>(left);
+}
+
+IUnknown* NotifierObject::FindCustomInterface(REFIID iid) noexcept {
+  if (iid == IID_INotifier) return static_cast<INotifier*>(this);
+  if (iid == IID_INotifierConfig) return static_cast<INotifierConfig*>(this);
+  if (class_.has_web_forms && iid == IID_INotifierWebConfig) {
+    return static_cast<INotifierWebConfig*>(this);
+  }
+  return nullptr;
+}
+
+IUnknown* NotifierObject::FindInterface(REFIID iid) noexcept {
+  if (iid == IID_IUnknown) return static_cast<INotifier*>(this);
+  if (iid == IID_ISupportErrorInfo) return static_cast<ISupportErrorInfo*>(this);
+  return FindCustomInterface(iid);
+}
+
+HRESULT NotifierObject::InterfaceSupportsErrorInfo(REFIID iid) noexcept {
+  return FindCustomInterface(iid) != nullptr ? S_OK : S_FALSE;
+}
+
+HRESULT NotifierObject::Initialize(IUnknown* host) noexcept {
+  if (host_) return S_OK;
+  if (host == nullptr) return E_FAIL;
+  ComPointer<INotifierHost> callback;
+  if (FAILED(host->QueryInterface(IID_INotifierHost, callback.put_void())) || !callback) {
+    return E_FAIL;
+  }
+  host_ = std::move(callback);
+  return S_OK;
+}
+
+HRESULT NotifierObject::Shutdown() noexcept {
+  host_ = {};
+  return S_OK;
+}
+
+HRESULT NotifierObject::Send(BSTR instance) noexcept {
+  return GuardExceptions([&]() -> Result {
+    const InstanceArgument argument = ToInstanceArgument(instance);
+    if (!host_) return notifier_->Send(argument, nullptr);
+    // A reference for the time of the call, since the host may call Shutdown from its callbacks.
+    ComHost host(host_);
+    return notifier_->Send(argument, &host);
+  });
+}
+
+HRESULT NotifierObject::GetImageResource(HMODULE* module, UINT32* id) noexcept {
+  if (module == nullptr || id == nullptr) return E_POINTER;
+  *module = ModuleInstance();
+  *id = class_.icon_id;
+  return S_OK;
+}
+
+HRESULT NotifierObject::AddInstance(BSTR, BSTR* name) noexcept {
+  return name == nullptr ? E_POINTER : E_FAIL;
+}
+
+HRESULT NotifierObject::EditInstance(BSTR, BSTR* name) noexcept {
+  return name == nullptr ? E_POINTER : E_FAIL;
+}
+
+HRESULT NotifierObject::GetAddPage(BSTR, BSTR* page) noexcept {
+  return page == nullptr ? E_POINTER : E_FAIL;
+}
+
+HRESULT NotifierObject::GetEditPage(BSTR, BSTR* page) noexcept {
+  return page == nullptr ? E_POINTER : E_FAIL;
+}
+
+HRESULT NotifierObject::SubmitForm(BSTR, BSTR) noexcept {
+  return E_FAIL;
+}
+
+}  // namespace brantel

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <memory>
+
+#include "framework/com_pointer_win32.h"
+#include "framework/notifier.h"
+#include "framework/notifier_contract.h"
+#include "module/class_table.h"
+#include "module/module_lock.h"
+
+namespace brantel {
+
+// The COM object of every notifier class: identity, reference count, the bound host, and the
+// conversions between the interfaces' types and the portable Notifier behind it.
+class NotifierObject final : public INotifier,
+                             public INotifierConfig,
+                             public INotifierWebConfig,
+                             public ISupportErrorInfo {
+ public:
+  // Starts with one reference, which the caller owns.
+  explicit NotifierObject(const NotifierClass& notifier_class);
+  NotifierObject(const NotifierObject&) = delete;
+  NotifierObject& operator=(const NotifierObject&) = delete;
+
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) noexcept override;
+  ULONG STDMETHODCALLTYPE AddRef() noexcept override;
+  ULONG STDMETHODCALLTYPE Release() noexcept override;
+
+  HRESULT STDMETHODCALLTYPE Initialize(IUnknown* host) noexcept override;
+  HRESULT STDMETHODCALLTYPE Shutdown() noexcept override;
+  HRESULT STDMETHODCALLTYPE Send(BSTR instance) noexcept override;
+
+  HRESULT STDMETHODCALLTYPE AddInstance(BSTR directory, BSTR* name) noexcept override;
+  HRESULT STDMETHODCALLTYPE EditInstance(BSTR directory, BSTR* name) noexcept override;
+  HRESULT STDMETHODCALLTYPE GetImageResource(HMODULE* module, UINT32* id) noexcept override;
+
+  HRESULT STDMETHODCALLTYPE GetAddPage(BSTR directory, BSTR* page) noexcept override;
+  HRESULT STDMETHODCALLTYPE GetEditPage(BSTR instance, BSTR* page) noexcept override;
+  HRESULT STDMETHODCALLTYPE SubmitForm(BSTR directory, BSTR form) noexcept override;
+
+  HRESULT STDMETHODCALLTYPE InterfaceSupportsErrorInfo(REFIID iid) noexcept override;
+
+ private:
+  ~NotifierObject() = default;  // by the last Release
+
+  // The interface with this IID, not counted, or null where the class does not offer it.
+  IUnknown* FindCustomInterface(REFIID iid) noexcept;
+  IUnknown* FindInterface(REFIID iid) noexcept;
+
+  const ModuleLock module_lock_;
+  const NotifierClass& class_;
+  volatile LONG references_ = 1;
+  // Initialised while it is held: the host offered INotifierHost.
+  ComPointer<INotifierHost> host_;
+  const std::unique_ptr<Notifier> notifier_;
+};
+
+}  // namespace brantel

@@ -1,0 +1,3 @@
+#include "framework/alert_text.h"
+
+#include <gtest/gtest.h>
