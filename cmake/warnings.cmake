@@ -3,7 +3,7 @@
 add_library(warnings INTERFACE)
 target_compile_options(warnings INTERFACE
   -Wall -Wextra -Wpedantic -Werror -Wconversion -Wsign-conversion -Wshadow -Wold-style-cast
-  -Wcast-qual -Wformat=2 -Wundef -Woverloaded-virtual -Wimplicit-fallthrough -Wnull-dereference)
+  -Wcast-qual -Wformat=2 -Wundef -Woverloaded-virtual -Wimplicit-fallthrough)
 if(NOT WIN32)
   # COM interfaces have no virtual destructor by their nature.
   target_compile_options(warnings INTERFACE -Wnon-virtual-dtor)

@@ -1,0 +1,201 @@
+#include "framework/instance_codec.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+
+namespace brantel {
+namespace {
+
+using namespace std::string_literals;
+
+constexpr Guid kMagic = ParseGuid("00112233-4455-6677-8899-AABBCCDDEEFF");
+const std::string kMagicBytes = "\x33\x22\x11\x00\x55\x44\x77\x66\x88\x99\xAA\xBB\xCC\xDD\xEE\xFF"s;
+
+constexpr std::array<InstanceField, 2> kTwoTexts = {{{.name = "first"}, {.name = "second"}}};
+constexpr InstanceLayout kLimited = {.magic = kMagic, .fields = kTwoTexts};
+constexpr InstanceLayout kChunked = {
+    .magic = kMagic, .fields = kTwoTexts, .text_reader = TextReader::kChunked};
+constexpr InstanceLayout kChunkedWhole = {.magic = kMagic,
+                                          .fields = kTwoTexts,
+                                          .text_reader = TextReader::kChunked,
+                                          .short_file = ShortFile::kRefused};
+
+constexpr std::array<InstanceField, 3> kWithOptional = {{
+    {.name = "text"},
+    {.name = "late text", .presence = FieldPresence::kOptional},
+    {.name = "late number",
+     .kind = FieldKind::kInteger,
+     .presence = FieldPresence::kOptional,
+     .minimum = 0,
+     .maximum = 10},
+}};
+constexpr InstanceLayout kOptional = {.magic = kMagic, .fields = kWithOptional};
+
+constexpr std::array<InstanceField, 3> kNumberBetween = {{
+    {.name = "before"},
+    {.name = "number", .kind = FieldKind::kInteger},
+    {.name = "after"},
+}};
+constexpr InstanceLayout kWithNumber = {.magic = kMagic, .fields = kNumberBetween};
+
+std::string Length(std::uint32_t length) {
+  std::string bytes;
+  for (unsigned shift = 0; shift < 32; shift += 8) {
+    bytes.push_back(static_cast<char>(static_cast<std::uint8_t>(length >> shift)));
+  }
+  return bytes;
+}
+
+std::string StoredText(const std::string& text) {
+  return Length(static_cast<std::uint32_t>(text.size() + 1)) + text + "\0"s;
+}
+
+TEST(DecodeInstance, ReadsTextsInOrder) {
+  const auto instance =
+      DecodeInstance(kLimited, kMagicBytes + StoredText("one") + StoredText("two"));
+  ASSERT_TRUE(instance);
+  EXPECT_EQ(instance->text(0), "one");
+  EXPECT_EQ(instance->text(1), "two");
+}
+
+TEST(DecodeInstance, RefusesEveryOtherMagic) {
+  const std::string rest = StoredText("one") + StoredText("two");
+  EXPECT_FALSE(DecodeInstance(kLimited, ""));
+  for (std::size_t i = 0; i < kMagicBytes.size(); ++i) {
+    EXPECT_FALSE(DecodeInstance(kLimited, kMagicBytes.substr(0, i))) << i;
+    std::string other = kMagicBytes;
+    other[i] = static_cast<char>(other[i] ^ 1);
+    EXPECT_FALSE(DecodeInstance(kLimited, other + rest)) << i;
+  }
+}
+
+TEST(DecodeInstance, TakesAStoredLengthOf1023AndRefuses1024) {
+  const std::string longest(1022, 'x');
+  const auto instance = DecodeInstance(kLimited, kMagicBytes + StoredText(longest));
+  ASSERT_TRUE(instance);
+  EXPECT_EQ(instance->text(0), longest);
+  EXPECT_FALSE(DecodeInstance(kLimited, kMagicBytes + StoredText(longest + "x")));
+  EXPECT_FALSE(DecodeInstance(kLimited, kMagicBytes + Length(0x7FFFFFFF) + "x"));
+  EXPECT_FALSE(DecodeInstance(kLimited, kMagicBytes + Length(0xFFFFFFFF) + "x"));
+  EXPECT_FALSE(DecodeInstance(kLimited, kMagicBytes + StoredText("") + Length(1024)));
+}
+
+TEST(DecodeInstance, EndsATextAtItsFirstNulAndGoesOnBehindItsLength) {
+  const auto instance =
+      DecodeInstance(kLimited, kMagicBytes + Length(6) + "ab\0cd\0"s + StoredText("two"));
+  ASSERT_TRUE(instance);
+  EXPECT_EQ(instance->text(0), "ab");
+  EXPECT_EQ(instance->text(1), "two");
+}
+
+TEST(DecodeInstance, TakesATextWithoutANulAsItIs) {
+  const auto instance = DecodeInstance(kLimited, kMagicBytes + Length(3) + "abc" + Length(0));
+  ASSERT_TRUE(instance);
+  EXPECT_EQ(instance->text(0), "abc");
+  EXPECT_EQ(instance->text(1), "");
+}
+
+TEST(DecodeInstance, LoadsAFileThatEndsAnywhereBehindTheMagic) {
+  const std::string whole = kMagicBytes + StoredText("one") + StoredText("two");
+  for (std::size_t size = kMagicBytes.size(); size < whole.size(); ++size) {
+    const auto instance = DecodeInstance(kLimited, whole.substr(0, size));
+    ASSERT_TRUE(instance) << size;
+    EXPECT_EQ(instance->text(0), std::string("one").substr(0, size < 20 ? 0 : size - 20)) << size;
+  }
+}
+
+TEST(DecodeInstance, TakesMissingBytesOfALengthForZero) {
+  const auto instance = DecodeInstance(kLimited, kMagicBytes + "\x02"s);
+  ASSERT_TRUE(instance);
+  EXPECT_EQ(instance->text(0), "");
+  EXPECT_FALSE(DecodeInstance(kLimited, kMagicBytes + "\x00\x04"s));
+}
+
+TEST(DecodeInstance, RefusesAShortFileWhereTheLayoutSaysSo) {
+  const std::string whole = kMagicBytes + StoredText("one") + StoredText("two");
+  ASSERT_TRUE(DecodeInstance(kChunkedWhole, whole));
+  for (std::size_t size = 0; size < whole.size(); ++size) {
+    EXPECT_FALSE(DecodeInstance(kChunkedWhole, whole.substr(0, size))) << size;
+  }
+}
+
+TEST(DecodeInstance, ChunkedReaderTakesAnyLength) {
+  const std::string long_text(5000, 'y');
+  const auto instance =
+      DecodeInstance(kChunked, kMagicBytes + StoredText(long_text) + Length(0) + "ignored");
+  ASSERT_TRUE(instance);
+  EXPECT_EQ(instance->text(0), long_text);
+  EXPECT_EQ(instance->text(1), "");
+  const auto lying = DecodeInstance(kChunked, kMagicBytes + Length(0xFFFFFFFF) + "abc");
+  ASSERT_TRUE(lying);
+  EXPECT_EQ(lying->text(0), "abc");
+}
+
+TEST(DecodeInstance, GivesMissingOptionalFieldsTheirDefaults) {
+  const auto instance = DecodeInstance(kOptional, kMagicBytes + StoredText("text"));
+  ASSERT_TRUE(instance);
+  EXPECT_EQ(instance->text(0), "text");
+  EXPECT_EQ(instance->text(1), "");
+  EXPECT_EQ(instance->integer(2), 0);
+}
+
+TEST(DecodeInstance, CutsAnOptionalTextInsteadOfRefusingIt) {
+  const std::string too_long(1500, 'z');
+  const auto instance =
+      DecodeInstance(kOptional, kMagicBytes + StoredText("text") + StoredText(too_long));
+  ASSERT_TRUE(instance);
+  EXPECT_EQ(instance->text(1), too_long.substr(0, 1023));
+}
+
+TEST(DecodeInstance, IgnoresANumberOutsideItsRange) {
+  const std::string before = kMagicBytes + StoredText("text") + StoredText("late");
+  const auto number = [&](std::uint32_t stored) {
+    return DecodeInstance(kOptional, before + Length(stored))->integer(2);
+  };
+  EXPECT_EQ(number(0), 0);
+  EXPECT_EQ(number(10), 10);
+  EXPECT_EQ(number(11), 0);
+  EXPECT_EQ(number(0xFFFFFFFF), 0);
+  EXPECT_EQ(number(0x80000000), 0);
+}
+
+TEST(DecodeInstance, ReadsABareNumberBetweenTexts) {
+  const auto instance = DecodeInstance(
+      kWithNumber, kMagicBytes + StoredText("a") + "\xFE\xFF\xFF\xFF" + StoredText("b"));
+  ASSERT_TRUE(instance);
+  EXPECT_EQ(instance->text(0), "a");
+  EXPECT_EQ(instance->integer(1), -2);
+  EXPECT_EQ(instance->text(2), "b");
+}
+
+TEST(EncodeInstance, WritesAnEmptyTextAsLengthOneAndANul) {
+  EXPECT_EQ(EncodeInstance(kLimited, Instance(2)),
+            kMagicBytes + "\x01\x00\x00\x00\x00\x01\x00\x00\x00\x00"s);
+}
+
+TEST(EncodeInstance, WritesFieldsInOrderWithBareNumbers) {
+  Instance instance(3);
+  instance.set_text(0, "before");
+  instance.set_integer(1, -2);
+  instance.set_text(2, "after");
+  EXPECT_EQ(EncodeInstance(kWithNumber, instance),
+            kMagicBytes + "\x07\0\0\0"s + "before\0\xFE\xFF\xFF\xFF"s + "\x06\0\0\0"s + "after\0"s);
+}
+
+TEST(EncodeInstance, StoresATextUpToItsFirstNul) {
+  Instance instance(2);
+  instance.set_text(0, "ab\0cd"s);
+  EXPECT_EQ(EncodeInstance(kLimited, instance), kMagicBytes + StoredText("ab") + StoredText(""));
+}
+
+TEST(EncodeInstance, IsReadBackByDecodeInstance) {
+  Instance instance(3);
+  instance.set_text(0, "text");
+  instance.set_text(1, "late \xE9");
+  instance.set_integer(2, 7);
+  EXPECT_EQ(DecodeInstance(kOptional, EncodeInstance(kOptional, instance)), instance);
+}
+
+}  // namespace
+}  // namespace brantel
