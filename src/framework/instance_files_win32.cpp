@@ -20,7 +20,7 @@ std::optional<std::string> DiskInstanceFiles::Read(const std::string& path) {
   if (!file) return std::nullopt;
 
   std::string content;
-  std::array<char, kReadSize> buffer;
+  std::array<char, kReadSize> buffer;  // NOLINT(*-member-init): filled by ReadFile
   DWORD count = 0;
   do {
     if (ReadFile(file.get(), buffer.data(), kReadSize, &count, nullptr) == FALSE) {

@@ -14,7 +14,7 @@ constexpr int kTextCapacity = 512;
 }  // namespace
 
 std::string LoadText(unsigned id) {
-  std::array<char, kTextCapacity> buffer;
+  std::array<char, kTextCapacity> buffer{};
   const int length = LoadStringA(ModuleInstance(), id, buffer.data(), kTextCapacity);
   if (length <= 0) return LookupFailureText(id);
   return {buffer.data(), static_cast<std::size_t>(length)};

@@ -35,7 +35,7 @@ constexpr auto MakePager = MakeUnbuilt;
 constexpr auto MakeVoice = MakeUnbuilt;
 
 #define NOTIFIER_CLASS(name, clsid, script_id, icon_id, stem, has_web_forms, programmable) \
-  NotifierClass{#name, ParseGuid(clsid), script_id, icon_id, has_web_forms, &*Make##name},
+  NotifierClass{#name, ParseGuid(clsid), script_id, icon_id, has_web_forms, Make##name},
 constexpr std::array kClasses = {
 #include "module/notifier_classes.def"
 };

@@ -33,9 +33,9 @@ std::wstring ModulePath() {
 }
 
 std::string_view ScriptResource(unsigned id) {
-  const HRSRC found = FindResourceW(ModuleInstance(), MAKEINTRESOURCEW(id), L"REGISTRY");
+  HRSRC found = FindResourceW(ModuleInstance(), MAKEINTRESOURCEW(id), L"REGISTRY");
   if (found == nullptr) return {};
-  const HGLOBAL loaded = LoadResource(ModuleInstance(), found);
+  HGLOBAL loaded = LoadResource(ModuleInstance(), found);
   if (loaded == nullptr) return {};
   return {static_cast<const char*>(LockResource(loaded)), SizeofResource(ModuleInstance(), found)};
 }

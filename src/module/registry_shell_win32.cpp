@@ -38,8 +38,8 @@ Result ClassesRoot::SetText(const std::string& path, const std::string& name,
 }
 
 Result ClassesRoot::DeleteTree(const std::string& path) {
-  return ToResultOfDeletion(
-      static_cast<LSTATUS>(SHDeleteKeyW(HKEY_CLASSES_ROOT, FromUtf8(path).c_str())));
+  const DWORD status = SHDeleteKeyW(HKEY_CLASSES_ROOT, FromUtf8(path).c_str());
+  return ToResultOfDeletion(static_cast<LSTATUS>(status));
 }
 
 Result ClassesRoot::DeleteIfWithoutSubkeys(const std::string& path) {

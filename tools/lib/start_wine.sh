@@ -7,12 +7,13 @@
 # Succeeds when a wineserver for the prefix is running.
 server_runs()
 {
-	# wineserver names its folder after the prefix's device and inode. One
-	# that was killed outright leaves its socket behind; to be deceived by
-	# that costs the caller no more than the wait described below.
+	# wineserver names its folder after the prefix's device and inode, below
+	# one of the user's (Debian's) or the user's one. A server that was killed
+	# outright leaves its socket behind; to be deceived by that costs no more
+	# than the wait described below.
 	id=$(stat -c '%D %i' -- "$WINEPREFIX" 2>/dev/null) || return
 	id=$(printf 'server-%s-%x' "${id% *}" "${id#* }")
-	for socket in /tmp/.wine-*/"$id"/socket; do
+	for socket in /tmp/wine-*/"$id"/socket /tmp/.wine-*/"$id"/socket; do
 		if [ -O "$socket" ]; then return; fi
 	done
 	return 1
