@@ -19,14 +19,53 @@ enum class FieldPresence {
   kOptional,  // older versions wrote files that end before it
 };
 
-// One field of a class's instance file; a layout lists them in file order.
+enum class FormInput {
+  kNone,           // the web forms do not carry the field; saving a form keeps what is stored
+  kUnshown,        // no row either, but a posted value is taken, and a missing one counts as empty
+  kSingleLine,     // a text input
+  kMultiLine,      // a text area: line breaks belong to the value
+  kProtocolRadio,  // one radio button for each paging protocol, the row repeated for each
+};
+
+// How the web forms show a field: the row's exact text on each page, in which the first "%s" stands
+// for the value. Browsers of the time were not particular about letter case, but what reads these
+// pages besides browsers is.
+struct FormRow {
+  FormInput input = FormInput::kNone;
+  std::string_view name{};      // of the posted field
+  std::string_view add_row{};   // value inserted as stored
+  std::string_view edit_row{};  // value escaped
+};
+
+// A row that both pages show in the same words.
+constexpr FormRow SameRowOnBothPages(FormInput input, std::string_view name, std::string_view row) {
+  return {input, name, row, row};
+}
+
+enum class ControlKind {
+  kNone,      // the dialog does not show the field, or the class's dialog handles it itself
+  kEdit,      // a text, or a signed number for a number field
+  kCheckBox,  // a number field: 1 when checked, else 0
+};
+
+// How the dialog shows a field.
+struct DialogControl {
+  ControlKind kind = ControlKind::kNone;
+  int id = 0;
+  unsigned missing_text_id = 0;  // the message when the field is empty; 0: it may be empty
+};
+
+// One field of a class's instances: how it is stored, posted and edited. A layout lists the fields
+// in file order, which is also the order of the form's rows and of the dialog's checks.
 struct InstanceField {
-  std::string_view name;
+  std::string_view name{};
   FieldKind kind = FieldKind::kText;
   FieldPresence presence = FieldPresence::kMandatory;
   // A stored number outside this range is ignored and the field keeps 0.
   std::int32_t minimum = std::numeric_limits<std::int32_t>::min();
   std::int32_t maximum = std::numeric_limits<std::int32_t>::max();
+  FormRow form{};
+  DialogControl control{};
 };
 
 enum class TextReader {
@@ -39,12 +78,18 @@ enum class ShortFile {
   kRefused,
 };
 
-// How a class's instance file is laid out: the magic that names the class, then its fields.
+// What the instances of a class are: the magic that names the class in their files, and their
+// fields.
 struct InstanceLayout {
-  Guid magic;
-  std::span<const InstanceField> fields;
+  std::string_view class_name{};
+  Guid magic{};
+  std::span<const InstanceField> fields{};
   TextReader text_reader = TextReader::kLimited;
   ShortFile short_file = ShortFile::kTolerated;
+  // What the log calls the instance "Default" when it cannot be loaded.
+  unsigned default_name_id = 0;
+  // The last of the three log lines of an instance that cannot be loaded.
+  std::string_view load_failure_end = "\r";
 };
 
 }  // namespace brantel

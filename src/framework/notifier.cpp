@@ -11,7 +11,7 @@ std::optional<Instance> LoadInstanceForAlert(InstanceFiles& files, const Instanc
   if (!instance && host != nullptr) {
     host->LogMessage(argument.text);
     host->LogMessage(LoadText(text_id::kLoadFailed));
-    host->LogMessage("\r");
+    host->LogMessage(layout.load_failure_end);
   }
   return instance;
 }

@@ -4,10 +4,52 @@
 
 namespace brantel {
 
-// Numbers of the texts in resources/strings.def that belong to no single class.
+// Numbers of the texts in resources/strings.def, where code names them.
 namespace text_id {
+inline constexpr unsigned kAddSmtpMail = 111;
+inline constexpr unsigned kEditSmtpMail = 112;
+inline constexpr unsigned kAddSound = 113;
+inline constexpr unsigned kEditSound = 114;
+inline constexpr unsigned kAddWinPopup = 115;
+inline constexpr unsigned kEditWinPopup = 116;
+inline constexpr unsigned kAddLaunchProgram = 117;
+inline constexpr unsigned kEditLaunchProgram = 118;
 inline constexpr unsigned kLoadFailed = 300;
 inline constexpr unsigned kUnhandledTrigger = 301;
+inline constexpr unsigned kErrorLoading = 302;
+inline constexpr unsigned kErrorSaving = 303;
+inline constexpr unsigned kNameTaken = 304;
+inline constexpr unsigned kNameTakenCaption = 305;
+inline constexpr unsigned kNameMissing = 306;
+inline constexpr unsigned kAddBeeper = 310;
+inline constexpr unsigned kEditBeeper = 311;
+inline constexpr unsigned kAddPager = 312;
+inline constexpr unsigned kEditPager = 313;
+inline constexpr unsigned kSmtpMailPage = 314;
+inline constexpr unsigned kDefaultSmtpMail = 320;
+inline constexpr unsigned kDefaultSound = 321;
+inline constexpr unsigned kDefaultWinPopup = 322;
+inline constexpr unsigned kDefaultLaunchProgram = 323;
+inline constexpr unsigned kDefaultBeeper = 324;
+inline constexpr unsigned kDefaultVoice = 325;
+inline constexpr unsigned kFilenameMissing = 330;
+inline constexpr unsigned kWorkingPathMissing = 331;
+inline constexpr unsigned kBeeperNumberMissing = 332;
+inline constexpr unsigned kDialingOptionsMissing = 333;
+inline constexpr unsigned kUpCodeMissing = 334;
+inline constexpr unsigned kDownCodeMissing = 335;
+inline constexpr unsigned kTrapCodeMissing = 336;
+inline constexpr unsigned kDisplayNameMissing = 337;
+inline constexpr unsigned kPagerNumberMissing = 338;
+inline constexpr unsigned kDestinationMissing = 339;
+inline constexpr unsigned kMessageMissing = 340;
+inline constexpr unsigned kPhoneMissing = 341;
+inline constexpr unsigned kRecorderFailed = 350;
+inline constexpr unsigned kDirectoryInvalid = 351;
+inline constexpr unsigned kSelectDirectory = 352;
+inline constexpr unsigned kAddVoice = 10109;
+inline constexpr unsigned kEditVoice = 10110;
+inline constexpr unsigned kFirstProtocol = 10111;
 }  // namespace text_id
 
 // The text with this number. The module takes it from its string table resource, other programs

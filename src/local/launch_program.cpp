@@ -1,28 +1,15 @@
 #include "local/launch_program.h"
 
-#include <array>
+#include "local/launch_program_layout.h"
 
 namespace brantel {
-namespace {
-
-constexpr std::array<InstanceField, 3> kFields = {{
-    {.name = "program filename"},
-    {.name = "working path"},
-    {.name = "program arguments"},
-}};
-
-}  // namespace
-
-constinit const InstanceLayout LaunchProgram::kLayout = {
-    .magic = ParseGuid("ECEC7E6C-8E18-4CA2-C56F-5334C2BD7945"),
-    .fields = kFields,
-};
 
 Result LaunchProgram::Send(const InstanceArgument& argument, NotifierHost* host) {
+  using namespace launch_program_field;
   if (argument.path.empty()) return kFail;
   if (host == nullptr) return kOk;
 
-  const auto instance = LoadInstanceForAlert(files_, kLayout, argument, host);
+  const auto instance = LoadInstanceForAlert(files_, kLaunchProgramLayout, argument, host);
   if (!instance) return kFail;
 
   std::string arguments = instance->text(kProgramArguments);

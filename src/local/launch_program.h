@@ -1,6 +1,5 @@
 #pragma once
 
-#include "framework/instance_layout.h"
 #include "framework/notifier.h"
 #include "local/process_starter.h"
 
@@ -9,10 +8,6 @@ namespace brantel {
 // Starts a program, with arguments in which the host has filled in the event's details.
 class LaunchProgram final : public Notifier {
  public:
-  // Fields of an instance, in file order.
-  enum Field : std::size_t { kProgramFilename, kWorkingPath, kProgramArguments };
-  static const InstanceLayout kLayout;
-
   // Both must outlive the object.
   LaunchProgram(InstanceFiles& files, ProcessStarter& starter) : files_(files), starter_(starter) {}
 

@@ -47,7 +47,7 @@ TEST(LoadInstanceForAlert, ReadsTheFileOnce) {
   files.files["C:\\alerts\\night"] = EncodeInstance(kLayout, stored);
   FakeNotifierHost host;
   EXPECT_EQ(LoadInstanceForAlert(files, kLayout, kArgument, &host), stored);
-  EXPECT_THAT(files.reads, ElementsAre("C:\\alerts\\night"));
+  EXPECT_THAT(files.calls, ElementsAre("read C:\\alerts\\night"));
   EXPECT_TRUE(host.calls.empty());
 }
 

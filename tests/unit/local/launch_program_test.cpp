@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "local/launch_program_layout.h"
 #include "tests/unit/framework/fake_instance_files.h"
 #include "tests/unit/framework/fake_notifier_host.h"
 
@@ -32,10 +33,10 @@ class LaunchProgramTest : public ::testing::Test {
   void Store(const std::string& program, const std::string& directory,
              const std::string& arguments) {
     Instance instance(3);
-    instance.set_text(LaunchProgram::kProgramFilename, program);
-    instance.set_text(LaunchProgram::kWorkingPath, directory);
-    instance.set_text(LaunchProgram::kProgramArguments, arguments);
-    files_.files["alert"] = EncodeInstance(LaunchProgram::kLayout, instance);
+    instance.set_text(launch_program_field::kProgramFilename, program);
+    instance.set_text(launch_program_field::kWorkingPath, directory);
+    instance.set_text(launch_program_field::kProgramArguments, arguments);
+    files_.files["alert"] = EncodeInstance(kLaunchProgramLayout, instance);
   }
 
   Result Send() { return notifier_.Send({u"alert", "alert"}, &host_); }
@@ -75,14 +76,14 @@ TEST_F(LaunchProgramTest, DoesNotQuoteAFilenameWithBlanks) {
 TEST_F(LaunchProgramTest, FailsForAnEmptyArgumentBeforeAnythingElse) {
   EXPECT_EQ(notifier_.Send({u"", ""}, &host_), kFail);
   EXPECT_EQ(notifier_.Send({u"", ""}, nullptr), kFail);
-  EXPECT_THAT(files_.reads, IsEmpty());
+  EXPECT_THAT(files_.calls, IsEmpty());
   EXPECT_THAT(host_.calls, IsEmpty());
 }
 
 TEST_F(LaunchProgramTest, DoesNothingAndSucceedsWithoutAHost) {
   Store("page.exe", "", "");
   EXPECT_EQ(notifier_.Send({u"alert", "alert"}, nullptr), kOk);
-  EXPECT_THAT(files_.reads, IsEmpty());
+  EXPECT_THAT(files_.calls, IsEmpty());
   EXPECT_THAT(starter_.command_lines, IsEmpty());
 }
 

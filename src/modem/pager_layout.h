@@ -1,0 +1,23 @@
+#pragma once
+
+#include <cstddef>
+
+#include "framework/instance_layout.h"
+
+namespace brantel {
+
+// What a Pager instance holds, in file order.
+namespace pager_field {
+enum : std::size_t {
+  kPagerNumber,
+  kTerminalPassword,
+  kPagerId,
+  kMessage,
+  kProtocol,
+  kSettingsProfile,
+};
+}  // namespace pager_field
+
+extern const InstanceLayout kPagerLayout;
+
+}  // namespace brantel

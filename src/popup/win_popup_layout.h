@@ -1,0 +1,16 @@
+#pragma once
+
+#include <cstddef>
+
+#include "framework/instance_layout.h"
+
+namespace brantel {
+
+// What a WinPopup instance holds, in file order.
+namespace win_popup_field {
+enum : std::size_t { kDestination, kMessage };
+}  // namespace win_popup_field
+
+extern const InstanceLayout kWinPopupLayout;
+
+}  // namespace brantel
