@@ -87,24 +87,28 @@ source_key()
 		*.sources) paragraphs+=("$file") ;;
 		esac
 	done
-	awk -v address="$1" -v suite="$2" '
+	# apt gives addresses without what is superfluous in them.
+	local normalize='
+	function normalized(address) {
+		sub(/\/+$/, "", address)
+		sub(/:\/\/\//, ":/", address)
+		return address
+	}'
+	awk -v address="$1" -v suite="$2" "$normalize"'
 	$1 == "deb" && match($0, /\[[^]]*\]/) {
 		options = substr($0, RSTART + 1, RLENGTH - 2)
 		split(substr($0, RSTART + RLENGTH), words)
-		sub(/\/$/, "", words[1])
-		if (words[1] == address && words[2] == suite &&
+		if (normalized(words[1]) == address && words[2] == suite &&
 		    match(tolower(options), /signed-by=[^ ]*/)) {
 			print substr(options, RSTART + 10, RLENGTH - 10)
 			exit
 		}
 	}' "${lists[@]}" /dev/null
-	awk -v address="$1" -v suite="$2" '
+	awk -v address="$1" -v suite="$2" "$normalize"'
 	function has(list, word,    words, i, n) {
 		n = split(list, words)
-		for (i = 1; i <= n; i++) {
-			sub(/\/$/, "", words[i])
-			if (words[i] == word) return 1
-		}
+		for (i = 1; i <= n; i++)
+			if (normalized(words[i]) == word) return 1
 		return 0
 	}
 	function finish_paragraph(    name) {
