@@ -28,10 +28,11 @@ class RegistrySettingsTest : public ::testing::Test {
     return key;
   }
   static void PutRaw(const char* name, DWORD type, const std::string& data) {
-    EXPECT_EQ(
-        RegSetValueExA(OpenRaw().get(), name, 0, type, reinterpret_cast<const BYTE*>(data.data()),
-                       static_cast<DWORD>(data.size())),
-        ERROR_SUCCESS);
+    const std::string guarded = data + '.';  // or the system would add the NUL behind the data
+    EXPECT_EQ(RegSetValueExA(OpenRaw().get(), name, 0, type,
+                             reinterpret_cast<const BYTE*>(guarded.data()),
+                             static_cast<DWORD>(data.size())),
+              ERROR_SUCCESS);
   }
 
   RegistrySettings store_;
