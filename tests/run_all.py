@@ -44,6 +44,8 @@ SUITES = [
     Suite("lint", [str(ROOT / "tools" / "lint"), "RESULTS"], ["sanitize", "win32"], 1500),
     Suite("unit", gtest(BUILD / "native/tests/unit/unit_tests"), ["native"], 120),
     Suite("unit-sanitize", gtest(BUILD / "sanitize/tests/unit/unit_tests"), ["sanitize"], 300),
+    Suite("fuzz", ["/usr/bin/python3", str(ROOT / "fuzz/run.py"), str(BUILD / "fuzz"), "RESULTS"],
+          ["fuzz"], 900),
     Suite("unit-windows", wine_gtest(BUILD / "win32/tests/unit/unit_tests.exe"), ["win32"], 300,
           wine=True),
     Suite("module", wine_gtest(BUILD / "win32/tests/module/module_tests.exe"), ["win32"], 600,
