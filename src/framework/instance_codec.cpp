@@ -47,12 +47,6 @@ class FileCursor {
   bool ran_short_ = false;
 };
 
-bool StartsWithMagic(FileCursor& cursor, const Guid& magic) {
-  const auto expected = GuidBytes(magic);
-  return std::ranges::equal(cursor.Take(expected.size()), expected, {},
-                            [](char byte) { return static_cast<std::uint8_t>(byte); });
-}
-
 // False when the text's stored length makes the file unreadable.
 bool ReadText(const InstanceLayout& layout, const InstanceField& field, FileCursor& cursor,
               std::string& text) {
@@ -85,9 +79,15 @@ void AppendText(std::string& file, std::string_view text) {
 
 }  // namespace
 
+bool HasMagic(const InstanceLayout& layout, std::string_view file) {
+  const auto magic = GuidBytes(layout.magic);
+  return std::ranges::equal(file.substr(0, magic.size()), magic, {},
+                            [](char byte) { return static_cast<std::uint8_t>(byte); });
+}
+
 std::optional<Instance> DecodeInstance(const InstanceLayout& layout, std::string_view file) {
-  FileCursor cursor(file);
-  if (!StartsWithMagic(cursor, layout.magic)) return std::nullopt;
+  if (!HasMagic(layout, file)) return std::nullopt;
+  FileCursor cursor(file.substr(sizeof layout.magic));
 
   Instance instance(layout.fields.size());
   for (std::size_t i = 0; i < layout.fields.size(); ++i) {

@@ -34,6 +34,9 @@ class Instance {
   std::vector<Value> values_;
 };
 
+// Whether the file begins with the magic of this layout's class.
+bool HasMagic(const InstanceLayout& layout, std::string_view file);
+
 // Reads the bytes of an instance file. Nothing when the magic is another class's, when a limited
 // mandatory text has a stored length of 1024 or more, or when the layout refuses a short file.
 // Otherwise short and garbled files give what is there: a text ends at its first NUL or where the

@@ -2,47 +2,52 @@
 // against. It needs C++17 or later and the Windows headers, nothing else of this project.
 //
 // A host creates a notifier object by ProgID ("Brantel_Notifications.LaunchProgram.1") or CLSID,
-// binds it to a callback object of its own, and lets it deliver alerts for stored configurations:
-//
-//   created --Initialize--> initialised --Send, Send, ...--> --Shutdown--> created --Release-->
-//   gone
+// binds it to a callback object of its own by Initialize, lets it deliver alerts for stored
+// configurations by Send, as many as it likes, and lets go of it by Shutdown and Release. After
+// Shutdown it may bind the object again.
 //
 // Strings are BSTRs in UTF-16; inside, the module works in the system's ANSI code page, and
 // characters outside it become "?" or their nearest likeness in alerts.
 //
 // Rules for hosts
+//
 //  1. The host MUST call an object from the thread that created it ("Apartment" threading).
+//
 //  2. The host MUST call Initialize, with an object that offers INotifierHost, before it calls
-//  Send.
-//     The notifier then holds exactly one reference to INotifierHost until Shutdown or its last
-//     Release. A second Initialize changes nothing and succeeds.
-//  3. The host MUST treat every result that is not negative as an alert that went out or that
-//  needed
-//     no delivery; Sound answers 2 for a sound that goes on looping.
-//  4. Send blocks until delivery has ended, which takes up to minutes for modems and telephones.
-//  The
-//     host SHOULD call it from a worker apartment.
+//     Send. The notifier then holds exactly one reference to INotifierHost until Shutdown or its
+//     last Release. A second Initialize changes nothing and succeeds.
+//
+//  3. The host MUST treat every result that is not negative as an alert that went out or needed no
+//     delivery; Sound answers 2 for a sound that goes on looping.
+//
+//  4. Send blocks until delivery has ended, which takes up to minutes for modems and telephones;
+//     the host SHOULD call it from a worker apartment.
+//
 //  5. Send MUST be given the full path of an instance file. AddInstance, EditInstance, GetAddPage
-//  and
-//     SubmitForm are given the directory of the instance files, which the host owns and creates.
+//     and SubmitForm are given the directory of the instance files, which the host owns and makes.
+//
 //  6. The host MUST free every BSTR that it is given through an out pointer, and keeps ownership of
-//     every BSTR that it passes in. An in/out BSTR is replaced: whoever replaces it frees the old
-//     one.
+//     every BSTR that it passes in. An in/out BSTR is replaced: who replaces it frees the old one.
+//
 //  7. A failing call leaves out pointers as they were, except QueryInterface and the factory's
 //     CreateInstance, which set theirs to null.
+//
 //  8. The host MUST NOT unload the module while it holds any of its objects or class factories; it
 //     keeps the module loaded over a time without objects by IClassFactory::LockServer(TRUE).
 //     DllCanUnloadNow counts objects and server locks, not class factories.
+//
 // Rules for the host's INotifierHost
-//  9. ExpandMessage MUST replace the BSTR on success and MUST leave a valid BSTR (or null) in place
-//  in
-//     any case. The text passed may be a null BSTR, which means an empty text.
+//
+//  9. ExpandMessage MUST replace the BSTR on success and MUST leave a valid BSTR (or null) in any
+//     case. The text passed may be a null BSTR, which means an empty text.
+//
 // 10. LogMessage MUST append the text unchanged: line breaks are part of it, and one line of the
-// log
-//     may come in several calls. The level is always 1.
+//     log may come in several calls. The level is always 1.
+//
 // 11. GetAlertTrigger MUST fail when there is no event, for example while a configuration is tried.
-// 12. The host MUST NOT let exceptions out of its callbacks. The module lets none out of its
-// methods.
+//
+// 12. The host MUST NOT let exceptions out of its callbacks; the module lets none out of its own
+//     methods.
 #pragma once
 
 #include <windows.h>

@@ -1,0 +1,245 @@
+#include "host/command_line.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <array>
+#include <memory>
+#include <string_view>
+#include <utility>
+
+namespace brantel::host {
+namespace {
+
+constexpr const char* kProgram = "notifyhost";
+
+void DeclareArguments(CLI::App&, ClassesCommand&) {}
+void DeclareArguments(CLI::App&, RegisterCommand&) {}
+void DeclareArguments(CLI::App&, UnregisterCommand&) {}
+
+template <typename Options>
+void Declare(CLI::App& parser, Command& chosen) {
+  const auto options = std::make_shared<Options>();
+  DeclareArguments(parser, *options);
+  parser.callback([options, &chosen] { chosen = *options; });
+}
+
+struct CommandSyntax {
+  const char* name;
+  const char* summary;
+  const char* examples;
+  // Makes the parser of this command choose it.
+  void (*declare)(CLI::App& parser, Command& chosen);
+};
+
+constexpr std::array kCommands = {
+    CommandSyntax{"classes", "List the classes and whether they are registered",
+                  "  notifyhost classes\n"
+                  "  notifyhost classes --module C:\\Module\\Brantel_Notifications.dll",
+                  Declare<ClassesCommand>},
+    CommandSyntax{"register", "Register the classes with the system",
+                  "  notifyhost register\n"
+                  "  notifyhost register --module C:\\Module\\Brantel_Notifications.dll",
+                  Declare<RegisterCommand>},
+    CommandSyntax{"unregister", "Undo the registration",
+                  "  notifyhost unregister\n"
+                  "  notifyhost unregister --module C:\\Module\\Brantel_Notifications.dll",
+                  Declare<UnregisterCommand>},
+    CommandSyntax{"send", "Deliver an alert",
+                  "  notifyhost send LaunchProgram C:\\Instances\\Restart.ins\n"
+                  "  notifyhost send Beeper Night.ins --event service-up\n"
+                  "  notifyhost send SMTPMail Office.ins --event trap --set n=Router --set C=17\n"
+                  "  notifyhost send Sound \"\" --module Brantel_Notifications.dll",
+                  Declare<SendCommand>},
+};
+
+std::vector<const CLI::Option*> Positionals(const CLI::App& parser) {
+  return parser.get_options([](const CLI::Option* option) { return option->get_positional(); });
+}
+
+// How the command line of the whole program, or of one command, is written.
+std::string UsageOf(const CLI::App& parser) {
+  if (parser.get_parent() == nullptr)
+    return std::string(kProgram) + " [OPTIONS] COMMAND [ARGUMENTS]";
+  std::string usage = std::string(kProgram) + " " + parser.get_name() + " [OPTIONS]";
+  for (const CLI::Option* positional : Positionals(parser)) {
+    usage += " " + positional->get_name();
+  }
+  return usage;
+}
+
+class HelpFormatter final : public CLI::Formatter {
+ public:
+  HelpFormatter() {
+    column_width(24);
+    label("Positionals", "Arguments");
+  }
+
+  std::string make_help(const CLI::App* app, std::string, CLI::AppFormatMode mode) const override {
+    return make_description(app) + "\nUsage: " + UsageOf(*app) + "\n" + make_positionals(app) +
+           make_subcommands(app, mode) + make_groups(app, mode) + "\n" + make_footer(app);
+  }
+};
+
+std::string Quoted(const std::string& argument) {
+  return "'" + argument + "'";
+}
+
+bool IsOption(std::string_view argument) {
+  return argument.starts_with('-');
+}
+
+// An option with an equals sign and no value, which the parser would give the next argument to.
+std::optional<std::string> FindOptionWithoutValue(const std::vector<std::string>& arguments) {
+  for (const std::string& argument : arguments) {
+    if (argument == "--") break;
+    if (argument.starts_with("--") && argument.find('=') == argument.size() - 1) return argument;
+  }
+  return std::nullopt;
+}
+
+// The first argument that `parser` had no use for. The mark "--" before arguments that only look
+// like options is none.
+std::optional<std::string> FirstUnexpected(const CLI::App& parser) {
+  std::vector<std::string> unexpected = parser.remaining();
+  if (unexpected.size() > parser.remaining_size()) {
+    unexpected.erase(std::ranges::find(unexpected, "--"));
+  }
+  if (unexpected.empty()) return std::nullopt;
+  return unexpected.front();
+}
+
+// The parser of the whole command line. It finds options and their values; what is missing or too
+// much is judged afterwards, where more can be said about it.
+class Parser {
+ public:
+  Parser() : app_("notifyhost, the reference host of the Brantel_Notifications module", kProgram) {
+    app_.formatter(std::make_shared<HelpFormatter>());
+    app_.set_help_flag("-h,--help", "Show this help");
+    // A path may begin with a slash.
+    app_.allow_windows_style_options(false);
+    app_.allow_extras();
+    app_.require_subcommand(0, 1);
+    for (const CommandSyntax& command : kCommands) {
+      AddCommand(command);
+    }
+    AddModuleOption(app_);
+    app_.footer(
+        "Exit codes: 0 delivered or done, 1 failed, 2 wrong usage\n\n"
+        "Examples:\n"
+        "  notifyhost register\n"
+        "  notifyhost send LaunchProgram C:\\Instances\\Restart.ins --set n=Router\n"
+        "  notifyhost send --help");
+  }
+
+  std::variant<Invocation, HelpRequest, UsageError> Parse(
+      const std::vector<std::string>& arguments) {
+    if (const auto option = FindOptionWithoutValue(arguments)) return NeedsValue(*option);
+    try {
+      app_.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
+    } catch (const CLI::CallForHelp&) {
+      return HelpRequest{app_.help()};
+    } catch (const CLI::ArgumentMismatch&) {
+      // Every option takes one value, so only the last argument can lack it.
+      return NeedsValue(arguments.back());
+    } catch (const CLI::ParseError& error) {
+      return Complaint(error.what());
+    }
+    if (const auto fault = FindFault()) return Complaint(*fault);
+    if (module_file_.empty()) return Invocation{std::nullopt, std::move(chosen_)};
+    return Invocation{module_file_, std::move(chosen_)};
+  }
+
+ private:
+  // Every command takes it, and it may also stand before the command.
+  void AddModuleOption(CLI::App& parser) {
+    parser
+        .add_option_function<std::string>(
+            "--module", [this](const std::string& file) { SetModuleFile(file); },
+            "Load this module file, registered or not. Without\n"
+            "it, send goes by the registered classes, and the\n"
+            "other commands take the module beside notifyhost")
+        ->option_text("FILE")
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
+  }
+
+  void SetModuleFile(const std::string& file) {
+    if (file.empty()) throw CLI::ValidationError("--module", "the file name is empty");
+    module_file_ = file;
+  }
+
+  void AddCommand(const CommandSyntax& command) {
+    CLI::App* const parser = app_.add_subcommand(command.name, command.summary);
+    parser->group("Commands");
+    parser->footer(std::string("Examples:\n") + command.examples);
+    command.declare(*parser, chosen_);
+    AddModuleOption(*parser);
+  }
+
+  [[nodiscard]] const CLI::App* ChosenParser() const {
+    const auto chosen = app_.get_subcommands();
+    return chosen.empty() ? nullptr : chosen.front();
+  }
+
+  [[nodiscard]] UsageError Complaint(const std::string& fault) const {
+    const CLI::App* const command = ChosenParser();
+    const std::string command_name = command == nullptr ? "" : command->get_name() + " ";
+    return {std::string(kProgram) + ": " + fault + "\nRun " + kProgram + " " + command_name +
+            "--help for help.\n"};
+  }
+
+  [[nodiscard]] UsageError NeedsValue(const std::string& option) const {
+    return Complaint(option + " needs a value");
+  }
+
+  [[nodiscard]] std::optional<std::string> FindFault() const {
+    const CLI::App* const command = ChosenParser();
+    const auto unexpected = FirstUnexpected(app_);
+    if (command != nullptr) {
+      if (unexpected) return Quoted(*unexpected) + " is out of place in " + UsageOf(*command);
+      return FindFaultOf(*command);
+    }
+    if (!unexpected) return "COMMAND is missing; the commands are " + CommandNames();
+    if (IsOption(*unexpected)) return Quoted(*unexpected) + " is not an option of " + kProgram;
+    return Quoted(*unexpected) + " is not a command; the commands are " + CommandNames();
+  }
+
+  [[nodiscard]] std::optional<std::string> FindFaultOf(const CLI::App& command) const {
+    if (const auto unexpected = FirstUnexpected(command)) {
+      const char* const kind = IsOption(*unexpected) ? "an option" : "an argument";
+      return Quoted(*unexpected) + " is not " + kind + " of " + command.get_name();
+    }
+    for (const CLI::Option* positional : Positionals(command)) {
+      if (positional->count() == 0) return positional->get_name() + " is missing";
+    }
+    for (const CLI::Option* option : command.get_options()) {
+      const CLI::Option* const global = app_.get_option_no_throw(option->get_name());
+      const std::size_t count = option->count() + (global == nullptr ? 0 : global->count());
+      if (count > 1 && option->get_expected_max() == 1) {
+        return option->get_name() + " is given more than once";
+      }
+    }
+    return std::nullopt;
+  }
+
+  static std::string CommandNames() {
+    std::string names;
+    for (const CommandSyntax& command : kCommands) {
+      if (!names.empty()) names += &command == &kCommands.back() ? " and " : ", ";
+      names += command.name;
+    }
+    return names;
+  }
+
+  CLI::App app_;
+  std::string module_file_;
+  Command chosen_;
+};
+
+}  // namespace
+
+std::variant<Invocation, HelpRequest, UsageError> ParseCommandLine(
+    const std::vector<std::string>& arguments) {
+  return Parser().Parse(arguments);
+}
+
+}  // namespace brantel::host

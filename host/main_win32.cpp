@@ -1,0 +1,93 @@
+// notifyhost.exe: a host for the module on the command line.
+#include <windows.h>
+#include <objbase.h>
+#include <shellapi.h>
+
+#include <exception>
+#include <memory>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "framework/utf8_text_win32.h"
+#include "host/command_failure.h"
+#include "host/command_line.h"
+#include "host/module_commands_win32.h"
+#include "host/output_stream_win32.h"
+#include "host/result_text.h"
+#include "host/send_command_win32.h"
+
+namespace brantel::host {
+namespace {
+
+// The module's classes belong into a single-threaded apartment.
+class ComApartment {
+ public:
+  ComApartment() {
+    const HRESULT result = CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+    if (FAILED(result)) {
+      throw CommandFailure(ExitCode::kFailed, "COM does not start: " + ResultText(result));
+    }
+  }
+  ComApartment(const ComApartment&) = delete;
+  ComApartment& operator=(const ComApartment&) = delete;
+  ~ComApartment() { CoUninitialize(); }
+};
+
+// The arguments behind the program's name. They come from the system and not through main, where
+// they would be in the ANSI code page and have their wildcards expanded.
+std::vector<std::string> CommandLineArguments() {
+  int count = 0;
+  const std::unique_ptr<wchar_t*, decltype(&LocalFree)> words(
+      CommandLineToArgvW(GetCommandLineW(), &count), LocalFree);
+  std::vector<std::string> arguments;
+  for (int i = 1; words && i < count; ++i) {
+    arguments.push_back(ToUtf8(words.get()[i]));
+  }
+  return arguments;
+}
+
+// Does what one outcome of reading the command line asks for.
+struct Runner {
+  ExitCode operator()(const HelpRequest& help) const {
+    output.Write(help.text);
+    return ExitCode::kDone;
+  }
+  ExitCode operator()(const UsageError& usage_error) const {
+    errors.Write(usage_error.text);
+    return ExitCode::kWrongUsage;
+  }
+  ExitCode operator()(const Invocation& invocation) const {
+    const ComApartment apartment;
+    return std::visit([&](const auto& command) { return Run(command, invocation, output); },
+                      invocation.command);
+  }
+
+  OutputStream output{STD_OUTPUT_HANDLE};
+  OutputStream errors{STD_ERROR_HANDLE};
+};
+
+ExitCode RunHost() {
+  const Runner runner;
+  const auto complain = [&](const char* message) {
+    runner.errors.Write(std::string("notifyhost: ") + message + "\n");
+  };
+  try {
+    return std::visit(runner, ParseCommandLine(CommandLineArguments()));
+  } catch (const CommandFailure& failure) {
+    complain(failure.what());
+    return failure.exit_code();
+  } catch (const std::exception& error) {
+    complain(error.what());
+    return ExitCode::kFailed;
+  }
+}
+
+}  // namespace
+}  // namespace brantel::host
+
+int main() {
+  // A module that cannot be loaded is reported here, not in a message box of the system.
+  SetErrorMode(SEM_FAILCRITICALERRORS);
+  return static_cast<int>(brantel::host::RunHost());
+}

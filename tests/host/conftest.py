@@ -1,0 +1,188 @@
+"""Runs notifyhost.exe as a person would, and makes what it works on.
+
+The release and build folders are those of the checkout, unless the environment variables
+NOTIFYHOST_RELEASE_DIR and NOTIFYHOST_BUILD_DIR name others. WINEPREFIX, when set, is the prefix to use;
+its registration of the module is changed by the tests. Otherwise they make one and remove it.
+"""
+
+import os
+import pathlib
+import shutil
+import subprocess
+import tempfile
+import time
+from dataclasses import dataclass
+
+import pytest
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
+RELEASE = pathlib.Path(os.environ.get("NOTIFYHOST_RELEASE_DIR", ROOT / "out" / "win32"))
+BUILD = pathlib.Path(os.environ.get("NOTIFYHOST_BUILD_DIR", ROOT / "build" / "win32"))
+WINE = ROOT / "tools" / "wine"
+
+HOST = RELEASE / "notifyhost.exe"
+MODULE = RELEASE / "Brantel_Notifications.dll"
+DEMO_PROGRAM = BUILD / "host" / "demo_program" / "demo_program.exe"
+STAND_IN_MODULE = BUILD / "tests" / "host" / "stand_in_module" / "stand_in_module.dll"
+
+# Seconds within which a run of the host ends, and a program that an alert starts reports: far more
+# than they take, so that only a hang reaches it.
+TIME_LIMIT = 60
+
+# LaunchProgram's magic, {ECEC7E6C-8E18-4CA2-C56F-5334C2BD7945} in its binary layout.
+LAUNCH_PROGRAM_MAGIC = bytes.fromhex("6C7EECEC 188E A24C C56F5334C2BD7945")
+
+
+def windows_path(path) -> str:
+    return subprocess.run([WINE, "--path", path], capture_output=True, text=True, check=True,
+                          timeout=TIME_LIMIT).stdout.rstrip("\n")
+
+
+def wait_until(condition) -> None:
+    deadline = time.monotonic() + TIME_LIMIT
+    while not condition():
+        assert time.monotonic() < deadline, "it does not come about"
+        time.sleep(0.01)
+
+
+@dataclass
+class Outcome:
+    """What a run of the host left. Line ends are as they came."""
+    exit_code: int
+    output: str
+    errors: str
+
+
+@dataclass
+class Notifyhost:
+    """The host program, in a folder and environment of its own."""
+    program: pathlib.Path
+    folder: pathlib.Path
+    environment: dict[str, str]
+
+    def __call__(self, *arguments, **environment) -> Outcome:
+        # Into files: Wine gives the streams on to the programs that an alert starts, so that the end
+        # of a pipe would come with the end of the last of those.
+        with tempfile.TemporaryFile() as output, tempfile.TemporaryFile() as errors:
+            with self.start(*arguments, output=output, errors=errors, **environment) as running:
+                exit_code = running.wait(TIME_LIMIT)
+            output.seek(0)
+            errors.seek(0)
+            return Outcome(exit_code, output.read().decode(), errors.read().decode())
+
+    def start(self, *arguments, output, errors=None, **environment) -> "RunningHost":
+        return RunningHost([WINE, self.program, *arguments], cwd=self.folder,
+                           env={**self.environment, **environment}, stdin=subprocess.DEVNULL,
+                           stdout=output, stderr=errors or output)
+
+
+class RunningHost(subprocess.Popen):
+    """A run of the host that does not outlive its with block."""
+
+    def __exit__(self, *exception):
+        if self.poll() is None:
+            self.kill()
+        super().__exit__(*exception)
+
+
+@pytest.fixture(scope="session")
+def wine_environment():
+    # Under this locale the ANSI code page is 1252 and arguments are UTF-8.
+    environment = {**os.environ, "LC_ALL": "C.UTF-8", "WINEDEBUG": "-all"}
+    if "WINEPREFIX" in environment:
+        yield environment
+        return
+    folder = tempfile.mkdtemp(prefix="notifyhost_test_")
+    environment["WINEPREFIX"] = f"{folder}/prefix"
+    try:
+        yield environment
+    finally:
+        for option in ("-k", "-w"):
+            subprocess.run([WINE, "--server", option], env=environment, capture_output=True,
+                           timeout=TIME_LIMIT)
+        shutil.rmtree(folder, ignore_errors=True)
+
+
+@pytest.fixture
+def notifyhost(wine_environment, tmp_path):
+    """The released host, with the module beside it, not registered."""
+    host = Notifyhost(HOST, tmp_path, wine_environment)
+    assert host("unregister").exit_code == 0
+    return host
+
+
+@pytest.fixture
+def registered(notifyhost):
+    """The same with the module registered."""
+    assert notifyhost("register").exit_code == 0
+    yield notifyhost
+    assert notifyhost("unregister").exit_code == 0
+
+
+@pytest.fixture
+def lone_host(wine_environment, tmp_path):
+    """A copy of the host without a module beside it."""
+    folder = tmp_path / "lone"
+    folder.mkdir()
+    return Notifyhost(shutil.copy(HOST, folder), tmp_path, wine_environment)
+
+
+class DemoProgram:
+    """A program for alerts to start, and its report of how it was started."""
+
+    def __init__(self, folder: pathlib.Path):
+        self.folder = folder / "started here"
+        self.folder.mkdir()
+        self.report = folder / "demo_report"
+        self.awaited = folder / "demo_may_report"
+        self.program = folder / "demo_program.exe"
+        shutil.copy(DEMO_PROGRAM, self.program)
+        self.instance = folder / "demo.ins"
+
+    @property
+    def environment(self) -> dict[str, str]:
+        return {"DEMO_REPORT": windows_path(self.report)}
+
+    def store(self, arguments: bytes) -> pathlib.Path:
+        return write_instance(self.instance, windows_path(self.program).encode("cp1252"),
+                              windows_path(self.folder).encode("cp1252"), arguments)
+
+    def read_report(self) -> tuple[bytes, bytes]:
+        """Command line and working directory, once the program has told them."""
+        wait_until(self.report.exists)
+        content = self.report.read_bytes()
+        command_line, _, directory = content.rpartition(b"\nWorking directory: ")
+        assert command_line.startswith(b"Command line: ") and directory.endswith(b"\n")
+        return command_line.removeprefix(b"Command line: "), directory.removesuffix(b"\n")
+
+
+@pytest.fixture
+def demo_program(tmp_path):
+    return DemoProgram(tmp_path)
+
+
+class StandIn:
+    """The stand-in module and its trace of the host's calls."""
+
+    def __init__(self, folder: pathlib.Path):
+        self.trace_file = folder / "stand_in_trace"
+        self.file = windows_path(STAND_IN_MODULE)
+
+    @property
+    def environment(self) -> dict[str, str]:
+        return {"STAND_IN_TRACE": windows_path(self.trace_file)}
+
+    def trace(self) -> list[str]:
+        return self.trace_file.read_text().splitlines()
+
+
+@pytest.fixture
+def stand_in(tmp_path):
+    return StandIn(tmp_path)
+
+
+def write_instance(path: pathlib.Path, *texts: bytes) -> pathlib.Path:
+    """Stores a LaunchProgram instance: program filename, working path, program arguments."""
+    fields = b"".join((len(text) + 1).to_bytes(4, "little") + text + b"\0" for text in texts)
+    path.write_bytes(LAUNCH_PROGRAM_MAGIC + fields)
+    return path

@@ -1,0 +1,135 @@
+"""classes, register and unregister."""
+
+import shutil
+
+import pytest
+
+from conftest import MODULE, Notifyhost, windows_path
+
+NAMES = "SMTPMail, Sound, WinPopup, LaunchProgram, Beeper, Pager, Voice"
+
+CLASSES = [
+    ("SMTPMail", "{4D03ADA6-067C-79C7-B3CD-B7D9C4293BF5}"),
+    ("Sound", "{A93D5106-D415-9AE1-2956-2D685A03A67B}"),
+    ("WinPopup", "{B28A7D4D-B389-C787-CCC0-A0F773C8FC73}"),
+    ("LaunchProgram", "{313E5016-EB2E-F2DD-BDB6-184EFE00A5D3}"),
+    ("Beeper", "{E0F08BCF-0BD9-3D64-842A-2FCEAE91F17E}"),
+    ("Pager", "{2669D42E-142D-8B34-EAC1-28B07EB3EABA}"),
+    ("Voice", "{DEE8A963-837B-D33C-C75D-B637B7CCFCA2}"),
+]
+
+
+def class_table(module: str, registered: str) -> str:
+    """The table in which every class has the same registration."""
+    columns = "{:13}  {:37}  {:38}  {:19}  {}\n"
+    rows = [(name, f"Brantel_Notifications.{name}.1", clsid, f"{name} Class", registered)
+            for name, clsid in CLASSES]
+    heading = ("Class", "ProgID", "CLSID", "Description", "Registered")
+    return f"Classes of {module}\n\n" + "".join(columns.format(*row) for row in [heading, *rows])
+
+
+def test_classes_of_the_module_beside_the_host(notifyhost):
+    outcome = notifyhost("classes")
+    assert (outcome.exit_code, outcome.errors) == (0, "")
+    assert outcome.output == class_table(windows_path(MODULE), "no")
+
+
+def test_register_and_unregister(notifyhost):
+    module = windows_path(MODULE)
+    # Twice each: neither minds what is done already.
+    for _ in range(2):
+        outcome = notifyhost("register")
+        assert (outcome.exit_code, outcome.errors) == (0, "")
+        assert outcome.output == f"Registered {module}\nwith the classes {NAMES}.\n"
+        assert notifyhost("classes").output == class_table(module, "yes")
+    for _ in range(2):
+        outcome = notifyhost("unregister")
+        assert (outcome.exit_code, outcome.errors) == (0, "")
+        assert outcome.output == f"Unregistered {module}\nwith the classes {NAMES}.\n"
+        assert notifyhost("classes").output == class_table(module, "no")
+
+
+def test_module_in_another_place(notifyhost, tmp_path):
+    """A named module is registered by its full path, and told apart from the one beside the host."""
+    folder = tmp_path / "Überwachung 電話"
+    folder.mkdir()
+    copy = shutil.copy(MODULE, folder / "Copy.dll")
+    full_path = windows_path(copy)
+    relative_path = "Überwachung 電話\\Copy.dll"
+
+    outcome = notifyhost("--module", relative_path, "register")
+    assert (outcome.exit_code, outcome.errors) == (0, "")
+    assert outcome.output == f"Registered {full_path}\nwith the classes {NAMES}.\n"
+    assert notifyhost("classes", "--module", relative_path).output == class_table(full_path, "yes")
+    assert notifyhost("classes").output == class_table(windows_path(MODULE), f"as {full_path}")
+    assert notifyhost("unregister", "--module", relative_path).exit_code == 0
+    assert notifyhost("classes").output == class_table(windows_path(MODULE), "no")
+
+
+def test_host_in_a_folder_of_another_script(wine_environment, tmp_path):
+    folder = tmp_path / "電話"
+    folder.mkdir()
+    for file in (MODULE, MODULE.with_name("notifyhost.exe")):
+        shutil.copy(file, folder)
+    host = Notifyhost(folder / "notifyhost.exe", tmp_path, wine_environment)
+    outcome = host("classes")
+    assert (outcome.exit_code, outcome.errors) == (0, "")
+    assert outcome.output == class_table(windows_path(folder / MODULE.name), "no")
+
+
+@pytest.mark.parametrize("command", [["classes"], ["register"], ["unregister"]], ids=" ".join)
+class TestWithoutTheModule:
+    def test_none_beside_the_host(self, lone_host, tmp_path, command):
+        outcome = lone_host(*command)
+        missing = windows_path(tmp_path / "lone" / MODULE.name)
+        assert (outcome.exit_code, outcome.output) == (1, "")
+        assert outcome.errors == f"notifyhost: there is no module file {missing}\n"
+
+    def test_none_where_it_is_said_to_be(self, notifyhost, tmp_path, command):
+        outcome = notifyhost(*command, "--module", "nowhere/☎.dll")
+        missing = windows_path(tmp_path / "nowhere" / "☎.dll")
+        assert (outcome.exit_code, outcome.output) == (1, "")
+        assert outcome.errors == f"notifyhost: there is no module file {missing}\n"
+
+    @pytest.mark.parametrize("content", [b"", b"no program", b"MZ" + bytes(200)])
+    def test_another_file(self, notifyhost, tmp_path, command, content):
+        other = tmp_path / "other.dll"
+        other.write_bytes(content)
+        outcome = notifyhost(*command, "--module", "other.dll")
+        assert (outcome.exit_code, outcome.output) == (1, "")
+        assert outcome.errors == (f"notifyhost: {windows_path(other)} "
+                                  "is not a Brantel_Notifications module\n")
+
+    def test_another_module(self, notifyhost, command):
+        """Wine's standard type library is one, of other things."""
+        outcome = notifyhost(*command, "--module", "C:\\windows\\system32\\stdole2.tlb")
+        assert (outcome.exit_code, outcome.output) == (1, "")
+        assert outcome.errors == ("notifyhost: C:\\windows\\system32\\stdole2.tlb "
+                                  "is not a Brantel_Notifications module\n")
+
+
+@pytest.mark.parametrize("command, export, done", [
+    ("register", "DllRegisterServer", "registered"),
+    ("unregister", "DllUnregisterServer", "unregistered"),
+])
+def test_failing_registration(notifyhost, stand_in, command, export, done):
+    outcome = notifyhost(command, "--module", stand_in.file, STAND_IN_FAILS=export,
+                         **stand_in.environment)
+    assert (outcome.exit_code, outcome.output) == (1, "")
+    assert outcome.errors == (f"notifyhost: {stand_in.file} could not be {done}: "
+                              "0x80070005 (E_ACCESSDENIED)\n")
+    assert stand_in.trace() == ["loaded", export, "DllCanUnloadNow", "unloaded"]
+
+
+@pytest.mark.parametrize("command, export", [("register", "DllRegisterServer"),
+                                             ("unregister", "DllUnregisterServer")])
+def test_registration_is_left_to_the_module(notifyhost, stand_in, command, export):
+    assert notifyhost(command, "--module", stand_in.file, **stand_in.environment).exit_code == 0
+    assert stand_in.trace() == ["loaded", export, "DllCanUnloadNow", "unloaded"]
+
+
+def test_classes_does_not_load_the_module(notifyhost, stand_in):
+    outcome = notifyhost("classes", "--module", stand_in.file, **stand_in.environment)
+    assert (outcome.exit_code, outcome.errors) == (0, "")
+    assert outcome.output == class_table(stand_in.file, "no")
+    assert not stand_in.trace_file.exists()

@@ -1,0 +1,84 @@
+"""Wrong command lines: exit code 2, and a message on standard error that names the argument."""
+
+import pytest
+
+COMMANDS = "the commands are classes, register, unregister and send"
+EVENTS = ("it takes item-up, item-down, service-up, service-down, trap, none, "
+          "or a number from 0 to 0xFFFFFFFF")
+FORM = "is not of the form LETTER=VALUE"
+CLASSES = "the classes are SMTPMail, Sound, WinPopup, LaunchProgram, Beeper, Pager, Voice"
+
+# Arguments, the message, and the command whose help is pointed out.
+WRONG_USAGES = [
+    ([], f"COMMAND is missing; {COMMANDS}", ""),
+    (["frobnicate"], f"'frobnicate' is not a command; {COMMANDS}", ""),
+    (["SEND", "Sound", "x"], f"'SEND' is not a command; {COMMANDS}", ""),
+    ([""], f"'' is not a command; {COMMANDS}", ""),
+    (["/?"], f"'/?' is not a command; {COMMANDS}", ""),
+    (["*"], f"'*' is not a command; {COMMANDS}", ""),
+    (["störung☎"], f"'störung☎' is not a command; {COMMANDS}", ""),
+    (["--frobnicate"], "'--frobnicate' is not an option of notifyhost", ""),
+    (["--module"], "--module needs a value", ""),
+    (["--module", "a.dll"], f"COMMAND is missing; {COMMANDS}", ""),
+    (["--module=", "classes"], "--module= needs a value", ""),
+    (["frobnicate", "classes"], "'frobnicate' is out of place in notifyhost classes [OPTIONS]",
+     "classes "),
+    (["--set", "n=1", "send", "Sound", "x"],
+     "'--set' is out of place in notifyhost send [OPTIONS] CLASS FILE", "send "),
+    (["classes", "x"], "'x' is not an argument of classes", "classes "),
+    (["classes", "register"], "'register' is not an argument of classes", "classes "),
+    (["classes", "--event", "trap"], "'--event' is not an option of classes", "classes "),
+    (["register", "a.dll"], "'a.dll' is not an argument of register", "register "),
+    (["register", "--force"], "'--force' is not an option of register", "register "),
+    (["register", "--module"], "--module needs a value", "register "),
+    (["unregister", ""], "'' is not an argument of unregister", "unregister "),
+    (["unregister", "--module", ""], "--module: the file name is empty", "unregister "),
+    (["classes", "--module", "a", "--module", "b"], "--module is given more than once", "classes "),
+    (["--module", "a", "classes", "--module", "b"], "--module is given more than once", "classes "),
+    (["send"], "CLASS is missing", "send "),
+    (["send", "Sound"], "FILE is missing", "send "),
+    (["send", "--event", "trap", "Sound"], "FILE is missing", "send "),
+    (["send", "Sound", "x", "y z"], "'y z' is not an argument of send", "send "),
+    (["send", "Sound", "-x"], "'-x' is not an option of send", "send "),
+    (["send", "Sound", "x", "--verbose"], "'--verbose' is not an option of send", "send "),
+    (["send", "Sound", "x", "--event"], "--event needs a value", "send "),
+    (["send", "Sound", "x", "--event", ""], f"--event: '' is not an event; {EVENTS}", "send "),
+    (["send", "Sound", "x", "--event", "down"], f"--event: 'down' is not an event; {EVENTS}",
+     "send "),
+    (["send", "Sound", "x", "--event", "Trap"], f"--event: 'Trap' is not an event; {EVENTS}",
+     "send "),
+    (["send", "Sound", "x", "--event", "-1"], f"--event: '-1' is not an event; {EVENTS}", "send "),
+    (["send", "Sound", "x", "--event", "4294967296"],
+     f"--event: '4294967296' is not an event; {EVENTS}", "send "),
+    (["send", "Sound", "x", "--event", "0x100000000"],
+     f"--event: '0x100000000' is not an event; {EVENTS}", "send "),
+    (["send", "Sound", "x", "--event", "0x"], f"--event: '0x' is not an event; {EVENTS}", "send "),
+    (["send", "Sound", "x", "--event", "1", "--event", "2"], "--event is given more than once",
+     "send "),
+    (["send", "Sound", "x", "--set"], "--set needs a value", "send "),
+    (["send", "Sound", "x", "--set", ""], f"--set: '' {FORM}", "send "),
+    (["send", "Sound", "x", "--set", "n"], f"--set: 'n' {FORM}", "send "),
+    (["send", "Sound", "x", "--set", "=1"], f"--set: '=1' {FORM}", "send "),
+    (["send", "Sound", "x", "--set", "node=1"], f"--set: 'node=1' {FORM}", "send "),
+    (["send", "Sound", "x", "--set", "%n=1"], f"--set: '%n=1' {FORM}", "send "),
+    (["send", "Sound", "x", "--set", "ü=1"], f"--set: 'ü=1' {FORM}", "send "),
+    (["send", "Sound", "x", "--set", "n=1", "--set", "7=1"], f"--set: '7=1' {FORM}", "send "),
+]
+
+
+@pytest.mark.parametrize("arguments, message, command", WRONG_USAGES,
+                         ids=[" ".join(usage[0]) or "nothing" for usage in WRONG_USAGES])
+def test_wrong_usage_names_the_argument(notifyhost, arguments, message, command):
+    outcome = notifyhost(*arguments)
+    assert outcome.exit_code == 2
+    assert outcome.errors == f"notifyhost: {message}\nRun notifyhost {command}--help for help.\n"
+    assert outcome.output == ""
+
+
+@pytest.mark.parametrize("class_name", ["Fax", "", "Beeper.1", "Zürich☎"])
+def test_unknown_class_is_wrong_usage(notifyhost, stand_in, class_name):
+    message = f"notifyhost: CLASS: '{class_name}' is not a notifier class; {CLASSES}\n"
+    for module in ([], ["--module", stand_in.file]):
+        outcome = notifyhost("send", class_name, "x", *module, **stand_in.environment)
+        assert (outcome.exit_code, outcome.output, outcome.errors) == (2, "", message)
+    assert not stand_in.trace_file.exists(), "the module was loaded"

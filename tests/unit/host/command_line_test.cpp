@@ -1,0 +1,228 @@
+#include "host/command_line.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <array>
+#include <sstream>
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace brantel::host {
+namespace {
+
+using ::testing::HasSubstr;
+using ::testing::StartsWith;
+
+using Arguments = std::vector<std::string>;
+
+Invocation Accepted(const Arguments& arguments) {
+  const auto parsed = ParseCommandLine(arguments);
+  if (const auto* const error = std::get_if<UsageError>(&parsed)) {
+    ADD_FAILURE() << ::testing::PrintToString(arguments) << ": " << error->text;
+    return {};
+  }
+  return std::get<Invocation>(parsed);
+}
+
+SendCommand AcceptedSend(const Arguments& arguments) {
+  return std::get<SendCommand>(Accepted(arguments).command);
+}
+
+std::string Help(const Arguments& arguments) {
+  return std::get<HelpRequest>(ParseCommandLine(arguments)).text;
+}
+
+TEST(CommandLine, ChoosesTheCommand) {
+  EXPECT_TRUE(std::holds_alternative<ClassesCommand>(Accepted({"classes"}).command));
+  EXPECT_TRUE(std::holds_alternative<RegisterCommand>(Accepted({"register"}).command));
+  EXPECT_TRUE(std::holds_alternative<UnregisterCommand>(Accepted({"unregister"}).command));
+  EXPECT_TRUE(std::holds_alternative<SendCommand>(Accepted({"send", "Sound", "a.ins"}).command));
+}
+
+TEST(CommandLine, TakesTheModuleBeforeAndAfterTheCommand) {
+  EXPECT_EQ(Accepted({"classes"}).module_file, std::nullopt);
+  EXPECT_EQ(Accepted({"--module", "a.dll", "classes"}).module_file, "a.dll");
+  EXPECT_EQ(Accepted({"classes", "--module", "a.dll"}).module_file, "a.dll");
+  EXPECT_EQ(Accepted({"--module=a.dll", "register"}).module_file, "a.dll");
+  EXPECT_EQ(Accepted({"send", "Sound", "--module", "a=b.dll", "x"}).module_file, "a=b.dll");
+  EXPECT_EQ(Accepted({"--module", "send", "send", "Sound", "x"}).module_file, "send");
+}
+
+TEST(CommandLine, TakesClassAndFileOfSend) {
+  const std::vector<std::array<std::string, 2>> cases = {
+      {"LaunchProgram", "C:\\Instances\\Restart.ins"},
+      {"Sound", ""},
+      {"", ""},
+      {"Sound", "/tmp/night.ins"},
+      {"Sound", "[a,b]"},
+      {"Sound", "{}"},
+      {"Sound", "send"},
+      {"register", "classes"},
+      {"Sound", "Zürich ☎.ins"},
+      {"Sound", "*.ins"},
+      {"Sound", "a b=c"},
+  };
+  for (const auto& [class_name, file] : cases) {
+    const SendCommand command = AcceptedSend({"send", class_name, file});
+    EXPECT_EQ(command.class_name, class_name);
+    EXPECT_EQ(command.instance_file, file);
+  }
+}
+
+TEST(CommandLine, TakesWhatLooksLikeAnOptionBehindTwoDashes) {
+  const SendCommand command = AcceptedSend({"send", "--event", "trap", "--", "Sound", "--set"});
+  EXPECT_EQ(command.class_name, "Sound");
+  EXPECT_EQ(command.instance_file, "--set");
+  EXPECT_EQ(command.event, kTrap);
+  EXPECT_EQ(AcceptedSend({"send", "Sound", "--", "--"}).instance_file, "--");
+}
+
+TEST(CommandLine, TakesTheEventOfSend) {
+  EXPECT_EQ(AcceptedSend({"send", "Beeper", "x"}).event, kItemDown);
+  EXPECT_EQ(AcceptedSend({"send", "Beeper", "x", "--event", "service-up"}).event, kServiceUp);
+  EXPECT_EQ(AcceptedSend({"send", "--event=none", "Beeper", "x"}).event, kNoEvent);
+  EXPECT_EQ(AcceptedSend({"send", "Beeper", "--event", "0x14", "x"}).event, AlertEvent{20});
+}
+
+TEST(CommandLine, TakesTheVariablesOfSend) {
+  const auto expand = [](const Arguments& arguments) {
+    return AcceptedSend(arguments).variables.Expand("%n|%C");
+  };
+  EXPECT_EQ(expand({"send", "Beeper", "x"}), "%n|%C");
+  EXPECT_EQ(expand({"send", "--set", "n=Router 7", "Beeper", "--set", "C=17", "x"}), "Router 7|17");
+  EXPECT_EQ(expand({"send", "Beeper", "x", "--set", "n=", "--set=C=a=b"}), "|a=b");
+  EXPECT_EQ(expand({"send", "Beeper", "x", "--set", "n=[1,2]", "--set", "C=--set"}), "[1,2]|--set");
+  EXPECT_EQ(expand({"send", "Beeper", "x", "--set", "n=1", "--set", "n=2"}), "2|%C");
+}
+
+struct WrongUsage {
+  Arguments arguments;
+  std::string fault;
+};
+
+const std::vector<WrongUsage>& WrongUsages() {
+  static const std::string commands = "the commands are classes, register, unregister and send";
+  static const std::string events =
+      "it takes item-up, item-down, service-up, service-down, trap, none, or a number from 0 to "
+      "0xFFFFFFFF";
+  static const std::vector<WrongUsage> usages = {
+      {{}, "COMMAND is missing; " + commands},
+      {{"--"}, "COMMAND is missing; " + commands},
+      {{"--module", "a.dll"}, "COMMAND is missing; " + commands},
+      {{"--module", "classes"}, "COMMAND is missing; " + commands},
+      {{"frobnicate"}, "'frobnicate' is not a command; " + commands},
+      {{"Send", "Sound", "x"}, "'Send' is not a command; " + commands},
+      {{""}, "'' is not a command; " + commands},
+      {{"/help"}, "'/help' is not a command; " + commands},
+      {{"--frobnicate"}, "'--frobnicate' is not an option of notifyhost"},
+      {{"-m", "classes"}, "'-m' is out of place in notifyhost classes [OPTIONS]"},
+      {{"frobnicate", "classes"}, "'frobnicate' is out of place in notifyhost classes [OPTIONS]"},
+      {{"--event", "trap", "send", "Sound", "x"},
+       "'--event' is out of place in notifyhost send [OPTIONS] CLASS FILE"},
+      {{"classes", "x"}, "'x' is not an argument of classes"},
+      {{"classes", "register"}, "'register' is not an argument of classes"},
+      {{"register", "a.dll"}, "'a.dll' is not an argument of register"},
+      {{"unregister", ""}, "'' is not an argument of unregister"},
+      {{"classes", "--event", "trap"}, "'--event' is not an option of classes"},
+      {{"register", "--set=n=1"}, "'--set=n=1' is not an option of register"},
+      {{"--module"}, "--module needs a value"},
+      {{"classes", "--module"}, "--module needs a value"},
+      {{"--module=", "classes"}, "--module= needs a value"},
+      {{"classes", "--module", ""}, "--module: the file name is empty"},
+      {{"--module", "a", "--module", "b", "classes"}, "--module is given more than once"},
+      {{"--module", "a", "classes", "--module", "b"}, "--module is given more than once"},
+      {{"classes", "--module", "a", "--module", "b"}, "--module is given more than once"},
+      {{"send"}, "CLASS is missing"},
+      {{"send", "Sound"}, "FILE is missing"},
+      {{"send", "--event", "trap", "Sound"}, "FILE is missing"},
+      {{"send", "Sound", "x", "y"}, "'y' is not an argument of send"},
+      {{"send", "Sound", "x", ""}, "'' is not an argument of send"},
+      {{"send", "Sound", "-x"}, "'-x' is not an option of send"},
+      {{"send", "--verbose"}, "'--verbose' is not an option of send"},
+      {{"send", "Sound", "x", "--Event", "trap"}, "'--Event' is not an option of send"},
+      {{"send", "Sound", "x", "--event"}, "--event needs a value"},
+      {{"send", "--event=", "Sound", "x"}, "--event= needs a value"},
+      {{"send", "Sound", "x", "--event", ""}, "--event: '' is not an event; " + events},
+      {{"send", "Sound", "x", "--event", "down"}, "--event: 'down' is not an event; " + events},
+      {{"send", "Sound", "x", "--event", "-1"}, "--event: '-1' is not an event; " + events},
+      {{"send", "Sound", "x", "--event", "4294967296"},
+       "--event: '4294967296' is not an event; " + events},
+      {{"send", "Sound", "x", "--event", "0x"}, "--event: '0x' is not an event; " + events},
+      {{"send", "--event", "--set", "n=1", "Sound", "x"},
+       "--event: '--set' is not an event; " + events},
+      {{"send", "Sound", "x", "--event", "trap", "--event", "trap"},
+       "--event is given more than once"},
+      {{"send", "Sound", "x", "--set"}, "--set needs a value"},
+      {{"send", "Sound", "x", "--set="}, "--set= needs a value"},
+      {{"send", "Sound", "x", "--set", ""}, "--set: '' is not of the form LETTER=VALUE"},
+      {{"send", "Sound", "x", "--set", "n"}, "--set: 'n' is not of the form LETTER=VALUE"},
+      {{"send", "Sound", "x", "--set", "=1"}, "--set: '=1' is not of the form LETTER=VALUE"},
+      {{"send", "Sound", "x", "--set", "nn=1"}, "--set: 'nn=1' is not of the form LETTER=VALUE"},
+      {{"send", "Sound", "x", "--set", "%n=1"}, "--set: '%n=1' is not of the form LETTER=VALUE"},
+      {{"send", "Sound", "x", "--set", "5=1"}, "--set: '5=1' is not of the form LETTER=VALUE"},
+      {{"send", "Sound", "x", "--set", "n=1", "--set", "C"},
+       "--set: 'C' is not of the form LETTER=VALUE"},
+  };
+  return usages;
+}
+
+TEST(CommandLine, NamesTheArgumentThatIsWrong) {
+  for (const WrongUsage& usage : WrongUsages()) {
+    const auto parsed = ParseCommandLine(usage.arguments);
+    const auto* const error = std::get_if<UsageError>(&parsed);
+    ASSERT_NE(error, nullptr) << ::testing::PrintToString(usage.arguments);
+    EXPECT_THAT(error->text, StartsWith("notifyhost: " + usage.fault + "\nRun notifyhost "))
+        << ::testing::PrintToString(usage.arguments);
+  }
+}
+
+TEST(CommandLine, TellsWhereHelpIs) {
+  EXPECT_EQ(std::get<UsageError>(ParseCommandLine({"frobnicate", "--x"})).text,
+            "notifyhost: 'frobnicate' is not a command; the commands are classes, register, "
+            "unregister and send\nRun notifyhost --help for help.\n");
+  EXPECT_EQ(std::get<UsageError>(ParseCommandLine({"send", "Sound"})).text,
+            "notifyhost: FILE is missing\nRun notifyhost send --help for help.\n");
+}
+
+TEST(CommandLine, GivesHelp) {
+  const std::string help = Help({"--help"});
+  EXPECT_EQ(Help({"-h"}), help);
+  for (const char* part : {"Usage: notifyhost [OPTIONS] COMMAND [ARGUMENTS]\n", "  classes  ",
+                           "  register  ", "  unregister  ", "  send  ", "  --module FILE  ",
+                           "Exit codes: 0 ", "Examples:\n  notifyhost register\n"}) {
+    EXPECT_THAT(help, HasSubstr(part));
+  }
+}
+
+TEST(CommandLine, GivesHelpOnEachCommand) {
+  for (const char* command : {"classes", "register", "unregister", "send"}) {
+    const std::string help = Help({command, "--help"});
+    EXPECT_EQ(Help({command, "-h"}), help);
+    EXPECT_EQ(Help({"--help", command}), help);
+    EXPECT_THAT(help, HasSubstr(std::string("Usage: notifyhost ") + command + " [OPTIONS]"));
+    EXPECT_THAT(help, HasSubstr("  --module FILE  "));
+    EXPECT_THAT(help, HasSubstr(std::string("Examples:\n  notifyhost ") + command));
+  }
+  const std::string help = Help({"send", "--help"});
+  for (const char* part :
+       {" CLASS FILE\n", "  CLASS  ", "  FILE  ", "  --event EVENT  ", "  --set LETTER=VALUE  ",
+        "item-up", "item-down", "service-up", "service-down", "trap", "none"}) {
+    EXPECT_THAT(help, HasSubstr(part));
+  }
+}
+
+TEST(CommandLine, FitsItsHelpIntoATerminal) {
+  for (const Arguments& arguments :
+       std::vector<Arguments>{{"-h"}, {"classes", "-h"}, {"register", "-h"}, {"send", "-h"}}) {
+    std::istringstream help(Help(arguments));
+    std::string line;
+    while (std::getline(help, line)) {
+      EXPECT_LE(line.size(), 80U) << line;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace brantel::host
