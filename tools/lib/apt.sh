@@ -6,8 +6,11 @@ as_root()
 {
 	if ((EUID == 0)); then
 		"$@"
-	else
+	elif type -P sudo >/dev/null; then
 		sudo "$@"
+	else
+		echo "This needs root, or sudo: $*" >&2
+		return 1
 	fi
 }
 

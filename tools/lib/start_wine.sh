@@ -2,43 +2,81 @@
 # start_wine.sh WINE ARGS...
 #
 # Becomes the Windows program (or the wineserver) that the arguments name,
-# where Wine's own files are in place. WINEPREFIX is set.
+# where Wine's own files are in place. WINEPREFIX is set. Other programs are named
+# by their full path: those that PATH has first may not run beside Wine's files.
 
-# Succeeds when a wineserver for the prefix is running.
-server_runs()
-{
-	# wineserver names its folder after the prefix's device and inode, below
-	# one of the user's (Debian's) or the user's one. A server that was killed
-	# outright leaves its socket behind; to be deceived by that costs no more
-	# than the wait described below.
-	id=$(stat -c '%D %i' -- "$WINEPREFIX" 2>/dev/null) || return
-	id=$(printf 'server-%s-%x' "${id% *}" "${id#* }")
-	for socket in /tmp/wine-*/"$id"/socket /tmp/.wine-*/"$id"/socket; do
-		if [ -O "$socket" ]; then return; fi
-	done
-	return 1
-}
-
-# Starts the server and Wine's background programs (services, explorer).
-# They outlive the program that causes their start by about two seconds, and
-# keep its standard error open. So that nobody who reads the end of a pipe has
-# to wait for them, they are started by a program with nothing of the caller's.
+# Starts a server if there is none. One that a program starts by itself ends with
+# it (Debian's Wine), and the next program has to wait for Wine's services again.
+# This one stays a while.
 start_server()
 {
-	if [ -e "$WINEPREFIX/system.reg" ]; then
-		"$1" hostname </dev/null >/dev/null 2>&1 || :
-		return
-	fi
-	# A new prefix. The two libraries would ask to download their engines,
-	# and the menu builder would write into the caller's home folder.
-	mkdir -p -- "$WINEPREFIX"
+	"${1%/*}/wineserver" -p3 </dev/null >/dev/null 2>&1 || :
+}
+
+make_prefix()
+{
+	# Debian's Wine does not look where its fonts are.
+	/usr/bin/mkdir -p -- "$WINEPREFIX/drive_c/windows/Fonts"
+	/usr/bin/ln -sf /usr/share/wine/fonts/* "$WINEPREFIX/drive_c/windows/Fonts"
+	start_server "$1"
+	# The two libraries would ask to download their engines, and the menu
+	# builder would write into the caller's home folder.
 	WINEARCH=win32 \
 	WINEDLLOVERRIDES="mscoree,mshtml=;winemenubuilder.exe=d" \
 		"$1" wineboot --init </dev/null >/dev/null 2>&1 || :
+	# Where there is no window manager, Wine waits two seconds for one to take
+	# away each window, and windows have no title bars.
+	"$1" reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f \
+		</dev/null >/dev/null 2>&1 || :
+}
+
+# Wine's background programs (services, explorer) inherit the standard error of
+# the program that causes them to be started, and outlive it. Whoever reads that
+# from a pipe would wait for their end instead of the program's. So they get
+# another pipe, from which a child hands on what comes until the program is gone.
+# Where standard output is the same pipe it takes the same way, in its order.
+# (After exec the program has this process's id, and is the child's parent.)
+become_with_relay()
+{
+	# Its Perl may not know the locale that is for the program.
+	PERL_BADLANG=0 exec /usr/bin/perl -e '
+		delete $ENV{PERL_BADLANG};
+		my $program = $$;
+		pipe(my $from, my $to) or die "pipe: $!\n";
+		my $child = fork // die "fork: $!\n";
+		if ($child == 0) {
+			$SIG{$_} = "IGNORE" for qw(INT TERM HUP QUIT);
+			close $to;
+			close STDIN;
+			close STDOUT;
+			chdir "/";
+			vec(my $readable = "", fileno $from, 1) = 1;
+			while (1) {
+				my $gone = getppid() != $program;
+				my $ready = select(my $ready_ones = $readable, undef, undef, $gone ? 0 : 0.01);
+				last if $ready <= 0 && $gone;
+				next if $ready <= 0;
+				sysread($from, my $data, 65536) or last;
+				while (length $data) {
+					my $written = syswrite(STDERR, $data) // exit;
+					substr($data, 0, $written) = "";
+				}
+			}
+			exit;
+		}
+		my $same = join(",", (stat STDOUT)[0, 1]) eq join(",", (stat STDERR)[0, 1]);
+		open(STDOUT, ">&", $to) if $same;
+		open(STDERR, ">&", $to);
+		exec { $ARGV[0] } @ARGV;' "$@"
 }
 
 case $1 in
-*/wineserver) ;;
-*) server_runs || start_server "$1" ;;
+*/wineserver) exec "$@" ;;
 esac
+if [ -e "$WINEPREFIX/.update-timestamp" ]; then
+	start_server "$1"
+else
+	make_prefix "$1"
+fi
+if [ -p /dev/fd/2 ] || [ -S /dev/fd/2 ]; then become_with_relay "$@"; fi
 exec "$@"
