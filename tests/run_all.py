@@ -15,6 +15,7 @@ from dataclasses import dataclass, field
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 BUILD = ROOT / "build"
 WINE = str(ROOT / "tools" / "wine")
+MODULE = ROOT / "out" / "win32" / "Brantel_Notifications.dll"
 
 
 @dataclass
@@ -35,6 +36,10 @@ def wine_gtest(program: pathlib.Path) -> list[str]:
     return [WINE, *gtest(program)]
 
 
+def windows_path(path: pathlib.Path) -> str:
+    return "Z:" + str(path).replace("/", "\\")
+
+
 def pytest(folder: str) -> list[str]:
     return ["/usr/bin/python3", "-m", "pytest", "-q", "-p", "no:cacheprovider",
             "--junit-xml=RESULTS", str(ROOT / folder)]
@@ -46,10 +51,10 @@ SUITES = [
     Suite("unit-sanitize", gtest(BUILD / "sanitize/tests/unit/unit_tests"), ["sanitize"], 300),
     Suite("fuzz", ["/usr/bin/python3", str(ROOT / "fuzz/run.py"), str(BUILD / "fuzz"), "RESULTS"],
           ["fuzz"], 900),
-    Suite("unit-windows", wine_gtest(BUILD / "win32/tests/unit/unit_tests.exe"), ["win32"], 300,
-          wine=True),
-    Suite("module", wine_gtest(BUILD / "win32/tests/module/module_tests.exe"), ["win32"], 600,
-          wine=True),
+    Suite("unit-windows", wine_gtest(BUILD / "win32-tests/tests/unit/unit_tests.exe"),
+          ["win32-tests"], 300, wine=True),
+    Suite("module", wine_gtest(BUILD / "win32-tests/tests/module/module_tests.exe"),
+          ["win32", "win32-tests"], 600, {"BRANTEL_MODULE": windows_path(MODULE)}, wine=True),
     Suite("host", pytest("tests/host"), ["win32"], 600, wine=True),
 ]
 

@@ -7,6 +7,16 @@
 #include "module/module_lock.h"
 #include "module/registration_win32.h"
 
+// NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp): the compiler's own name
+namespace __gnu_cxx {
+
+// Frees the memory that the compiler's library sets aside for exceptions when none is left; nobody
+// else does when the module is unloaded.
+void __freeres();
+
+}  // namespace __gnu_cxx
+// NOLINTEND(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
+
 extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, void* process_ends) {
   switch (reason) {
     case DLL_PROCESS_ATTACH:
@@ -16,7 +26,10 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, void* process_e
     case DLL_PROCESS_DETACH:
       // When the whole process ends its other threads are gone, perhaps while they held the heap's
       // lock: then nothing is given back, since the process takes it all with it.
-      if (process_ends == nullptr) brantel::CloseClassFactoryCache();
+      if (process_ends == nullptr) {
+        brantel::CloseClassFactoryCache();
+        __gnu_cxx::__freeres();
+      }
       break;
     default:
       break;

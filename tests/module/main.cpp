@@ -1,0 +1,40 @@
+#include <windows.h>
+#include <gtest/gtest.h>
+
+#include <exception>
+#include <iostream>
+
+#include "tests/module/allocation_ledger.h"
+#include "tests/module/loaded_module.h"
+#include "tests/module/utf8_text.h"
+
+namespace {
+
+// A crash ends the program with an exit code that nobody takes for a success, and without a
+// debugger that would wait for somebody.
+LONG WINAPI EndAfterCrash(EXCEPTION_POINTERS* crash) {
+  std::cerr << "module_tests: exception " << std::hex << crash->ExceptionRecord->ExceptionCode
+            << " at " << crash->ExceptionRecord->ExceptionAddress << std::endl;
+  TerminateProcess(GetCurrentProcess(), 3);
+  return EXCEPTION_CONTINUE_SEARCH;
+}
+
+}  // namespace
+
+int main(int argument_count, char** arguments) {
+  SetUnhandledExceptionFilter(EndAfterCrash);
+  testing::InitGoogleTest(&argument_count, arguments);
+  try {
+    brantel::OpenAllocationLedger();
+    std::cout << "Module under test: " << brantel::ToUtf8(brantel::ModuleFile()) << '\n';
+  } catch (const std::exception& reason) {
+    std::cerr << "module_tests: " << reason.what() << '\n';
+    return 2;
+  }
+  {
+    // At a thread's first trace the test framework starts a watcher for that thread and keeps the
+    // handles of both; here, so that no test finds them among its own.
+    SCOPED_TRACE("none yet");
+  }
+  return RUN_ALL_TESTS();
+}

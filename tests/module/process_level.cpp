@@ -1,0 +1,74 @@
+#include "tests/module/process_level.h"
+
+#include <winternl.h>
+
+#include <algorithm>
+#include <array>
+#include <stdexcept>
+
+namespace brantel {
+namespace {
+
+// All handles of the system. GetProcessHandleCount would do for the number, but is not implemented
+// everywhere: it succeeds and says 0.
+std::vector<std::byte> HandlesOfTheSystem() {
+  std::vector<std::byte> table(std::size_t{1} << 16);
+  while (true) {
+    const NTSTATUS status = NtQuerySystemInformation(SystemHandleInformation, table.data(),
+                                                     static_cast<ULONG>(table.size()), nullptr);
+    if (status >= 0) return table;
+    if (table.size() > std::size_t{1} << 26) throw std::runtime_error("handles cannot be listed");
+    table.resize(table.size() * 2);
+  }
+}
+
+void AddLevelOf(HANDLE heap, HeapLevel& level) {
+  HeapLock(heap);
+  PROCESS_HEAP_ENTRY entry{};
+  while (HeapWalk(heap, &entry) != FALSE) {
+    if ((entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) == 0) continue;
+    ++level.blocks;
+    level.bytes += entry.cbData;
+  }
+  HeapUnlock(heap);
+}
+
+}  // namespace
+
+std::vector<HANDLE> OpenHandles() {
+  const std::vector<std::byte> table = HandlesOfTheSystem();
+  const auto& information = *reinterpret_cast<const SYSTEM_HANDLE_INFORMATION*>(table.data());
+  // The table keeps 16 bits of each process's number.
+  const auto own_process = static_cast<USHORT>(GetCurrentProcessId());
+
+  std::vector<HANDLE> handles;
+  for (ULONG i = 0; i < information.Count; ++i) {
+    const SYSTEM_HANDLE_ENTRY& entry = information.Handle[i];
+    if (static_cast<USHORT>(entry.OwnerPid) != own_process) continue;
+    handles.push_back(reinterpret_cast<HANDLE>(static_cast<ULONG_PTR>(entry.HandleValue)));
+  }
+  std::ranges::sort(handles);
+  return handles;
+}
+
+HeapLevel MeasureHeaps() {
+  std::array<HANDLE, 64> heaps{};
+  const DWORD count = GetProcessHeaps(static_cast<DWORD>(heaps.size()), heaps.data());
+  if (count > heaps.size()) throw std::runtime_error("more heaps than expected");
+  HeapLevel level;
+  for (DWORD i = 0; i < count; ++i)
+    AddLevelOf(heaps.at(i), level);
+  return level;
+}
+
+std::size_t FreeThreadSlots() {
+  std::vector<DWORD> slots;
+  for (DWORD slot = TlsAlloc(); slot != TLS_OUT_OF_INDEXES; slot = TlsAlloc()) {
+    slots.push_back(slot);
+  }
+  for (const DWORD slot : slots)
+    TlsFree(slot);
+  return slots.size();
+}
+
+}  // namespace brantel

@@ -1,0 +1,39 @@
+#include <windows.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/module/loaded_module.h"
+#include "tests/module/portable_executable.h"
+
+namespace brantel {
+namespace {
+
+using ::testing::AnyOf;
+using ::testing::Each;
+using ::testing::ElementsAre;
+
+TEST(ProgramFile, IsA32BitLibrary) {
+  EXPECT_TRUE(PortableExecutable(ModuleFile()).is_library());
+}
+
+TEST(ProgramFile, ExportsTheFourEntryPointsUndecoratedAndNothingElse) {
+  const PortableExecutable file(ModuleFile());
+
+  EXPECT_THAT(file.ExportNames(), ElementsAre("DllCanUnloadNow", "DllGetClassObject",
+                                              "DllRegisterServer", "DllUnregisterServer"));
+  EXPECT_EQ(file.ExportCount(), 4U);
+}
+
+TEST(ProgramFile, ImportsSystemLibrariesAlone) {
+  EXPECT_THAT(PortableExecutable(ModuleFile()).ImportedLibraries(),
+              Each(AnyOf("advapi32.dll", "comctl32.dll", "comdlg32.dll", "gdi32.dll",
+                         "kernel32.dll", "mpr.dll", "msvcrt.dll", "ole32.dll", "oleaut32.dll",
+                         "shell32.dll", "shlwapi.dll", "user32.dll", "winmm.dll", "wsock32.dll")));
+}
+
+TEST(ProgramFile, HasAtMost512KiB) {
+  EXPECT_LE(PortableExecutable(ModuleFile()).size(), 524288U);
+}
+
+}  // namespace
+}  // namespace brantel

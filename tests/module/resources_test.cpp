@@ -1,0 +1,266 @@
+#include <windows.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <oleauto.h>
+
+#include <array>
+#include <cstring>
+#include <map>
+#include <set>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "framework/bstr_win32.h"
+#include "tests/module/expected_classes.h"
+#include "tests/module/loaded_module.h"
+#include "tests/module/utf8_text.h"
+
+namespace brantel {
+namespace {
+
+using ::testing::HasSubstr;
+using ::testing::Not;
+using ::testing::ValuesIn;
+
+// RT_ICON and RT_GROUP_ICON, which the headers define for the ANSI functions here.
+const wchar_t* const kIconType = MAKEINTRESOURCEW(3);
+const wchar_t* const kIconGroupType = MAKEINTRESOURCEW(14);
+
+std::string Resource(HMODULE module, WORD id, const wchar_t* type) {
+  const HRSRC found = FindResourceW(module, MAKEINTRESOURCEW(id), type);
+  if (found == nullptr) return {};
+  const auto* bytes = static_cast<const char*>(LockResource(LoadResource(module, found)));
+  return {bytes, SizeofResource(module, found)};
+}
+
+BOOL CALLBACK NoteId(HMODULE, LPCWSTR, LPWSTR name, LONG_PTR ids) {
+  reinterpret_cast<std::set<WORD>*>(ids)->insert(LOWORD(reinterpret_cast<ULONG_PTR>(name)));
+  return TRUE;
+}
+
+std::set<WORD> IdsOfType(HMODULE module, const wchar_t* type) {
+  std::set<WORD> ids;
+  EnumResourceNamesW(module, type, NoteId, reinterpret_cast<LONG_PTR>(&ids));
+  return ids;
+}
+
+TEST(RegistryScripts, AreSeven) {
+  const LoadedModule module;
+
+  EXPECT_THAT(IdsOfType(module.handle(), L"REGISTRY"),
+              ::testing::ElementsAre(101, 113, 115, 117, 119, 136, 139));
+}
+
+class ResourcesOfClass : public ::testing::TestWithParam<ExpectedClass> {};
+
+INSTANTIATE_TEST_SUITE_P(Classes, ResourcesOfClass, ValuesIn(kExpectedClasses), NameOfClass);
+
+TEST_P(ResourcesOfClass, HaveARegistryScriptOfThatClassAndNoOther) {
+  const LoadedModule module;
+  const std::string script = Resource(module.handle(), GetParam().registry_script_id, L"REGISTRY");
+
+  EXPECT_THAT(script, HasSubstr(ToUtf8(GetParam().clsid)));
+  EXPECT_THAT(script, HasSubstr(ToUtf8(GetParam().prog_id)));
+  EXPECT_THAT(script, HasSubstr(ToUtf8(GetParam().description)));
+  EXPECT_THAT(script, HasSubstr("%MODULE%"));
+  for (const ExpectedClass& other : kExpectedClasses) {
+    if (other.icon_id == GetParam().icon_id) continue;
+    EXPECT_THAT(script, Not(HasSubstr(ToUtf8(other.clsid)))) << other;
+    EXPECT_THAT(script, Not(HasSubstr(other.name))) << other;
+  }
+}
+
+// Icon groups as they lie in a library's resources.
+#pragma pack(push, 2)
+struct GroupHeader {
+  WORD reserved;
+  WORD type;  // 1 for icons
+  WORD count;
+};
+struct GroupEntry {
+  BYTE width;
+  BYTE height;
+  BYTE colours;
+  BYTE reserved;
+  WORD planes;
+  WORD bits;
+  DWORD size;
+  WORD image_id;
+};
+#pragma pack(pop)
+
+// The images of a group by their width in pixels.
+std::map<int, std::string> IconImages(HMODULE module, WORD id) {
+  const std::string group = Resource(module, id, kIconGroupType);
+  GroupHeader header{};
+  if (group.size() < sizeof header) return {};
+  std::memcpy(&header, group.data(), sizeof header);
+  std::map<int, std::string> images;
+  for (std::size_t i = 0; i < header.count; ++i) {
+    GroupEntry entry{};
+    std::memcpy(&entry, group.data() + sizeof header + i * sizeof entry, sizeof entry);
+    EXPECT_EQ(entry.width, entry.height);
+    images[entry.width] = Resource(module, entry.image_id, kIconType);
+    EXPECT_EQ(images[entry.width].size(), entry.size);
+  }
+  return images;
+}
+
+TEST_P(ResourcesOfClass, HaveAnIconIn16And32And48Pixels) {
+  const LoadedModule module;
+  const auto images = IconImages(module.handle(), GetParam().icon_id);
+
+  EXPECT_THAT(images, ::testing::SizeIs(3));
+  for (const int width : {16, 32, 48}) {
+    ASSERT_TRUE(images.contains(width)) << width;
+    BITMAPINFOHEADER header{};
+    ASSERT_GT(images.at(width).size(), sizeof header);
+    std::memcpy(&header, images.at(width).data(), sizeof header);
+    EXPECT_EQ(header.biSize, sizeof header) << width;
+    EXPECT_EQ(header.biWidth, width);
+    EXPECT_EQ(header.biHeight, 2 * width) << "the picture and its mask";
+  }
+}
+
+TEST(IconGroups, AreSevenOfDifferentPictures) {
+  const LoadedModule module;
+  const std::set<WORD> ids = IdsOfType(module.handle(), kIconGroupType);
+  EXPECT_THAT(ids, ::testing::ElementsAre(203, 205, 207, 209, 210, 211, 217));
+
+  for (const int width : {16, 32, 48}) {
+    std::set<std::string> pictures;
+    for (const WORD id : ids)
+      pictures.insert(IconImages(module.handle(), id)[width]);
+    EXPECT_EQ(pictures.size(), 7U) << width;
+  }
+}
+
+TEST(StringTable, NamesTheProject) {
+  const LoadedModule module;
+  std::array<wchar_t, 512> text{};
+
+  ASSERT_GT(LoadStringW(module.handle(), 100, text.data(), static_cast<int>(text.size())), 0);
+  EXPECT_EQ(std::wstring(text.data()), L"Brantel_Notifications");
+}
+
+class VersionInformation : public ::testing::Test {
+ protected:
+  VersionInformation() : block_(Size()) {
+    GetFileVersionInfoW(ModuleFile().c_str(), 0, static_cast<DWORD>(block_.size()), block_.data());
+  }
+
+  static std::size_t Size() {
+    DWORD unused = 0;
+    return GetFileVersionInfoSizeW(ModuleFile().c_str(), &unused);
+  }
+
+  // A part of the block; null where there is none.
+  template <typename Part>
+  const Part* Query(const std::wstring& path) const {
+    void* part = nullptr;
+    UINT size = 0;
+    const BOOL found = VerQueryValueW(block_.data(), path.c_str(), &part, &size);
+    return found != FALSE && size != 0 ? static_cast<const Part*>(part) : nullptr;
+  }
+
+  std::vector<BYTE> block_;
+};
+
+TEST_F(VersionInformation, IsThatOfALibraryFor32BitWindows) {
+  const auto* fixed = Query<VS_FIXEDFILEINFO>(L"\\");
+
+  ASSERT_NE(fixed, nullptr);
+  EXPECT_EQ(fixed->dwSignature, 0xFEEF04BDU);
+  EXPECT_EQ(fixed->dwFileType, static_cast<DWORD>(VFT_DLL));
+  EXPECT_EQ(fixed->dwFileFlags & VS_FF_DEBUG, 0U);
+}
+
+TEST_F(VersionInformation, HasTextsInItsOwnTranslation) {
+  struct Translation {
+    WORD language;
+    WORD code_page;
+  };
+  const auto* translation = Query<Translation>(L"\\VarFileInfo\\Translation");
+  ASSERT_NE(translation, nullptr);
+  std::array<wchar_t, 32> folder{};
+  wsprintfW(folder.data(), L"\\StringFileInfo\\%04x%04x\\", translation->language,
+            translation->code_page);
+
+  const auto* original_name = Query<wchar_t>(std::wstring(folder.data()) + L"OriginalFilename");
+  ASSERT_NE(original_name, nullptr);
+  EXPECT_EQ(std::wstring(original_name), L"Brantel_Notifications.dll");
+}
+
+class TypeLibrary : public ::testing::Test {
+ protected:
+  struct Documentation {
+    std::wstring name;
+    std::wstring description;
+  };
+
+  TypeLibrary() {
+    if (FAILED(LoadTypeLibEx(ModuleFile().c_str(), REGKIND_NONE, library_.put()))) {
+      throw std::runtime_error("the module holds no type library");
+    }
+  }
+
+  // Of the whole library at index -1.
+  [[nodiscard]] Documentation DocumentationOf(int index) const {
+    Bstr name;
+    Bstr description;
+    EXPECT_EQ(
+        library_->GetDocumentation(index, name.in_out(), description.in_out(), nullptr, nullptr),
+        S_OK);
+    return {std::wstring(name.view()), std::wstring(description.view())};
+  }
+
+  ComPointer<ITypeLib> library_;
+};
+
+TEST_F(TypeLibrary, IsTheResourceNumberedOne) {
+  const LoadedModule module;
+
+  EXPECT_THAT(IdsOfType(module.handle(), L"TYPELIB"), ::testing::ElementsAre(1));
+  ComPointer<ITypeLib> by_number;
+  EXPECT_EQ(LoadTypeLibEx((ModuleFile() + L"\\1").c_str(), REGKIND_NONE, by_number.put()), S_OK);
+}
+
+TEST_F(TypeLibrary, HasItsNameDescriptionIdentifierAndVersion) {
+  const Documentation documentation = DocumentationOf(-1);
+  EXPECT_EQ(documentation.name, L"BRANTEL_NOTIFICATIONSLib");
+  EXPECT_EQ(documentation.description, L"Brantel_Notifications 1.0 Type Library");
+
+  TLIBATTR* attributes = nullptr;
+  ASSERT_EQ(library_->GetLibAttr(&attributes), S_OK);
+  EXPECT_EQ(attributes->guid, ToGuid(kExpectedLibraryId));
+  EXPECT_EQ(attributes->wMajorVerNum, 1);
+  EXPECT_EQ(attributes->wMinorVerNum, 0);
+  EXPECT_EQ(attributes->syskind, SYS_WIN32);
+  EXPECT_EQ(attributes->lcid, 0U);
+  library_->ReleaseTLibAttr(attributes);
+}
+
+TEST_F(TypeLibrary, DescribesTheSevenClassesAndNothingElse) {
+  ASSERT_EQ(library_->GetTypeInfoCount(), 7U);
+
+  for (int index = 0; index < 7; ++index) {
+    const ExpectedClass& expected = kExpectedClasses.at(static_cast<std::size_t>(index));
+    const Documentation documentation = DocumentationOf(index);
+    EXPECT_EQ(ToUtf8(documentation.name), expected.name);
+    EXPECT_EQ(documentation.description, expected.description);
+
+    TYPEKIND kind = TKIND_MAX;
+    EXPECT_EQ(library_->GetTypeInfoType(static_cast<UINT>(index), &kind), S_OK);
+    EXPECT_EQ(kind, TKIND_COCLASS) << expected;
+    ComPointer<ITypeInfo> type;
+    ASSERT_EQ(library_->GetTypeInfo(static_cast<UINT>(index), type.put()), S_OK);
+    TYPEATTR* attributes = nullptr;
+    ASSERT_EQ(type->GetTypeAttr(&attributes), S_OK);
+    EXPECT_EQ(attributes->guid, ToGuid(expected.clsid)) << expected;
+    type->ReleaseTypeAttr(attributes);
+  }
+}
+
+}  // namespace
+}  // namespace brantel

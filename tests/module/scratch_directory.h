@@ -1,0 +1,26 @@
+#pragma once
+
+#include <filesystem>
+#include <string_view>
+
+namespace brantel {
+
+// A new, empty folder that is removed with all it holds. Its path has no blanks.
+class ScratchDirectory {
+ public:
+  ScratchDirectory();
+  ScratchDirectory(const ScratchDirectory&) = delete;
+  ScratchDirectory& operator=(const ScratchDirectory&) = delete;
+  ~ScratchDirectory();
+
+  [[nodiscard]] const std::filesystem::path& path() const { return path_; }
+
+  // Writes a file with these bytes and returns its full path.
+  [[nodiscard]] std::filesystem::path Write(const std::filesystem::path& name,
+                                            std::string_view bytes) const;
+
+ private:
+  std::filesystem::path path_;
+};
+
+}  // namespace brantel
