@@ -59,11 +59,12 @@ HRESULT NotifierObject::InterfaceSupportsErrorInfo(REFIID iid) noexcept {
 HRESULT NotifierObject::Initialize(IUnknown* host) noexcept {
   if (host_) return S_OK;
   if (host == nullptr) return E_FAIL;
-  ComPointer<INotifierHost> callback;
-  if (FAILED(host->QueryInterface(IID_INotifierHost, callback.put_void())) || !callback) {
+  void* callback = nullptr;
+  // A pointer that comes with a failure is no reference of ours, whatever it holds.
+  if (FAILED(host->QueryInterface(IID_INotifierHost, &callback)) || callback == nullptr) {
     return E_FAIL;
   }
-  host_ = std::move(callback);
+  host_ = ComPointer<INotifierHost>::Adopt(static_cast<INotifierHost*>(callback));
   return S_OK;
 }
 
