@@ -16,7 +16,7 @@ set(NOTIFIER_ICON_SOURCES "")
 set(NOTIFIER_SCRIPT_FILES "")
 foreach(row IN LISTS rows)
   if(NOT row MATCHES
-     "^NOTIFIER_CLASS\\(([A-Za-z]+), \"([-0-9A-F]+)\", ([0-9]+), ([0-9]+), ([a-z_]+), (true|false), (true|false)\\)$")
+     "^NOTIFIER_CLASS\\(([A-Za-z]+), \"([-0-9A-F]+)\", ([0-9]+), ([0-9]+), ([a-z_]+), (nullptr|&k[A-Za-z]+WebForm), (true|false)\\)$")
     message(FATAL_ERROR "notifier_classes.def: this row does not have the seven columns: ${row}")
   endif()
   math(EXPR row_count "${row_count} + 1")

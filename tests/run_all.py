@@ -51,6 +51,7 @@ SUITES = [
     Suite("unit-sanitize", gtest(BUILD / "sanitize/tests/unit/unit_tests"), ["sanitize"], 300),
     Suite("fuzz", ["/usr/bin/python3", str(ROOT / "fuzz/run.py"), str(BUILD / "fuzz"), "RESULTS"],
           ["fuzz"], 900),
+    Suite("web", pytest("tests/web"), ["native"], 600),
     Suite("unit-windows", wine_gtest(BUILD / "win32-tests/tests/unit/unit_tests.exe"),
           ["win32-tests"], 300, wine=True),
     Suite("module", wine_gtest(BUILD / "win32-tests/tests/module/module_tests.exe"),

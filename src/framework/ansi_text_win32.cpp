@@ -42,4 +42,8 @@ std::string ToAnsiPath(std::wstring_view path) {
   return Narrow(path.substr(0, path.find(L'\0')), WC_NO_BEST_FIT_CHARS);
 }
 
+bool IsLeadByte(char byte) {
+  return IsDBCSLeadByte(static_cast<BYTE>(byte)) != FALSE;
+}
+
 }  // namespace brantel

@@ -14,4 +14,7 @@ std::wstring FromAnsi(std::string_view text);
 // and never a likeness of it, which would name another file. Ends at the first NUL.
 std::string ToAnsiPath(std::wstring_view path);
 
+// Whether the code page's double-byte characters begin with this byte.
+bool IsLeadByte(char byte);
+
 }  // namespace brantel

@@ -4,6 +4,7 @@
 
 #include <array>
 
+#include "framework/ansi_text_win32.h"
 #include "framework/handle_win32.h"
 #include "framework/instance_name.h"
 
@@ -20,10 +21,6 @@ bool WriteContent(const std::string& path, DWORD disposition, std::string_view c
   DWORD written = 0;
   WriteFile(file.get(), content.data(), static_cast<DWORD>(content.size()), &written, nullptr);
   return true;
-}
-
-bool IsLeadByte(char byte) {
-  return IsDBCSLeadByte(static_cast<BYTE>(byte)) != FALSE;
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <limits>
 #include <span>
@@ -20,26 +21,53 @@ enum class FieldPresence {
 };
 
 enum class FormInput {
-  kNone,           // the web forms do not carry the field; saving a form keeps what is stored
-  kUnshown,        // no row either, but a posted value is taken, and a missing one counts as empty
-  kSingleLine,     // a text input
-  kMultiLine,      // a text area: line breaks belong to the value
-  kProtocolRadio,  // one radio button for each paging protocol, the row repeated for each
+  kNone,        // the web forms do not carry the field; saving a form keeps what is stored
+  kUnshown,     // no row either, but a posted value is taken, and a missing one counts as empty
+  kSingleLine,  // a text input
+  kMultiLine,   // a text area: line breaks belong to the value
+  kChoice,      // a radio button for each value that the field may have
 };
 
-// How the web forms show a field: the row's exact text on each page, in which the first "%s" stands
-// for the value. Browsers of the time were not particular about letter case, but what reads these
-// pages besides browsers is.
+// Texts with consecutive numbers in the string table.
+struct TextRange {
+  unsigned first_id = 0;
+  unsigned count = 0;
+};
+
+// The text of a form's row around the value. Given as one literal with "%s" in the value's place; a
+// literal without it does not compile.
+class RowText {
+ public:
+  constexpr RowText() = default;
+  consteval RowText(const char* row) : RowText(row, std::string_view(row).find("%s")) {}
+
+  [[nodiscard]] constexpr std::string_view before() const { return before_; }
+  [[nodiscard]] constexpr std::string_view after() const { return after_; }
+
+ private:
+  constexpr RowText(std::string_view row, std::size_t place)
+      : before_(row.substr(0, place)), after_(row.substr(place + 2)) {}
+
+  std::string_view before_;
+  std::string_view after_;
+};
+
+// How the web forms show a field: the row's exact text on each page, around the value or the radio
+// buttons of a choice. Browsers of the time were not particular about letter case, but what reads
+// these pages besides browsers is.
 struct FormRow {
   FormInput input = FormInput::kNone;
-  std::string_view name{};      // of the posted field
-  std::string_view add_row{};   // value inserted as stored
-  std::string_view edit_row{};  // value escaped
+  std::string_view name{};  // of the posted field
+  RowText add_row{};        // value inserted as stored
+  RowText edit_row{};       // value escaped
+  // The values of a choice, which are their labels too. The first stands for every other value.
+  TextRange choices{};
 };
 
 // A row that both pages show in the same words.
-constexpr FormRow SameRowOnBothPages(FormInput input, std::string_view name, std::string_view row) {
-  return {input, name, row, row};
+constexpr FormRow SameRowOnBothPages(FormInput input, std::string_view name, RowText row,
+                                     TextRange choices = {}) {
+  return {input, name, row, row, choices};
 }
 
 enum class ControlKind {

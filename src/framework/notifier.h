@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "framework/instance_codec.h"
 #include "framework/instance_files.h"
@@ -10,8 +11,9 @@
 
 namespace brantel {
 
-// The instance file that the host names in Send: the text as it came, for the log, and the path in
-// the system's ANSI code page, up to the first NUL, for the file system.
+// What the host names an instance by, the path of its file in Send, its name for the dialogs: the
+// text as it came, for the log, and the path in the system's ANSI code page, up to the first NUL,
+// for the file system.
 struct InstanceArgument {
   std::u16string text;
   std::string path;
@@ -29,8 +31,13 @@ class Notifier {
   virtual Result Send(const InstanceArgument& argument, NotifierHost* host) = 0;
 };
 
-// Loads the instance that an alert names. When that fails, tells the host (if there is one) in
-// three log lines: the argument as it came, why, and a line end.
+// Tells the host (if there is one) in three log lines that an instance cannot be loaded: which,
+// why, and a line end.
+void LogFailedLoad(NotifierHost* host, const InstanceLayout& layout, std::string_view which);
+void LogFailedLoad(NotifierHost* host, const InstanceLayout& layout, std::u16string_view which);
+
+// Loads the instance that an alert, or a request for its edit page, names. When that fails, tells
+// the host so, with the argument as it came.
 std::optional<Instance> LoadInstanceForAlert(InstanceFiles& files, const InstanceLayout& layout,
                                              const InstanceArgument& argument, NotifierHost* host);
 

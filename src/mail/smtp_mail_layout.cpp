@@ -52,4 +52,12 @@ constinit const InstanceLayout kSmtpMailLayout = {
     .load_failure_end = "\r\n",
 };
 
+// One title for both pages, and not that of the dialogs.
+constinit const WebFormSpec kSmtpMailWebForm = {
+    .layout = kSmtpMailLayout,
+    .add_title_id = text_id::kSmtpMailPage,
+    .edit_title_id = text_id::kSmtpMailPage,
+    .add_name_size = "17",
+};
+
 }  // namespace brantel

@@ -3,6 +3,7 @@
 #include <cstddef>
 
 #include "framework/instance_layout.h"
+#include "framework/web_form_spec.h"
 
 namespace brantel {
 
@@ -12,5 +13,6 @@ enum : std::size_t { kGateway, kTo, kFrom, kSubject, kMessage };
 }  // namespace smtp_mail_field
 
 extern const InstanceLayout kSmtpMailLayout;
+extern const WebFormSpec kSmtpMailWebForm;
 
 }  // namespace brantel

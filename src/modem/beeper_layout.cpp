@@ -59,4 +59,11 @@ constinit const InstanceLayout kBeeperLayout = {
     .default_name_id = text_id::kDefaultBeeper,
 };
 
+constinit const WebFormSpec kBeeperWebForm = {
+    .layout = kBeeperLayout,
+    .add_title_id = text_id::kAddBeeper,
+    .edit_title_id = text_id::kEditBeeper,
+    .profile_field = beeper_field::kSettingsProfile,
+};
+
 }  // namespace brantel

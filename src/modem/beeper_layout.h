@@ -3,6 +3,7 @@
 #include <cstddef>
 
 #include "framework/instance_layout.h"
+#include "framework/web_form_spec.h"
 
 namespace brantel {
 
@@ -20,5 +21,6 @@ enum : std::size_t {
 }  // namespace beeper_field
 
 extern const InstanceLayout kBeeperLayout;
+extern const WebFormSpec kBeeperWebForm;
 
 }  // namespace brantel

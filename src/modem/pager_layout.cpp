@@ -32,8 +32,10 @@ constexpr std::array<InstanceField, 6> kFields = {{
                                 "name=message value=\"%s\"></td></tr>\r\n"),
      .control = {ControlKind::kEdit, 221}},
     {.name = "protocol",
-     .form = SameRowOnBothPages(FormInput::kProtocolRadio, "protocol",
-                                "<tr><td>Protocol:</td><td>%s</td></tr>\r\n")},
+     // A text that is no protocol's name is sent as the first one, so that one is shown for it.
+     .form = SameRowOnBothPages(FormInput::kChoice, "protocol",
+                                "<tr><td>Protocol:</td><td>%s</td></tr>\r\n",
+                                {text_id::kFirstProtocol, 4})},
     {.name = "settings profile",
      .kind = FieldKind::kInteger,
      .presence = FieldPresence::kOptional,
@@ -49,6 +51,13 @@ constinit const InstanceLayout kPagerLayout = {
     .fields = kFields,
     // Deliberately the Beeper's: operators search their logs for this one name.
     .default_name_id = text_id::kDefaultBeeper,
+};
+
+constinit const WebFormSpec kPagerWebForm = {
+    .layout = kPagerLayout,
+    .add_title_id = text_id::kAddPager,
+    .edit_title_id = text_id::kEditPager,
+    .profile_field = pager_field::kSettingsProfile,
 };
 
 }  // namespace brantel

@@ -3,6 +3,7 @@
 #include <cstddef>
 
 #include "framework/instance_layout.h"
+#include "framework/web_form_spec.h"
 
 namespace brantel {
 
@@ -19,5 +20,6 @@ enum : std::size_t {
 }  // namespace pager_field
 
 extern const InstanceLayout kPagerLayout;
+extern const WebFormSpec kPagerWebForm;
 
 }  // namespace brantel

@@ -2,9 +2,14 @@
 
 #include <array>
 
+#include "framework/ansi_text_win32.h"
 #include "framework/instance_files_win32.h"
 #include "local/launch_program.h"
 #include "local/process_starter_win32.h"
+#include "mail/smtp_mail_layout.h"
+#include "modem/beeper_layout.h"
+#include "modem/pager_layout.h"
+#include "popup/win_popup_layout.h"
 
 namespace brantel {
 namespace {
@@ -34,8 +39,8 @@ constexpr auto MakeBeeper = MakeUnbuilt;
 constexpr auto MakePager = MakeUnbuilt;
 constexpr auto MakeVoice = MakeUnbuilt;
 
-#define NOTIFIER_CLASS(name, clsid, script_id, icon_id, stem, has_web_forms, programmable) \
-  NotifierClass{#name, ParseGuid(clsid), script_id, icon_id, has_web_forms, Make##name},
+#define NOTIFIER_CLASS(name, clsid, script_id, icon_id, stem, web_form, programmable) \
+  NotifierClass{#name, ParseGuid(clsid), script_id, icon_id, web_form, Make##name},
 constexpr std::array kClasses = {
 #include "module/notifier_classes.def"
 };
@@ -45,6 +50,11 @@ constexpr std::array kClasses = {
 
 std::span<const NotifierClass> NotifierClasses() {
   return kClasses;
+}
+
+std::unique_ptr<WebForms> MakeWebForms(const NotifierClass& notifier_class) {
+  if (notifier_class.web_form == nullptr) return nullptr;
+  return std::make_unique<WebForms>(instance_files, *notifier_class.web_form, IsLeadByte);
 }
 
 }  // namespace brantel

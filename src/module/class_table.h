@@ -6,6 +6,8 @@
 
 #include "framework/guid.h"
 #include "framework/notifier.h"
+#include "framework/web_form_spec.h"
+#include "framework/web_forms.h"
 
 namespace brantel {
 
@@ -15,11 +17,14 @@ struct NotifierClass {
   Guid clsid;
   unsigned registry_script_id;
   unsigned icon_id;
-  bool has_web_forms;
+  const WebFormSpec* web_form;  // null: the class offers no INotifierWebConfig
   std::unique_ptr<Notifier> (*make_notifier)();
 };
 
 // The seven classes, in their order.
 std::span<const NotifierClass> NotifierClasses();
+
+// The web side of a new object of the class; null where the class has none.
+std::unique_ptr<WebForms> MakeWebForms(const NotifierClass& notifier_class);
 
 }  // namespace brantel

@@ -14,10 +14,24 @@ InstanceArgument ToInstanceArgument(BSTR instance) {
   return {std::u16string(text.begin(), text.end()), ToAnsiPath(text)};
 }
 
+// Looked for in the wide text: in ANSI the second byte of a double-byte character may be what a
+// backslash is.
+std::string FileNameOf(BSTR instance) {
+  const std::wstring_view text = Bstr::ViewOf(instance);
+  const std::wstring_view path = text.substr(0, text.find(L'\0'));
+  return ToAnsiPath(path.substr(path.rfind(L'\\') + 1));
+}
+
+void StorePage(const HtmlText& page, BSTR* out) {
+  *out = Bstr(FromAnsi(page.view())).release();
+}
+
 }  // namespace
 
 NotifierObject::NotifierObject(const NotifierClass& notifier_class)
-    : class_(notifier_class), notifier_(notifier_class.make_notifier()) {}
+    : class_(notifier_class),
+      notifier_(notifier_class.make_notifier()),
+      web_forms_(MakeWebForms(notifier_class)) {}
 
 HRESULT NotifierObject::QueryInterface(REFIID iid, void** object) noexcept {
   if (object == nullptr) return E_POINTER;
@@ -40,7 +54,7 @@ ULONG NotifierObject::Release() noexcept {
 IUnknown* NotifierObject::FindCustomInterface(REFIID iid) noexcept {
   if (iid == IID_INotifier) return static_cast<INotifier*>(this);
   if (iid == IID_INotifierConfig) return static_cast<INotifierConfig*>(this);
-  if (class_.has_web_forms && iid == IID_INotifierWebConfig) {
+  if (web_forms_ && iid == IID_INotifierWebConfig) {
     return static_cast<INotifierWebConfig*>(this);
   }
   return nullptr;
@@ -73,14 +87,13 @@ HRESULT NotifierObject::Shutdown() noexcept {
   return S_OK;
 }
 
+std::unique_ptr<NotifierHost> NotifierObject::BoundHost() const {
+  return host_ ? std::make_unique<ComHost>(host_) : nullptr;
+}
+
 HRESULT NotifierObject::Send(BSTR instance) noexcept {
-  return GuardExceptions([&]() -> Result {
-    const InstanceArgument argument = ToInstanceArgument(instance);
-    if (!host_) return notifier_->Send(argument, nullptr);
-    // A reference for the time of the call, since the host may call Shutdown from its callbacks.
-    ComHost host(host_);
-    return notifier_->Send(argument, &host);
-  });
+  return GuardExceptions(
+      [&] { return notifier_->Send(ToInstanceArgument(instance), BoundHost().get()); });
 }
 
 HRESULT NotifierObject::GetImageResource(HMODULE* module, UINT32* id) noexcept {
@@ -98,16 +111,31 @@ HRESULT NotifierObject::EditInstance(BSTR, BSTR* name) noexcept {
   return name == nullptr ? E_POINTER : E_FAIL;
 }
 
-HRESULT NotifierObject::GetAddPage(BSTR, BSTR* page) noexcept {
-  return page == nullptr ? E_POINTER : E_FAIL;
+HRESULT NotifierObject::GetAddPage(BSTR directory, BSTR* page) noexcept {
+  if (page == nullptr) return E_POINTER;
+  return GuardExceptions([&]() -> Result {
+    StorePage(web_forms_->AddPage(ToAnsiPath(Bstr::ViewOf(directory)), BoundHost().get()), page);
+    return kOk;
+  });
 }
 
-HRESULT NotifierObject::GetEditPage(BSTR, BSTR* page) noexcept {
-  return page == nullptr ? E_POINTER : E_FAIL;
+HRESULT NotifierObject::GetEditPage(BSTR instance, BSTR* page) noexcept {
+  if (page == nullptr) return E_POINTER;
+  return GuardExceptions([&]() -> Result {
+    const auto built =
+        web_forms_->EditPage(ToInstanceArgument(instance), FileNameOf(instance), BoundHost().get());
+    if (!built) return kFail;
+    StorePage(*built, page);
+    return kOk;
+  });
 }
 
-HRESULT NotifierObject::SubmitForm(BSTR, BSTR) noexcept {
-  return E_FAIL;
+HRESULT NotifierObject::SubmitForm(BSTR directory, BSTR form) noexcept {
+  return GuardExceptions([&] {
+    // Forms name files too, so they are converted as paths are.
+    return web_forms_->SubmitForm(ToAnsiPath(Bstr::ViewOf(directory)),
+                                  ToAnsiPath(Bstr::ViewOf(form)));
+  });
 }
 
 }  // namespace brantel

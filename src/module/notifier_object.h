@@ -47,12 +47,17 @@ class NotifierObject final : public INotifier,
   IUnknown* FindCustomInterface(REFIID iid) noexcept;
   IUnknown* FindInterface(REFIID iid) noexcept;
 
+  // The host for the time of one call, with a reference of its own, since the host may call
+  // Shutdown from its callbacks. Null when none is bound.
+  [[nodiscard]] std::unique_ptr<NotifierHost> BoundHost() const;
+
   const ModuleLock module_lock_;
   const NotifierClass& class_;
   volatile LONG references_ = 1;
   // Initialised while it is held: the host offered INotifierHost.
   ComPointer<INotifierHost> host_;
   const std::unique_ptr<Notifier> notifier_;
+  const std::unique_ptr<WebForms> web_forms_;  // null where the class offers none
 };
 
 }  // namespace brantel

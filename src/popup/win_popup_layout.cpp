@@ -32,4 +32,10 @@ constinit const InstanceLayout kWinPopupLayout = {
     .load_failure_end = "\r\n",
 };
 
+constinit const WebFormSpec kWinPopupWebForm = {
+    .layout = kWinPopupLayout,
+    .add_title_id = text_id::kAddWinPopup,
+    .edit_title_id = text_id::kEditWinPopup,
+};
+
 }  // namespace brantel

@@ -3,6 +3,7 @@
 #include <cstddef>
 
 #include "framework/instance_layout.h"
+#include "framework/web_form_spec.h"
 
 namespace brantel {
 
@@ -12,5 +13,6 @@ enum : std::size_t { kDestination, kMessage };
 }  // namespace win_popup_field
 
 extern const InstanceLayout kWinPopupLayout;
+extern const WebFormSpec kWinPopupWebForm;
 
 }  // namespace brantel

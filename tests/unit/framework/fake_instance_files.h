@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <map>
 #include <set>
 #include <string>
@@ -16,6 +17,8 @@ class FakeInstanceFiles final : public InstanceFiles {
   std::map<std::string, std::string> files;
   // Files that somebody else holds: neither read nor written nor deleted.
   std::set<std::string> held;
+  // Whether SameName ignores the case of ASCII letters.
+  bool ignores_letter_case = false;
   // What was done to which path, in order: "read p", "write p", "overwrite p", "delete p".
   std::vector<std::string> calls;
 
@@ -51,9 +54,14 @@ class FakeInstanceFiles final : public InstanceFiles {
     return IsValidInstanceName(name, [](char) { return false; });
   }
 
-  // Names of this directory are told apart by letter case.
   [[nodiscard]] bool SameName(const std::string& one, const std::string& other) const override {
-    return one == other;
+    return ignores_letter_case ? std::ranges::equal(one, other, {}, ToLower, ToLower)
+                               : one == other;
+  }
+
+ private:
+  static char ToLower(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
   }
 };
 

@@ -13,8 +13,10 @@
 namespace brantel {
 namespace {
 
+using ::testing::AnyOf;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
+using ::testing::StartsWith;
 
 constexpr std::size_t kMagicSize = 16;
 
@@ -89,11 +91,15 @@ TEST_P(ClassLayout, HasNoFormNameThatIsTheTailOfAnEarlierOne) {
   }
 }
 
-TEST_P(ClassLayout, HasAPlaceForTheValueInEveryRow) {
+TEST_P(ClassLayout, HasATableRowOnBothPagesForEveryInput) {
   for (const InstanceField& field : layout().fields) {
     if (field.form.input == FormInput::kNone || field.form.input == FormInput::kUnshown) continue;
-    EXPECT_THAT(std::string(field.form.add_row), HasSubstr("%s")) << field.name;
-    EXPECT_THAT(std::string(field.form.edit_row), HasSubstr("%s")) << field.name;
+    for (const RowText& row : {field.form.add_row, field.form.edit_row}) {
+      EXPECT_THAT(std::string(row.before()), AnyOf(StartsWith("<tr><td>"), StartsWith("<TR><TD>")))
+          << field.name;
+      EXPECT_THAT(std::string(row.after()), AnyOf(HasSubstr("</td></tr>"), HasSubstr("</TD></TR>")))
+          << field.name;
+    }
   }
 }
 

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <string_view>
+
+namespace brantel {
+
+// The text without half a character at its end. In a code page with double-byte characters a lead
+// byte (for which `is_lead_byte` is true) takes whatever follows for its second byte: put into a
+// larger text, a value with a torn character at its end would swallow the quote behind it.
+std::string_view WithoutTornCharacter(std::string_view text, bool (*is_lead_byte)(char));
+
+}  // namespace brantel
