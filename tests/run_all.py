@@ -57,6 +57,8 @@ SUITES = [
     Suite("module", wine_gtest(BUILD / "win32-tests/tests/module/module_tests.exe"),
           ["win32", "win32-tests"], 600, {"BRANTEL_MODULE": windows_path(MODULE)}, wine=True),
     Suite("host", pytest("tests/host"), ["win32"], 600, wine=True),
+    Suite("desktop", pytest("tests/desktop"), ["win32", "win32-tests"], 600,
+          {"BRANTEL_MODULE": windows_path(MODULE)}, wine=True),
 ]
 
 

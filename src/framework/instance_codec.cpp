@@ -118,4 +118,9 @@ std::string EncodeInstance(const InstanceLayout& layout, const Instance& instanc
   return file;
 }
 
+std::size_t LongestText(const InstanceLayout& layout) {
+  // One byte is the NUL's, and a stored length that fills the buffer is refused.
+  return layout.text_reader == TextReader::kLimited ? kTextCapacity - 2 : std::string::npos;
+}
+
 }  // namespace brantel

@@ -46,4 +46,8 @@ std::optional<Instance> DecodeInstance(const InstanceLayout& layout, std::string
 // The bytes of the instance file for these values. A text is stored up to its first NUL.
 std::string EncodeInstance(const InstanceLayout& layout, const Instance& instance);
 
+// The longest text, in bytes without its NUL, that DecodeInstance gives back from what
+// EncodeInstance made of it.
+std::size_t LongestText(const InstanceLayout& layout);
+
 }  // namespace brantel

@@ -13,6 +13,9 @@ class ProcessStarter {
   // the system's own rules; an empty working directory means the caller's. False when it could not
   // be started.
   virtual bool Start(const std::string& command_line, const std::string& working_directory) = 0;
+
+  // Whether a program can have this working directory.
+  virtual bool CanStartIn(const std::string& working_directory) = 0;
 };
 
 }  // namespace brantel

@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include "framework/current_directory_win32.h"
+
 namespace brantel {
 
 bool SystemProcessStarter::Start(const std::string& command_line,
@@ -22,6 +24,11 @@ bool SystemProcessStarter::Start(const std::string& command_line,
   // Deliberately the process handle alone: the thread handle stays open in the host's process.
   CloseHandle(process.hProcess);
   return true;
+}
+
+bool SystemProcessStarter::CanStartIn(const std::string& working_directory) {
+  const CurrentDirectoryKeeper keeper;
+  return SetCurrentDirectoryA(working_directory.c_str()) != FALSE;
 }
 
 }  // namespace brantel

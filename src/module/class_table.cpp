@@ -4,8 +4,13 @@
 
 #include "framework/ansi_text_win32.h"
 #include "framework/instance_files_win32.h"
+#include "framework/sound_recorder_win32.h"
 #include "local/launch_program.h"
+#include "local/launch_program_dialog.h"
 #include "local/process_starter_win32.h"
+#include "local/sound.h"
+#include "local/sound_dialog.h"
+#include "local/sound_player_win32.h"
 #include "mail/smtp_mail_layout.h"
 #include "modem/beeper_layout.h"
 #include "modem/pager_layout.h"
@@ -17,6 +22,8 @@ namespace {
 // The system behind the notifiers. Stateless, so all objects share them.
 constinit DiskInstanceFiles instance_files;
 constinit SystemProcessStarter process_starter;
+constinit SystemRecorder recorder_system;
+constinit SystemSoundPlayer sound_player;
 
 // A class whose delivery is still to be built.
 class UnbuiltNotifier final : public Notifier {
@@ -32,15 +39,34 @@ std::unique_ptr<Notifier> MakeLaunchProgram() {
   return std::make_unique<LaunchProgram>(instance_files, process_starter);
 }
 
+std::unique_ptr<InstanceDialog> MakeLaunchProgramDialog(DialogView& view, InstanceDialogCall call) {
+  return std::make_unique<LaunchProgramDialog>(view, instance_files, std::move(call),
+                                               process_starter);
+}
+
+std::unique_ptr<Notifier> MakeSound() {
+  return std::make_unique<Sound>(instance_files, sound_player);
+}
+
+std::unique_ptr<InstanceDialog> MakeSoundDialog(DialogView& view, InstanceDialogCall call) {
+  return std::make_unique<SoundDialog>(view, instance_files, std::move(call), recorder_system);
+}
+
 constexpr auto MakeSMTPMail = MakeUnbuilt;
-constexpr auto MakeSound = MakeUnbuilt;
 constexpr auto MakeWinPopup = MakeUnbuilt;
 constexpr auto MakeBeeper = MakeUnbuilt;
 constexpr auto MakePager = MakeUnbuilt;
 constexpr auto MakeVoice = MakeUnbuilt;
 
+constexpr auto MakeSMTPMailDialog = nullptr;
+constexpr auto MakeWinPopupDialog = nullptr;
+constexpr auto MakeBeeperDialog = nullptr;
+constexpr auto MakePagerDialog = nullptr;
+constexpr auto MakeVoiceDialog = nullptr;
+
 #define NOTIFIER_CLASS(name, clsid, script_id, icon_id, stem, web_form, programmable) \
-  NotifierClass{#name, ParseGuid(clsid), script_id, icon_id, web_form, Make##name},
+  NotifierClass{#name,    ParseGuid(clsid), script_id,         icon_id,               \
+                web_form, Make##name,       Make##name##Dialog},
 constexpr std::array kClasses = {
 #include "module/notifier_classes.def"
 };

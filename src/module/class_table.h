@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "framework/guid.h"
+#include "framework/instance_dialog.h"
 #include "framework/notifier.h"
 #include "framework/web_form_spec.h"
 #include "framework/web_forms.h"
@@ -19,6 +20,8 @@ struct NotifierClass {
   unsigned icon_id;
   const WebFormSpec* web_form;  // null: the class offers no INotifierWebConfig
   std::unique_ptr<Notifier> (*make_notifier)();
+  // The view must outlive the dialog. Null for a class whose dialog is still to be built.
+  std::unique_ptr<InstanceDialog> (*make_dialog)(DialogView& view, InstanceDialogCall call);
 };
 
 // The seven classes, in their order.

@@ -3,6 +3,7 @@
 #include "framework/ansi_text_win32.h"
 #include "framework/bstr_win32.h"
 #include "framework/exception_guard.h"
+#include "framework/instance_dialog_win32.h"
 #include "framework/module_instance_win32.h"
 #include "module/com_host.h"
 
@@ -103,12 +104,37 @@ HRESULT NotifierObject::GetImageResource(HMODULE* module, UINT32* id) noexcept {
   return S_OK;
 }
 
-HRESULT NotifierObject::AddInstance(BSTR, BSTR* name) noexcept {
-  return name == nullptr ? E_POINTER : E_FAIL;
+std::optional<std::string> NotifierObject::ShowDialog(BSTR directory,
+                                                      std::optional<InstanceArgument> edited) {
+  if (class_.make_dialog == nullptr) return std::nullopt;
+  std::optional<ComHost> host;
+  if (host_) host.emplace(host_);
+  InstanceDialogWindow window;
+  const auto dialog = class_.make_dialog(
+      window, {ToAnsiPath(Bstr::ViewOf(directory)), std::move(edited), host ? &*host : nullptr});
+  if (Failed(window.Run(*dialog))) return std::nullopt;
+  return dialog->saved_name();
 }
 
-HRESULT NotifierObject::EditInstance(BSTR, BSTR* name) noexcept {
-  return name == nullptr ? E_POINTER : E_FAIL;
+HRESULT NotifierObject::AddInstance(BSTR directory, BSTR* name) noexcept {
+  if (name == nullptr) return E_POINTER;
+  return GuardExceptions([&]() -> Result {
+    const auto saved = ShowDialog(directory, std::nullopt);
+    if (!saved) return E_FAIL;
+    *name = Bstr(FromAnsi(*saved)).release();
+    return S_OK;
+  });
+}
+
+HRESULT NotifierObject::EditInstance(BSTR directory, BSTR* name) noexcept {
+  if (name == nullptr) return E_POINTER;
+  return GuardExceptions([&]() -> Result {
+    const auto saved = ShowDialog(directory, ToInstanceArgument(*name));
+    if (!saved) return E_FAIL;
+    Bstr replacement(FromAnsi(*saved));
+    SysFreeString(std::exchange(*name, replacement.release()));
+    return S_OK;
+  });
 }
 
 HRESULT NotifierObject::GetAddPage(BSTR directory, BSTR* page) noexcept {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 
 #include "framework/com_pointer_win32.h"
 #include "framework/notifier.h"
@@ -50,6 +51,10 @@ class NotifierObject final : public INotifier,
   // The host for the time of one call, with a reference of its own, since the host may call
   // Shutdown from its callbacks. Null when none is bound.
   [[nodiscard]] std::unique_ptr<NotifierHost> BoundHost() const;
+
+  // Shows the class's dialog, for the named instance or for a new one. The name under which the
+  // operator saved it, or nothing.
+  std::optional<std::string> ShowDialog(BSTR directory, std::optional<InstanceArgument> edited);
 
   const ModuleLock module_lock_;
   const NotifierClass& class_;

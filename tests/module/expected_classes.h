@@ -100,6 +100,7 @@ inline constexpr std::array<ExpectedClass, 7> kExpectedClasses = {{
 }};
 
 inline constexpr const ExpectedClass& kSMTPMail = kExpectedClasses[0];
+inline constexpr const ExpectedClass& kSound = kExpectedClasses[1];
 inline constexpr const ExpectedClass& kLaunchProgram = kExpectedClasses[3];
 inline constexpr const ExpectedClass& kBeeper = kExpectedClasses[4];
 

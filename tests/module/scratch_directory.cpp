@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
+#include <iterator>
 #include <stdexcept>
 #include <string>
 
@@ -45,6 +46,15 @@ std::filesystem::path ScratchDirectory::Write(const std::filesystem::path& name,
   out.close();
   if (!out) throw std::runtime_error("a file cannot be written");
   return file;
+}
+
+std::map<std::wstring, std::string> ScratchDirectory::Files() const {
+  std::map<std::wstring, std::string> files;
+  for (const auto& entry : std::filesystem::directory_iterator(path_)) {
+    std::ifstream in(entry.path(), std::ios::binary);
+    files[entry.path().filename().wstring()].assign(std::istreambuf_iterator<char>(in), {});
+  }
+  return files;
 }
 
 }  // namespace brantel

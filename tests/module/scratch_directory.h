@@ -1,6 +1,8 @@
 #pragma once
 
 #include <filesystem>
+#include <map>
+#include <string>
 #include <string_view>
 
 namespace brantel {
@@ -18,6 +20,9 @@ class ScratchDirectory {
   // Writes a file with these bytes and returns its full path.
   [[nodiscard]] std::filesystem::path Write(const std::filesystem::path& name,
                                             std::string_view bytes) const;
+
+  // The bytes of all files in the folder by their names.
+  [[nodiscard]] std::map<std::wstring, std::string> Files() const;
 
  private:
   std::filesystem::path path_;

@@ -197,5 +197,18 @@ TEST(EncodeInstance, IsReadBackByDecodeInstance) {
   EXPECT_EQ(DecodeInstance(kOptional, EncodeInstance(kOptional, instance)), instance);
 }
 
+TEST(LongestText, IsReadBackWholeAndNotALongerOne) {
+  ASSERT_EQ(LongestText(kLimited), 1022U);
+  Instance instance(2);
+  instance.set_text(0, std::string(1022, 'x'));
+  EXPECT_EQ(DecodeInstance(kLimited, EncodeInstance(kLimited, instance)), instance);
+  instance.set_text(0, std::string(1023, 'x'));
+  EXPECT_FALSE(DecodeInstance(kLimited, EncodeInstance(kLimited, instance)));
+}
+
+TEST(LongestText, HasNoLimitForTheChunkedReader) {
+  EXPECT_EQ(LongestText(kChunked), std::string::npos);
+}
+
 }  // namespace
 }  // namespace brantel

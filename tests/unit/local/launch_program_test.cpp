@@ -6,6 +6,7 @@
 #include "local/launch_program_layout.h"
 #include "tests/unit/framework/fake_instance_files.h"
 #include "tests/unit/framework/fake_notifier_host.h"
+#include "tests/unit/local/fake_process_starter.h"
 
 namespace brantel {
 namespace {
@@ -14,19 +15,6 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
 constexpr Result kHostFailure = static_cast<Result>(0x80070057);
-
-class FakeProcessStarter final : public ProcessStarter {
- public:
-  bool succeeds = true;
-  std::vector<std::string> command_lines;
-  std::vector<std::string> working_directories;
-
-  bool Start(const std::string& command_line, const std::string& working_directory) override {
-    command_lines.push_back(command_line);
-    working_directories.push_back(working_directory);
-    return succeeds;
-  }
-};
 
 class LaunchProgramTest : public ::testing::Test {
  protected:

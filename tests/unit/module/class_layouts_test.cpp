@@ -104,7 +104,7 @@ TEST_P(ClassLayout, HasATableRowOnBothPagesForEveryInput) {
 }
 
 TEST_P(ClassLayout, HasItsTexts) {
-  EXPECT_THAT(LoadText(layout().default_name_id), HasSubstr("Default "));
+  EXPECT_THAT(LoadText(layout().default_name_id), HasSubstr("Default"));
   for (const InstanceField& field : layout().fields) {
     if (field.control.missing_text_id == 0) continue;
     EXPECT_THAT(LoadText(field.control.missing_text_id), HasSubstr("Invalid value - The '"));

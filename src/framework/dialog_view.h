@@ -1,0 +1,65 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace brantel {
+
+// Controls that mean the same in every dialog. The first two numbers are the system's own: it turns
+// the Enter and Escape keys into presses of them.
+inline constexpr int kOkButton = 1;
+inline constexpr int kCancelButton = 2;
+inline constexpr int kHelpButton = 9;
+
+enum class MessageIcon { kNone, kError };
+
+// The kind of file that an operator looks for, beside which all files can be shown.
+struct FileKind {
+  unsigned label_id = 0;       // its text in the string table
+  std::string_view pattern{};  // such as "*.wav"
+};
+
+// A dialog on the screen, as those see it who decide what happens in it. Texts are in the system's
+// ANSI code page. What asks the operator something returns when that is answered.
+class DialogView {
+ public:
+  virtual ~DialogView() = default;
+
+  virtual void SetTitle(const std::string& title) = 0;
+
+  // A control's text, as many whole characters of it as `limit` bytes hold.
+  virtual std::string Text(int control, std::size_t limit) = 0;
+  virtual void SetText(int control, const std::string& text) = 0;
+
+  // From now on an operator cannot type more bytes than these into an edit.
+  virtual void LimitTyping(int control, std::size_t limit) = 0;
+
+  virtual bool IsChecked(int control) = 0;
+  virtual void SetChecked(int control, bool checked) = 0;
+
+  // Does nothing when the dialog has no such control.
+  virtual void MoveFocus(int control) = 0;
+
+  // A message box with an OK button.
+  virtual void ShowMessage(const std::string& text, const std::string& caption,
+                           MessageIcon icon) = 0;
+
+  // The help file at this context number.
+  virtual void ShowHelp(unsigned context) = 0;
+
+  // Lets the operator choose an existing file, beginning with `current`. Nothing when the operator
+  // gives up or `current` can be no file name.
+  virtual std::optional<std::string> ChooseFile(const FileKind& kind,
+                                                const std::string& current) = 0;
+
+  // Lets the operator choose a folder. Nothing when the operator gives up; empty when the choice is
+  // no folder of the file system.
+  virtual std::optional<std::string> ChooseDirectory(const std::string& title) = 0;
+
+  // Closes the dialog after the event that is being handled.
+  virtual void Close() = 0;
+};
+
+}  // namespace brantel

@@ -1,0 +1,124 @@
+#pragma once
+
+#include <optional>
+#include <span>
+#include <string>
+
+#include "framework/dialog_view.h"
+#include "framework/instance_codec.h"
+#include "framework/instance_directory.h"
+#include "framework/instance_files.h"
+#include "framework/instance_layout.h"
+#include "framework/notifier.h"
+#include "framework/notifier_host.h"
+#include "framework/string_table.h"
+
+namespace brantel {
+
+// When OK asks whether the name is already used.
+enum class NameTakenCheck { kBeforeFields, kAfterFields };
+
+// A button that is drawn as a picture.
+struct BitmapButton {
+  int control = 0;
+  int bitmap_id = 0;
+};
+
+// What the dialog of a class is, beside the fields of its layout.
+struct InstanceDialogSpec {
+  const InstanceLayout& layout;
+  int template_id = 0;
+  unsigned add_title_id = 0;
+  unsigned edit_title_id = 0;
+  int name_control = 0;
+  // Where the focus goes when the name will not do.
+  int name_error_focus = 0;
+  unsigned name_missing_text_id = text_id::kNameMissing;
+  NameTakenCheck name_taken_check = NameTakenCheck::kBeforeFields;
+  // Whether the dialog has its title when the instance to edit cannot be loaded.
+  bool titled_after_failed_load = true;
+  unsigned help_context = 0;
+  std::span<const BitmapButton> bitmap_buttons{};
+};
+
+// What a host wants of a dialog.
+struct InstanceDialogCall {
+  std::string directory;
+  std::optional<InstanceArgument> edited{};  // the name of the instance to edit; none to add one
+  NotifierHost* host = nullptr;              // is told what cannot be loaded; may be null
+};
+
+// The dialog in which an operator adds or edits an instance. The one who shows it passes on what
+// the operator does; it answers through the view. Classes derive from it what their own buttons do.
+class InstanceDialog {
+ public:
+  // All but the call must outlive the object.
+  InstanceDialog(const InstanceDialogSpec& spec, DialogView& view, InstanceFiles& files,
+                 InstanceDialogCall call);
+  InstanceDialog(const InstanceDialog&) = delete;
+  InstanceDialog& operator=(const InstanceDialog&) = delete;
+  virtual ~InstanceDialog() = default;
+
+  [[nodiscard]] const InstanceDialogSpec& spec() const { return spec_; }
+
+  // Fills the dialog, which is there but not yet seen, with the instance to edit or with the one
+  // that prefills new ones.
+  void Open();
+
+  // A button or check box was pressed. OK checks what was entered, saves it and closes the dialog;
+  // whatever stands against that is told in a message box, and the dialog stays.
+  void Press(int control);
+
+  // The text of an edit has changed.
+  void Change(int control);
+
+  void Help();
+
+  // Whether something was changed since the dialog opened.
+  [[nodiscard]] bool modified() const { return modified_; }
+
+  // The name under which the instance was saved; none as long as it was not.
+  [[nodiscard]] const std::optional<std::string>& saved_name() const { return saved_name_; }
+
+ protected:
+  [[nodiscard]] DialogView& view() { return view_; }
+
+  // One of the class's own buttons was pressed.
+  virtual void PressOwnButton(int /*control*/) {}
+
+  // Lets the operator choose the file that an edit names.
+  void BrowseForFile(int edit, const FileKind& kind);
+
+ private:
+  void OpenNew();
+  void OpenEdited(const InstanceArgument& edited);
+  void SetTitle(unsigned id);
+  void LimitTyping();
+  void Show();
+
+  void Accept();
+  // Each tells the operator when what it requires is not so.
+  bool RequireName(const std::string& name);
+  bool RequireFreeName(const std::string& name);
+  bool RequireFields();
+  [[nodiscard]] bool IsTaken(const std::string& name) const;
+  [[nodiscard]] bool IsEditedName(const std::string& name) const;
+  // Tells why OK cannot be followed, and puts the focus where that can be mended.
+  void Refuse(unsigned text_id, const std::string& caption, int focus);
+  std::string FieldText(const InstanceField& field);
+  void Collect();
+  bool Save(const std::string& name);
+
+  const InstanceDialogSpec& spec_;
+  DialogView& view_;
+  InstanceFiles& files_;
+  const InstanceDialogCall call_;
+  InstanceDirectory directory_;
+  // What was loaded, and then what is to be saved. What the dialog does not show stays in it.
+  Instance instance_;
+  bool edits_loaded_instance_ = false;
+  bool modified_ = false;
+  std::optional<std::string> saved_name_;
+};
+
+}  // namespace brantel

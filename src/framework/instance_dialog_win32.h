@@ -1,0 +1,43 @@
+#pragma once
+
+#include <windows.h>
+
+#include "framework/dialog_view.h"
+#include "framework/instance_dialog.h"
+#include "framework/result.h"
+
+namespace brantel {
+
+// An instance dialog on the screen.
+class InstanceDialogWindow final : public DialogView {
+ public:
+  // Shows the dialog over the calling thread's active window and returns when it has been closed.
+  // E_FAIL when it cannot be shown or breaks off.
+  Result Run(InstanceDialog& dialog);
+
+  void SetTitle(const std::string& title) override;
+  std::string Text(int control, std::size_t limit) override;
+  void SetText(int control, const std::string& text) override;
+  void LimitTyping(int control, std::size_t limit) override;
+  bool IsChecked(int control) override;
+  void SetChecked(int control, bool checked) override;
+  void MoveFocus(int control) override;
+  void ShowMessage(const std::string& text, const std::string& caption, MessageIcon icon) override;
+  void ShowHelp(unsigned context) override;
+  std::optional<std::string> ChooseFile(const FileKind& kind, const std::string& current) override;
+  std::optional<std::string> ChooseDirectory(const std::string& title) override;
+  void Close() override;
+
+ private:
+  static INT_PTR CALLBACK DialogProcedure(HWND window, UINT message, WPARAM wparam,
+                                          LPARAM lparam) noexcept;
+  // True when the dialog has dealt with the message.
+  bool Handle(UINT message, WPARAM wparam, LPARAM lparam);
+  void HandleCommand(int control, int notification);
+  bool Draw(const DRAWITEMSTRUCT& item);
+
+  HWND window_ = nullptr;
+  InstanceDialog* dialog_ = nullptr;  // the one that is shown
+};
+
+}  // namespace brantel

@@ -1,0 +1,125 @@
+// Drives a notifier of the module for the tests of what is seen and heard. Its argument is the name
+// of the class. Commands come from standard input, one a line, their words parted by tabs, and each
+// is answered by a line on standard output:
+//   send PATH             "result CODE" when Send has returned; the path may be empty
+//   add DIRECTORY         "shown LEFT TOP WIDTH HEIGHT" when the dialog has opened
+//   edit DIRECTORY NAME   the same
+//   cancel                "result CODE" when the dialog has closed
+// The end of the input ends the program. Texts are UTF-8.
+#include <windows.h>
+
+#include <array>
+#include <cstdio>
+#include <exception>
+#include <iostream>
+#include <optional>
+#include <sstream>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "framework/bstr_win32.h"
+#include "tests/module/dialog_session.h"
+#include "tests/module/expected_classes.h"
+#include "tests/module/loaded_module.h"
+
+namespace brantel {
+namespace {
+
+std::wstring FromUtf8(const std::string& text) {
+  const int length = static_cast<int>(text.size());
+  const int needed = MultiByteToWideChar(CP_UTF8, 0, text.data(), length, nullptr, 0);
+  std::wstring wide(static_cast<std::size_t>(needed), L'\0');
+  MultiByteToWideChar(CP_UTF8, 0, text.data(), length, wide.data(), needed);
+  return wide;
+}
+
+std::string ResultLine(HRESULT result) {
+  std::array<char, 16> code{};
+  std::snprintf(code.data(), code.size(), "%08lX", static_cast<unsigned long>(result));
+  return std::string("result ") + code.data();
+}
+
+std::string ShownLine(HWND dialog) {
+  RECT area{};
+  GetWindowRect(dialog, &area);
+  std::ostringstream line;
+  line << "shown " << area.left << ' ' << area.top << ' ' << area.right - area.left << ' '
+       << area.bottom - area.top;
+  return line.str();
+}
+
+const ExpectedClass& ClassNamed(const std::string& name) {
+  for (const ExpectedClass& candidate : kExpectedClasses) {
+    if (candidate.name == name) return candidate;
+  }
+  throw std::runtime_error("no such class: " + name);
+}
+
+class NotifierDriver {
+ public:
+  explicit NotifierDriver(const ExpectedClass& driven)
+      : class_(driven), notifier_(module_.CreateNotifier(driven)) {}
+
+  std::string Execute(const std::vector<std::string>& words) {
+    const auto argument = [&](std::size_t i) {
+      return FromUtf8(i < words.size() ? words[i] : std::string());
+    };
+    if (words[0] == "send") return ResultLine(notifier_->Send(Bstr(argument(1)).get()));
+    if (words[0] == "add") return Show({.notifier_class = class_, .directory = argument(1)});
+    if (words[0] == "edit") {
+      return Show({.notifier_class = class_, .directory = argument(1), .edited = argument(2)});
+    }
+    if (words[0] == "cancel") return Cancel();
+    throw std::runtime_error("no such command: " + words[0]);
+  }
+
+ private:
+  std::string Show(const DialogRequest& request) {
+    session_.emplace(module_, request);
+    session_->AwaitSight();
+    // A screen without a window manager has no active window; the title is to look like one's.
+    SendMessageA(session_->dialog(), WM_NCACTIVATE, TRUE, 0);
+    return ShownLine(session_->dialog());
+  }
+
+  std::string Cancel() {
+    session_->PressKey(VK_ESCAPE);
+    return ResultLine(session_->Await().result);
+  }
+
+  const ExpectedClass& class_;
+  LoadedModule module_;
+  ComPointer<INotifier> notifier_;
+  std::optional<DialogSession> session_;
+};
+
+std::vector<std::string> WordsOf(const std::string& line) {
+  std::vector<std::string> words(1);
+  for (const char c : line) {
+    if (c == '\t') {
+      words.emplace_back();
+    } else if (c != '\r') {
+      words.back() += c;
+    }
+  }
+  return words;
+}
+
+}  // namespace
+}  // namespace brantel
+
+int main(int argument_count, char** arguments) {
+  using namespace brantel;
+  try {
+    if (argument_count != 2) throw std::runtime_error("wants the name of a class");
+    NotifierDriver driver(ClassNamed(arguments[1]));
+    for (std::string line; std::getline(std::cin, line);) {
+      std::cout << driver.Execute(WordsOf(line)) << std::endl;
+    }
+  } catch (const std::exception& reason) {
+    std::cerr << "notifier_driver: " << reason.what() << '\n';
+    return 1;
+  }
+  return 0;
+}

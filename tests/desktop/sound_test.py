@@ -1,0 +1,186 @@
+"""What Sound plays, captured behind the system's sound device and compared with the wave file."""
+
+import pathlib
+import random
+import subprocess
+import wave
+
+import pytest
+
+from conftest import TIME_LIMIT, WINE, sound_instance, wait_until, windows_path
+
+ONCE = b"\0\0\0\0"
+ON_AND_ON = b"\1\0\0\0"
+
+# A device that writes what is played into files, one for each opening of the device.
+ALSA_CONFIGURATION = """
+</usr/share/alsa/alsa.conf>
+pcm.!default {{ type plug slave.pcm "captured" }}
+pcm.captured {{ type file slave.pcm {{ type null }} file "{file}" format "raw" truncate no }}
+"""
+
+
+@pytest.fixture(scope="module")
+def sound_by_alsa(wine_environment):
+    """Makes Wine use ALSA also where a sound server is running."""
+    subprocess.run([WINE, "reg", "add", r"HKCU\Software\Wine\Drivers", "/v", "Audio", "/d", "alsa",
+                    "/f"], env=wine_environment, check=True, capture_output=True,
+                   timeout=TIME_LIMIT)
+
+
+class Capture:
+    """The samples that were played, apart for each sound."""
+
+    def __init__(self, folder: pathlib.Path):
+        self.file = folder / "played"
+        self.configuration = folder / "alsa.conf"
+        self.configuration.write_text(ALSA_CONFIGURATION.format(file=self.file))
+
+    def sounds(self) -> list[bytes]:
+        return [file.read_bytes() for file in sorted(self.file.parent.glob("played*"))]
+
+    def size(self, sound: int) -> int:
+        sounds = self.sounds()
+        return len(sounds[sound]) if sound < len(sounds) else 0
+
+
+class Sounds:
+    """A Sound notifier, its instances and what is heard of it."""
+
+    def __init__(self, folder: pathlib.Path, start_driver):
+        self.folder = folder
+        self.capture = Capture(folder)
+        self.driver = start_driver("Sound", ALSA_CONFIG_PATH=str(self.capture.configuration))
+
+    def make_wave(self, name: str) -> bytes:
+        """Writes a wave file of noise, each name another, and returns its samples."""
+        samples = random.Random(name).randbytes(4 * 44100 // 4)
+        with wave.open(str(self.folder / name), "wb") as file:
+            file.setnchannels(2)
+            file.setsampwidth(2)
+            file.setframerate(44100)
+            file.writeframes(samples)
+        return samples
+
+    def send(self, wave_name: str, number: bytes) -> str:
+        instance = self.folder / "instance"
+        instance.write_bytes(sound_instance(windows_path(self.folder / wave_name), number))
+        return self.driver("send", windows_path(instance))
+
+    def stop(self) -> str:
+        return self.driver("send", "")
+
+
+@pytest.fixture
+def sounds(tmp_path, start_driver, sound_by_alsa):
+    return Sounds(tmp_path, start_driver)
+
+
+def is_looped(played: bytes, samples: bytes) -> bool:
+    return played == (samples * (len(played) // len(samples) + 1))[:len(played)]
+
+
+def test_a_sound_has_been_played_to_its_end_when_send_returns(sounds):
+    samples = sounds.make_wave("bell.wav")
+
+    assert sounds.send("bell.wav", ONCE) == "result 00000000"
+    assert sounds.capture.sounds() == [samples]
+
+
+def test_sounds_follow_one_another(sounds):
+    bell, siren = sounds.make_wave("bell.wav"), sounds.make_wave("siren.wav")
+
+    for name in ("bell.wav", "siren.wav", "bell.wav"):
+        assert sounds.send(name, ONCE) == "result 00000000"
+    assert sounds.capture.sounds() == [bell, siren, bell]
+
+
+def test_a_loop_goes_on_until_the_empty_send(sounds):
+    samples = sounds.make_wave("siren.wav")
+
+    assert sounds.send("siren.wav", ON_AND_ON) == "result 00000002"
+    wait_until(lambda: sounds.capture.size(0) > 5 * len(samples))
+    assert sounds.stop() == "result 00000000"
+    [played] = sounds.capture.sounds()
+    assert is_looped(played, samples)
+
+    # Nothing of it is left beside the next sound.
+    bell = sounds.make_wave("bell.wav")
+    assert sounds.send("bell.wav", ONCE) == "result 00000000"
+    assert sounds.capture.sounds() == [played, bell]
+
+
+def test_send_returns_while_the_loop_plays(sounds):
+    samples = sounds.make_wave("siren.wav")
+
+    assert sounds.send("siren.wav", ON_AND_ON) == "result 00000002"
+    at_return = sounds.capture.size(0)
+    wait_until(lambda: sounds.capture.size(0) > at_return + 2 * len(samples))
+    assert sounds.stop() == "result 00000000"
+
+
+def test_a_second_loop_replaces_the_first(sounds):
+    siren, horn = sounds.make_wave("siren.wav"), sounds.make_wave("horn.wav")
+
+    assert sounds.send("siren.wav", ON_AND_ON) == "result 00000002"
+    wait_until(lambda: sounds.capture.size(0) > 2 * len(siren))
+    assert sounds.send("horn.wav", ON_AND_ON) == "result 00000002"
+    wait_until(lambda: sounds.capture.size(1) > 2 * len(horn))
+    size_of_first = sounds.capture.size(0)
+    wait_until(lambda: sounds.capture.size(1) > 5 * len(horn))
+    assert sounds.stop() == "result 00000000"
+    first, second = sounds.capture.sounds()
+    assert len(first) == size_of_first
+    assert is_looped(first, siren)
+    assert is_looped(second, horn)
+
+
+def test_a_sound_played_once_ends_a_loop(sounds):
+    siren, bell = sounds.make_wave("siren.wav"), sounds.make_wave("bell.wav")
+
+    assert sounds.send("siren.wav", ON_AND_ON) == "result 00000002"
+    wait_until(lambda: sounds.capture.size(0) > 2 * len(siren))
+    assert sounds.send("bell.wav", ONCE) == "result 00000000"
+    loop, once = sounds.capture.sounds()
+    assert is_looped(loop, siren)
+    assert once == bell
+    assert sounds.stop() == "result 00000000"
+    assert sounds.capture.sounds() == [loop, bell]
+
+
+def test_the_empty_send_succeeds_where_nothing_plays(sounds):
+    assert sounds.stop() == "result 00000000"
+    assert sounds.stop() == "result 00000000"
+    assert sounds.capture.sounds() == []
+
+
+def test_every_number_but_zero_means_a_loop(sounds):
+    samples = sounds.make_wave("siren.wav")
+
+    assert sounds.send("siren.wav", b"\0\0\0\x80") == "result 00000002"
+    wait_until(lambda: sounds.capture.size(0) > 2 * len(samples))
+    assert sounds.stop() == "result 00000000"
+
+
+def test_an_instance_that_ends_before_the_number_is_played_once(sounds):
+    samples = sounds.make_wave("bell.wav")
+
+    assert sounds.send("bell.wav", b"") == "result 00000000"
+    assert sounds.capture.sounds() == [samples]
+
+
+def test_a_file_that_is_missing_or_no_wave_fails(sounds):
+    (sounds.folder / "text.wav").write_text("no wave file")
+
+    assert sounds.send("none.wav", ONCE) == "result 80004005"
+    assert sounds.send("text.wav", ONCE) == "result 80004005"
+    assert sounds.capture.sounds() == []
+
+
+def test_an_instance_that_cannot_be_loaded_fails_and_leaves_a_loop_alone(sounds):
+    samples = sounds.make_wave("siren.wav")
+
+    assert sounds.send("siren.wav", ON_AND_ON) == "result 00000002"
+    assert sounds.driver("send", windows_path(sounds.folder / "none")) == "result 80004005"
+    wait_until(lambda: sounds.capture.size(0) > 2 * len(samples))
+    assert sounds.stop() == "result 00000000"

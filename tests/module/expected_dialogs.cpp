@@ -1,0 +1,96 @@
+#include "tests/module/expected_dialogs.h"
+
+namespace brantel {
+namespace {
+
+constexpr const char* kNameMissing = "Invalid value - The 'Name' field must have a value";
+constexpr const char* kFilenameMissing = "Invalid value - The 'Filename' field must have a value.";
+
+constexpr DWORD kLabel = SS_LEFT;
+constexpr DWORD kEdit = WS_TABSTOP | ES_AUTOHSCROLL;
+constexpr DWORD kButton = WS_TABSTOP | BS_PUSHBUTTON;
+constexpr DWORD kDefaultButton = WS_TABSTOP | BS_DEFPUSHBUTTON;
+constexpr DWORD kCheckBox = WS_TABSTOP | BS_AUTOCHECKBOX;
+constexpr DWORD kPictureButton = WS_TABSTOP | BS_OWNERDRAW;
+
+// With the NULs inside.
+template <std::size_t size>
+std::string Bytes(const char (&literal)[size]) {
+  return {literal, size - 1};
+}
+
+}  // namespace
+
+const ExpectedDialog& ExpectedSoundDialog() {
+  static const ExpectedDialog dialog = {
+      .notifier_class = kSound,
+      .add_title = "Add Sound Instance",
+      .edit_title = "Edit Sound Instance",
+      .failed_edit_title = "Edit Sound Instance",
+      .default_name = L"Default",
+      .controls = {{-1, "Static", "&Display name:", kLabel},
+                   {203, "Edit", "", kEdit},
+                   {-1, "Static", "&Filename:", kLabel},
+                   {212, "Edit", "", kEdit},
+                   {210, "Button", "Browse for file", kPictureButton},
+                   {211, "Button", "Record file", kPictureButton},
+                   {213, "Button", "&Continuous play", kCheckBox},
+                   {1, "Button", "OK", kDefaultButton},
+                   {2, "Button", "Cancel", kButton},
+                   {9, "Button", "&Help", kButton}},
+      .edits = {{203, 'd', kNameMissing, "night"}, {212, 'f', kFilenameMissing, "C:\\bell.wav"}},
+      .focus_after_name_error = 203,
+      .help_context = 131195,
+      .sample_file = Bytes("\x51\x40\x6A\x5D\x08\x76\xD6\x5D\xF1\xD3\x2C\xFE\xA0\xF8\x0A\x9F"
+                           "\x0C\0\0\0C:\\bell.wav\0"
+                           "\0\0\0\0"),
+  };
+  return dialog;
+}
+
+const ExpectedDialog& ExpectedLaunchProgramDialog() {
+  static const ExpectedDialog dialog = {
+      .notifier_class = kLaunchProgram,
+      .add_title = "Add Launch Program Instance",
+      .edit_title = "Edit Launch Program Instance",
+      .failed_edit_title = "",
+      .default_name = L"Default Program",
+      .controls = {{-1, "Static", "&Display name:", kLabel},
+                   {218, "Edit", "", kEdit},
+                   {-1, "Static", "&Program filename:", kLabel},
+                   {219, "Edit", "", kEdit},
+                   {221, "Button", "Browse for program", kPictureButton},
+                   {-1, "Static", "&Working path:", kLabel},
+                   {222, "Edit", "", kEdit},
+                   {223, "Button", "Browse for working path", kPictureButton},
+                   {-1, "Static", "Program &arguments:", kLabel},
+                   {220, "Edit", "", kEdit},
+                   {1, "Button", "OK", kDefaultButton},
+                   {2, "Button", "Cancel", kButton},
+                   {9, "Button", "&Help", kButton}},
+      .edits = {{218, 'd', kNameMissing, "night"},
+                {219, 'p', kFilenameMissing, "page.exe"},
+                {222, 'w', "Invalid value - The 'Working Path' field must have a value.",
+                 "C:\\tools"},
+                {220, 'a', nullptr, "-x %n"}},
+      // The dialog asks for a control that it does not have: the focus stays.
+      .focus_after_name_error = 1,
+      .help_context = 131199,
+      .sample_file = Bytes("\x6C\x7E\xEC\xEC\x18\x8E\xA2\x4C\xC5\x6F\x53\x34\xC2\xBD\x79\x45"
+                           "\x09\0\0\0page.exe\0"
+                           "\x09\0\0\0C:\\tools\0"
+                           "\x06\0\0\0-x %n\0"),
+  };
+  return dialog;
+}
+
+std::ostream& operator<<(std::ostream& out, const ExpectedControl& control) {
+  return out << control.id << ' ' << control.class_name << " '" << control.text << "' style "
+             << std::hex << control.style << std::dec;
+}
+
+std::ostream& operator<<(std::ostream& out, const ExpectedDialog& expected) {
+  return out << expected.notifier_class;
+}
+
+}  // namespace brantel

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <windows.h>
+
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "tests/module/expected_classes.h"
+
+namespace brantel {
+
+// A control of a dialog, in the order of the Tab key. Labels have the number -1.
+struct ExpectedControl {
+  int id;
+  std::string class_name;
+  std::string text;
+  // The kind of button or edit, and whether the Tab key stops at it.
+  DWORD style;
+
+  friend bool operator==(const ExpectedControl&, const ExpectedControl&) = default;
+};
+
+std::ostream& operator<<(std::ostream& out, const ExpectedControl& control);
+
+// A field that is entered as text.
+struct ExpectedEdit {
+  int control;
+  char access_key;
+  const char* missing_message;  // null where the field may be empty
+  const char* sample;
+};
+
+// What an operator knows a dialog by. Written out here once more, like ExpectedClass.
+struct ExpectedDialog {
+  const ExpectedClass& notifier_class;
+  const char* add_title;
+  const char* edit_title;
+  // The title when the instance to edit cannot be loaded.
+  const char* failed_edit_title;
+  // What the log calls the instance that prefills new ones.
+  const wchar_t* default_name;
+  std::vector<ExpectedControl> controls;
+  std::vector<ExpectedEdit> edits;  // the name first, the others in the order of their checks
+  // Where the focus is after a name error for which OK was clicked.
+  int focus_after_name_error;
+  unsigned long help_context;
+  // The file of an instance whose edits hold the samples and that is else as the dialog opens
+  // without any instance.
+  std::string sample_file;
+};
+
+std::ostream& operator<<(std::ostream& out, const ExpectedDialog& expected);
+
+const ExpectedDialog& ExpectedSoundDialog();
+const ExpectedDialog& ExpectedLaunchProgramDialog();
+
+}  // namespace brantel

@@ -1,0 +1,532 @@
+// What the dialogs of all classes have in common, as an operator meets it.
+#include <windows.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cctype>
+#include <set>
+
+#include "framework/handle_win32.h"
+#include "tests/module/allocation_ledger.h"
+#include "tests/module/dialog_fixture.h"
+#include "tests/module/help_viewer.h"
+
+namespace brantel {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::Pair;
+using ::testing::Values;
+
+constexpr int kOk = 1;
+constexpr int kCancel = 2;
+constexpr int kHelp = 9;
+
+// What the system makes of the key F1.
+constexpr UINT kContextHelpKey = 0x4D;
+
+constexpr const char* kTaken = "Instance name already exists.  Please choose another name";
+constexpr const char* kTakenCaption = "Invalid Instance Name";
+constexpr const char* kNotSaved = "Error saving instance file";
+
+class InstanceDialogTest : public DialogFixture,
+                           public ::testing::WithParamInterface<ExpectedDialog> {
+ protected:
+  InstanceDialogTest() : DialogFixture(GetParam()) {}
+
+  void StoreSample(const wchar_t* name) {
+    ASSERT_TRUE(std::filesystem::exists(scratch_.Write(name, expected_.sample_file)));
+  }
+
+  // Clicks OK with this name.
+  void AcceptName(const std::string& name) {
+    session_->SetText(NameControl(), name);
+    session_->Click(kOk);
+  }
+
+  void ExpectFailedLoad(const std::wstring& which) {
+    EXPECT_THAT(
+        host_.log_calls,
+        ElementsAre(LogCall{1, which}, LogCall{1, L" - Failed to load notification from disk."},
+                    LogCall{1, L"\r"}));
+  }
+
+  void ExpectEmptyEdits() {
+    for (const ExpectedEdit& edit : expected_.edits) {
+      EXPECT_EQ(session_->Text(edit.control), "") << edit.control;
+    }
+  }
+};
+
+INSTANTIATE_TEST_SUITE_P(Classes, InstanceDialogTest,
+                         Values(ExpectedSoundDialog(), ExpectedLaunchProgramDialog()),
+                         [](const auto& dialog) { return dialog.param.notifier_class.name; });
+
+// How it looks.
+
+TEST_P(InstanceDialogTest, BelongsToTheActiveWindowAndKeepsItFromTheOperator) {
+  Add();
+  EXPECT_EQ(GetWindow(session_->dialog(), GW_OWNER), session_->owner());
+  EXPECT_FALSE(IsWindowEnabled(session_->owner()));
+  session_->Click(kCancel);
+  ExpectCancelled();
+}
+
+TEST_P(InstanceDialogTest, OpensAlsoWithoutAnActiveWindowAndWithoutAHost) {
+  DialogSession session(module_, {.notifier_class = expected_.notifier_class,
+                                  .directory = scratch_.path().wstring()});
+  EXPECT_EQ(GetWindow(session.dialog(), GW_OWNER), nullptr);
+  EXPECT_EQ(WindowText(session.dialog()), expected_.add_title);
+  session.Click(kCancel);
+  EXPECT_EQ(session.Await().result, E_FAIL);
+}
+
+TEST_P(InstanceDialogTest, HasItsControlsInOrder) {
+  Add();
+  constexpr DWORD kSharedStyle = WS_CHILD | WS_VISIBLE;
+  std::vector<ExpectedControl> controls;
+  for (HWND child : Children(session_->dialog())) {
+    const auto style = static_cast<DWORD>(GetWindowLongA(child, GWL_STYLE));
+    EXPECT_EQ(style & kSharedStyle, kSharedStyle);
+    const auto id = static_cast<SHORT>(GetDlgCtrlID(child));
+    // The default button's style moves with the focus; here it is where it begins.
+    controls.push_back({id, WindowClass(child), WindowText(child),
+                        style & ~(kSharedStyle | WS_GROUP | WS_BORDER)});
+  }
+  EXPECT_EQ(controls, expected_.controls);
+}
+
+TEST_P(InstanceDialogTest, IsAFramedWindowWithATitleAndACloseButton) {
+  Add();
+  const auto style = static_cast<DWORD>(GetWindowLongA(session_->dialog(), GWL_STYLE));
+  EXPECT_EQ(style & (WS_POPUP | WS_CAPTION | WS_SYSMENU | DS_MODALFRAME),
+            WS_POPUP | WS_CAPTION | WS_SYSMENU | DS_MODALFRAME);
+  const auto extended = static_cast<DWORD>(GetWindowLongA(session_->dialog(), GWL_EXSTYLE));
+  EXPECT_NE(extended & WS_EX_CONTEXTHELP, 0U);
+}
+
+TEST_P(InstanceDialogTest, KeepsItsControlsApartAndInside) {
+  Add();
+  RECT inside{};
+  GetClientRect(session_->dialog(), &inside);
+  std::vector<RECT> areas;
+  for (HWND child : Children(session_->dialog())) {
+    RECT area{};
+    GetWindowRect(child, &area);
+    MapWindowPoints(nullptr, session_->dialog(), reinterpret_cast<POINT*>(&area), 2);
+    RECT common{};
+    IntersectRect(&common, &area, &inside);
+    EXPECT_TRUE(EqualRect(&common, &area)) << WindowText(child);
+    for (const RECT& other : areas) {
+      EXPECT_FALSE(IntersectRect(&common, &area, &other)) << WindowText(child);
+    }
+    areas.push_back(area);
+  }
+}
+
+// The room that a text takes in the dialog's font, on one line.
+LONG WidthOf(HWND control) {
+  HDC context = GetDC(control);
+  HGDIOBJ before =
+      SelectObject(context, reinterpret_cast<HGDIOBJ>(SendMessageA(control, WM_GETFONT, 0, 0)));
+  const std::string text = WindowText(control);
+  RECT area{};
+  DrawTextA(context, text.c_str(), -1, &area, DT_CALCRECT | DT_SINGLELINE);
+  SelectObject(context, before);
+  ReleaseDC(control, context);
+  return area.right;
+}
+
+TEST_P(InstanceDialogTest, ShowsItsTextsWhole) {
+  Add();
+  for (HWND child : Children(session_->dialog())) {
+    if (WindowClass(child) == "Edit") continue;
+    if ((GetWindowLongA(child, GWL_STYLE) & BS_TYPEMASK) == BS_OWNERDRAW) continue;
+    RECT area{};
+    GetClientRect(child, &area);
+    // A check box has its box on the left.
+    const LONG box = GetDlgCtrlID(child) == 213 ? GetSystemMetrics(SM_CXMENUCHECK) + 4 : 0;
+    EXPECT_LE(WidthOf(child) + box, area.right) << WindowText(child);
+  }
+}
+
+TEST_P(InstanceDialogTest, LeadsTheTabKeyThroughItsControlsInOrder) {
+  Add();
+  std::vector<int> expected_stops;
+  for (const ExpectedControl& control : expected_.controls) {
+    if ((control.style & WS_TABSTOP) != 0) expected_stops.push_back(control.id);
+  }
+  std::vector<int> stops;
+  do {
+    stops.push_back(session_->Focus());
+    session_->PressKey(VK_TAB);
+  } while (session_->Focus() != stops.front() && stops.size() < 50);
+  EXPECT_EQ(stops, expected_stops);
+}
+
+TEST_P(InstanceDialogTest, LeadsAccessKeysToTheEdits) {
+  Add();
+  for (const ExpectedEdit& edit : expected_.edits) {
+    session_->PressAltAnd(edit.access_key);
+    EXPECT_EQ(session_->Focus(), edit.control) << edit.access_key;
+  }
+}
+
+TEST_P(InstanceDialogTest, HasEachAccessKeyOnce) {
+  std::set<int> keys;
+  for (const ExpectedControl& control : expected_.controls) {
+    const std::size_t mark = control.text.find('&');
+    if (mark == std::string::npos) continue;
+    EXPECT_TRUE(keys.insert(std::tolower(control.text.at(mark + 1))).second) << control;
+  }
+}
+
+// How it opens.
+
+TEST_P(InstanceDialogTest, OpensForANewInstanceWithTheDefaultsValuesAndNoName) {
+  StoreSample(L"Default");
+  Add();
+  EXPECT_EQ(WindowText(session_->dialog()), expected_.add_title);
+  for (const ExpectedEdit& edit : expected_.edits) {
+    EXPECT_EQ(session_->Text(edit.control), edit.control == NameControl() ? "" : edit.sample);
+  }
+  EXPECT_EQ(session_->Focus(), NameControl());
+  EXPECT_THAT(host_.log_calls, IsEmpty());
+}
+
+TEST_P(InstanceDialogTest, OpensEmptyAndOnlyLogsWhereThereIsNoDefault) {
+  Add();
+  EXPECT_EQ(WindowText(session_->dialog()), expected_.add_title);
+  EXPECT_EQ(session_->popup(), nullptr);
+  ExpectEmptyEdits();
+  ExpectFailedLoad(expected_.default_name);
+}
+
+TEST_P(InstanceDialogTest, OpensForAnInstanceWithItsNameAndValues) {
+  StoreSample(L"night");
+  Edit(L"night");
+  EXPECT_EQ(WindowText(session_->dialog()), expected_.edit_title);
+  for (const ExpectedEdit& edit : expected_.edits) {
+    EXPECT_EQ(session_->Text(edit.control), edit.sample);
+  }
+  EXPECT_THAT(host_.log_calls, IsEmpty());
+}
+
+TEST_P(InstanceDialogTest, TellsAndLogsWhenTheInstanceIsMissing) {
+  Edit(L"night");
+  ExpectMessage("Error loading the instance file");
+  EXPECT_EQ(WindowText(session_->dialog()), expected_.failed_edit_title);
+  ExpectEmptyEdits();
+  ExpectFailedLoad(L"night");
+}
+
+TEST_P(InstanceDialogTest, TellsAndLogsWhenTheInstanceIsAnotherClasss) {
+  std::string file = expected_.sample_file;
+  file[3] = '!';
+  ASSERT_TRUE(std::filesystem::exists(scratch_.Write(L"night", file)));
+  Edit(L"night");
+  ExpectMessage("Error loading the instance file");
+  ExpectEmptyEdits();
+  ExpectFailedLoad(L"night");
+}
+
+TEST_P(InstanceDialogTest, TellsAndLogsWhenATextIsTooLong) {
+  const std::string file = expected_.sample_file.substr(0, 16) + std::string("\0\4\0\0", 4) +
+                           std::string(1023, 'x') + '\0';
+  ASSERT_TRUE(std::filesystem::exists(scratch_.Write(L"night", file)));
+  Edit(L"night");
+  ExpectMessage("Error loading the instance file");
+  ExpectFailedLoad(L"night");
+}
+
+TEST_P(InstanceDialogTest, TellsAndLogsWhenSomebodyWritesTheInstance) {
+  const auto path = scratch_.Write(L"night", expected_.sample_file);
+  const Handle writer(CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
+                                  OPEN_EXISTING, 0, nullptr));
+  ASSERT_TRUE(writer);
+  Edit(L"night");
+  ExpectMessage("Error loading the instance file");
+  ExpectFailedLoad(L"night");
+}
+
+TEST_P(InstanceDialogTest, TellsAndLogsANameThatNoCodePageHolds) {
+  Edit(L"\u4E2D\u0416\u05D0");
+  ExpectMessage("Error loading the instance file");
+  ExpectFailedLoad(L"\u4E2D\u0416\u05D0");
+}
+
+// What OK checks.
+
+TEST_P(InstanceDialogTest, WantsANameBeforeAllElse) {
+  Add();
+  session_->Click(kOk);
+  ExpectMessage(expected_.edits.front().missing_message);
+  EXPECT_EQ(session_->Focus(), expected_.focus_after_name_error);
+}
+
+TEST_P(InstanceDialogTest, RefusesANameThatIsTakenBeforeItLooksAtTheFields) {
+  StoreSample(L"night");
+  Add();
+  AcceptName("night");
+  ExpectMessage(kTaken, kTakenCaption);
+  EXPECT_EQ(session_->Focus(), expected_.focus_after_name_error);
+}
+
+TEST_P(InstanceDialogTest, RefusesANameThatIsTakenWhateverTheLetterCaseAndTheClass) {
+  ASSERT_TRUE(std::filesystem::exists(scratch_.Write(L"Night", "of nobody's")));
+  Add();
+  EnterSamples();
+  AcceptName("nIGHT");
+  ExpectMessage(kTaken, kTakenCaption);
+  EXPECT_THAT(scratch_.Files(), ElementsAre(Pair(L"Night", "of nobody's")));
+}
+
+TEST_P(InstanceDialogTest, RefusesDefaultForANameOnlyWhereThereIsOne) {
+  Add();
+  EnterSamples();
+  AcceptName("Default");
+  ExpectEnd(S_OK, L"Default");
+  EXPECT_THAT(scratch_.Files(), ElementsAre(Pair(L"Default", expected_.sample_file)));
+  Add();
+  AcceptName("default");
+  ExpectMessage(kTaken, kTakenCaption);
+}
+
+TEST_P(InstanceDialogTest, WantsItsFieldsInOrder) {
+  Add();
+  session_->SetText(NameControl(), "night");
+  for (const ExpectedEdit& edit : expected_.edits) {
+    if (edit.control == NameControl() || edit.missing_message == nullptr) continue;
+    session_->Click(kOk);
+    ExpectMessage(edit.missing_message);
+    EXPECT_EQ(session_->Focus(), edit.control);
+    session_->SetText(edit.control, edit.sample);
+  }
+  EXPECT_THAT(scratch_.Files(), IsEmpty());
+  session_->Click(kOk);
+  ExpectEnd(S_OK, L"night");
+}
+
+TEST_P(InstanceDialogTest, CannotSaveUnderWhatIsNoFileName) {
+  Add();
+  EnterSamples();
+  for (const char* name : {"..\\night", "a/b", "C:night", "night.", "night ", "a*b", "a?b", "a\"b",
+                           "a<b", "a>b", "a|b", "..", ".", "NUL", "com1", "aux.txt"}) {
+    AcceptName(name);
+    ExpectMessage(kNotSaved);
+    EXPECT_NE(session_->dialog(), nullptr) << name;
+    EXPECT_EQ(session_->Text(NameControl()), name);
+  }
+  EXPECT_THAT(scratch_.Files(), IsEmpty());
+  EXPECT_FALSE(std::filesystem::exists(scratch_.path().parent_path() / "night"));
+  session_->Click(kCancel);
+  ExpectCancelled();
+}
+
+TEST_P(InstanceDialogTest, LetsNoMoreBeTypedThanCanBeLoadedAgain) {
+  Add();
+  EXPECT_EQ(SendMessageA(session_->Control(NameControl()), EM_GETLIMITTEXT, 0, 0), 512);
+  for (const ExpectedEdit& edit : expected_.edits) {
+    if (edit.control == NameControl()) continue;
+    EXPECT_EQ(SendMessageA(session_->Control(edit.control), EM_GETLIMITTEXT, 0, 0), 1022);
+    session_->SetText(edit.control, std::string(1021, 'x'));
+    session_->PressAltAnd(edit.access_key);
+    session_->PressKey(VK_END);
+    session_->Type("yz");
+    EXPECT_EQ(session_->Text(edit.control), std::string(1021, 'x') + 'y');
+  }
+}
+
+TEST_P(InstanceDialogTest, SavesNoMoreThanCanBeLoadedAgain) {
+  Add();
+  EnterSamples();
+  const int longest = expected_.edits.at(1).control;
+  session_->SetText(longest, std::string(1500, 'x'));
+  session_->Click(kOk);
+  ExpectEnd(S_OK, L"night");
+  Edit(L"night");
+  EXPECT_EQ(session_->Text(longest), std::string(1022, 'x'));
+}
+
+// How it ends.
+
+TEST_P(InstanceDialogTest, SavesWhatWasEnteredAndAnswersTheName) {
+  Add();
+  EnterSamples();
+  session_->Click(kOk);
+  ExpectEnd(S_OK, L"night");
+  EXPECT_EQ(session_->dialog(), nullptr);
+  EXPECT_THAT(scratch_.Files(), ElementsAre(Pair(L"night", expected_.sample_file)));
+}
+
+TEST_P(InstanceDialogTest, AnswersANameOfTheCodePage) {
+  Add();
+  EnterSamples();
+  SendMessageW(session_->Control(NameControl()), WM_SETTEXT, 0,
+               reinterpret_cast<LPARAM>(L"St\u00F6rung"));
+  session_->Click(kOk);
+  ExpectEnd(S_OK, L"St\u00F6rung");
+  EXPECT_THAT(scratch_.Files(), ElementsAre(Pair(L"St\u00F6rung", expected_.sample_file)));
+  Edit(L"St\u00F6rung");
+  session_->Click(kOk);
+  ExpectEnd(S_OK, L"St\u00F6rung");
+}
+
+TEST_P(InstanceDialogTest, TakesEnterForOkAlsoFromAnEdit) {
+  Add();
+  EnterSamples();
+  session_->PressKey(VK_RETURN);
+  ExpectEnd(S_OK, L"night");
+}
+
+TEST_P(InstanceDialogTest, TakesEnterForTheButtonThatHasTheFocus) {
+  Add();
+  EnterSamples();
+  while (session_->Focus() != kCancel)
+    session_->PressKey(VK_TAB);
+  session_->PressKey(VK_RETURN);
+  ExpectCancelled();
+}
+
+TEST_P(InstanceDialogTest, ChangesNothingOnCancelEscapeOrClose) {
+  StoreSample(L"Default");
+  StoreSample(L"night");
+  const auto before = scratch_.Files();
+  const std::vector<std::function<void()>> ways = {
+      [&] { session_->Click(kCancel); },
+      [&] { session_->PressKey(VK_ESCAPE); },
+      [&] {
+        PostMessageA(session_->dialog(), WM_SYSCOMMAND, SC_CLOSE, 0);
+        session_->Settle();
+      },
+  };
+  for (const auto& edited :
+       {std::optional<std::wstring>(), std::optional<std::wstring>(L"night")}) {
+    for (const auto& way : ways) {
+      Open(edited);
+      session_->SetText(NameControl(), "changed");
+      session_->SetText(expected_.edits.at(1).control, "changed");
+      way();
+      ExpectCancelled();
+      EXPECT_EQ(scratch_.Files(), before);
+    }
+  }
+}
+
+TEST_P(InstanceDialogTest, SavesAnEditedInstanceInItsPlace) {
+  StoreSample(L"night");
+  Edit(L"night");
+  const ExpectedEdit& changed = expected_.edits.at(1);
+  session_->SetText(changed.control, "x");
+  session_->Click(kOk);
+  ExpectEnd(S_OK, L"night");
+  EXPECT_THAT(scratch_.Files(), ElementsAre(Pair(L"night", ::testing::Ne(expected_.sample_file))));
+  Edit(L"night");
+  session_->SetText(changed.control, changed.sample);
+  session_->Click(kOk);
+  ExpectEnd(S_OK, L"night");
+  EXPECT_THAT(scratch_.Files(), ElementsAre(Pair(L"night", expected_.sample_file)));
+}
+
+TEST_P(InstanceDialogTest, RenamesAnInstance) {
+  StoreSample(L"night");
+  Edit(L"night");
+  AcceptName("day");
+  ExpectEnd(S_OK, L"day");
+  EXPECT_THAT(scratch_.Files(), ElementsAre(Pair(L"day", expected_.sample_file)));
+}
+
+TEST_P(InstanceDialogTest, KeepsTheFileWhenOnlyTheLetterCaseOfItsNameChanges) {
+  StoreSample(L"night");
+  Edit(L"night");
+  AcceptName("NIGHT");
+  ExpectEnd(S_OK, L"NIGHT");
+  EXPECT_TRUE(std::filesystem::exists(scratch_.path() / L"NIGHT"));
+  EXPECT_THAT(scratch_.Files(), ElementsAre(Pair(::testing::_, expected_.sample_file)));
+}
+
+TEST_P(InstanceDialogTest, KeepsBothFilesWhenTheNewNameIsTaken) {
+  StoreSample(L"night");
+  ASSERT_TRUE(std::filesystem::exists(scratch_.Write(L"day", "another")));
+  Edit(L"night");
+  AcceptName("day");
+  ExpectMessage(kTaken, kTakenCaption);
+  EXPECT_THAT(scratch_.Files(),
+              ElementsAre(Pair(L"day", "another"), Pair(L"night", expected_.sample_file)));
+}
+
+TEST_P(InstanceDialogTest, StaysOpenWhileSomebodyReadsTheFile) {
+  const auto path = scratch_.Write(L"night", expected_.sample_file);
+  Edit(L"night");
+  session_->SetText(expected_.edits.at(1).control, "x");
+  {
+    const Handle reader(CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
+                                    OPEN_EXISTING, 0, nullptr));
+    ASSERT_TRUE(reader);
+    session_->Click(kOk);
+    ExpectMessage(kNotSaved);
+  }
+  EXPECT_THAT(scratch_.Files(), ElementsAre(Pair(L"night", expected_.sample_file)));
+  session_->Click(kOk);
+  ExpectEnd(S_OK, L"night");
+  EXPECT_THAT(scratch_.Files(), ElementsAre(Pair(L"night", ::testing::Ne(expected_.sample_file))));
+}
+
+TEST_P(InstanceDialogTest, StaysOpenWhenTheDirectoryIsGone) {
+  DialogSession session(module_, {.notifier_class = expected_.notifier_class,
+                                  .directory = (scratch_.path() / L"none").wstring()});
+  for (const ExpectedEdit& edit : expected_.edits) {
+    session.SetText(edit.control, edit.sample);
+  }
+  session.Click(kOk);
+  EXPECT_EQ(session.ReadMessageBox(), MessageBoxContent{.text = kNotSaved});
+  session.CloseMessageBox();
+  session.Click(kCancel);
+  EXPECT_EQ(session.Await().result, E_FAIL);
+  EXPECT_THAT(scratch_.Files(), IsEmpty());
+}
+
+TEST_P(InstanceDialogTest, DeletesNoFileThatItCouldNotLoad) {
+  ASSERT_TRUE(std::filesystem::exists(scratch_.Write(L"night", "another class's")));
+  Edit(L"night");
+  ExpectMessage("Error loading the instance file");
+  EnterSamples();
+  AcceptName("day");
+  ExpectEnd(S_OK, L"day");
+  EXPECT_THAT(scratch_.Files(),
+              ElementsAre(Pair(L"day", expected_.sample_file), Pair(L"night", "another class's")));
+}
+
+TEST_P(InstanceDialogTest, FreesTheNameThatItReplacesAndLosesNoOther) {
+  StoreSample(L"night");
+  Edit(L"night");
+  session_->Click(kOk);
+  ExpectEnd(S_OK, L"night");  // the system has now made what it makes once
+  session_.reset();
+
+  const AllocationBalance balance;
+  Edit(L"night");
+  session_->Click(kOk);
+  ExpectEnd(S_OK, L"night");
+  session_.reset();
+  EXPECT_EQ(balance.Outstanding(), 0);
+  EXPECT_EQ(balance.StrayFrees(), 0);
+}
+
+// Help.
+
+TEST_P(InstanceDialogTest, ShowsItsHelpForTheButtonAndTheContextHelpKey) {
+  HelpViewer viewer;
+  const HelpRequest wanted = {"vantrel.hlp", HELP_CONTEXT, expected_.help_context};
+  Add();
+  session_->Click(kHelp);
+  EXPECT_THAT(viewer.requests(), ElementsAre(wanted));
+  PostMessageA(session_->Control(session_->Focus()), kContextHelpKey, 0, 0);
+  session_->Settle();
+  EXPECT_THAT(viewer.requests(), ElementsAre(wanted, wanted));
+  EXPECT_NE(session_->dialog(), nullptr);
+}
+
+}  // namespace
+}  // namespace brantel

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "framework/dialog_view.h"
+
+namespace brantel {
+
+// A dialog in memory, with whatever controls are asked for.
+class FakeDialogView final : public DialogView {
+ public:
+  std::string title;
+  std::map<int, std::string> texts;
+  std::map<int, bool> checks;
+  std::map<int, std::size_t> limits;
+  // What the operator answers.
+  std::optional<std::string> chosen_file;
+  std::optional<std::string> chosen_directory;
+  // What an operator notices, in order: "message TEXT", "message TEXT [CAPTION]", "error TEXT",
+  // "focus CONTROL", "help CONTEXT", "choose file LABEL PATTERN from CURRENT", "choose directory
+  // TITLE", "close".
+  std::vector<std::string> events;
+
+  void SetTitle(const std::string& new_title) override { title = new_title; }
+
+  std::string Text(int control, std::size_t limit) override {
+    return texts[control].substr(0, limit);
+  }
+  void SetText(int control, const std::string& text) override { texts[control] = text; }
+  void LimitTyping(int control, std::size_t limit) override { limits[control] = limit; }
+
+  bool IsChecked(int control) override { return checks[control]; }
+  void SetChecked(int control, bool checked) override { checks[control] = checked; }
+
+  void MoveFocus(int control) override { events.push_back("focus " + std::to_string(control)); }
+
+  void ShowMessage(const std::string& text, const std::string& caption, MessageIcon icon) override {
+    events.push_back((icon == MessageIcon::kError ? "error " : "message ") + text +
+                     (caption.empty() ? "" : " [" + caption + "]"));
+  }
+
+  void ShowHelp(unsigned context) override { events.push_back("help " + std::to_string(context)); }
+
+  std::optional<std::string> ChooseFile(const FileKind& kind, const std::string& current) override {
+    events.push_back("choose file " + std::to_string(kind.label_id) + " " +
+                     std::string(kind.pattern) + " from " + current);
+    return chosen_file;
+  }
+
+  std::optional<std::string> ChooseDirectory(const std::string& browser_title) override {
+    events.push_back("choose directory " + browser_title);
+    return chosen_directory;
+  }
+
+  void Close() override { events.emplace_back("close"); }
+};
+
+}  // namespace brantel

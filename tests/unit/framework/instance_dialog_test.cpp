@@ -1,0 +1,460 @@
+#include "framework/instance_dialog.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <array>
+
+#include "tests/unit/framework/fake_dialog_view.h"
+#include "tests/unit/framework/fake_instance_files.h"
+#include "tests/unit/framework/fake_notifier_host.h"
+
+namespace brantel {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::Pair;
+using ::testing::UnorderedElementsAre;
+
+constexpr int kName = 20;
+constexpr int kFirst = 21;
+constexpr int kBox = 22;
+constexpr int kNumber = 23;
+constexpr int kSecond = 24;
+constexpr int kOwnButton = 30;
+
+constexpr std::array<InstanceField, 5> kFields = {{
+    {.name = "first", .control = {ControlKind::kEdit, kFirst, text_id::kUpCodeMissing}},
+    {.name = "hidden"},
+    {.name = "box", .kind = FieldKind::kInteger, .control = {ControlKind::kCheckBox, kBox}},
+    {.name = "number", .kind = FieldKind::kInteger, .control = {ControlKind::kEdit, kNumber}},
+    {.name = "second", .control = {ControlKind::kEdit, kSecond, text_id::kDownCodeMissing}},
+}};
+constexpr InstanceLayout kLayout = {.magic = ParseGuid("00112233-4455-6677-8899-AABBCCDDEEFF"),
+                                    .fields = kFields,
+                                    .default_name_id = text_id::kDefaultBeeper};
+constexpr InstanceDialogSpec kSpec = {.layout = kLayout,
+                                      .add_title_id = text_id::kAddPager,
+                                      .edit_title_id = text_id::kEditPager,
+                                      .name_control = kName,
+                                      .name_error_focus = kName,
+                                      .help_context = 4711};
+
+const std::string kNameMissing = "message Invalid value - The 'Name' field must have a value";
+const std::string kFirstMissing = "message Invalid value - The 'Up Code' field must have a value.";
+const std::string kSecondMissing =
+    "message Invalid value - The 'Down Code' field must have a value.";
+const std::string kTaken =
+    "message Instance name already exists.  Please choose another name [Invalid Instance Name]";
+const std::string kNotSaved = "message Error saving instance file";
+
+// A file system that does not tell names apart by letter case.
+class CaseBlindFiles final : public InstanceFiles {
+ public:
+  FakeInstanceFiles inner;
+
+  std::optional<std::string> Read(const std::string& path) override {
+    return inner.Read(Lower(path));
+  }
+  bool Write(const std::string& path, std::string_view content) override {
+    return inner.Write(Lower(path), content);
+  }
+  bool Overwrite(const std::string& path, std::string_view content) override {
+    return inner.Overwrite(Lower(path), content);
+  }
+  bool Delete(const std::string& path) override { return inner.Delete(Lower(path)); }
+  [[nodiscard]] bool Exists(const std::string& path) const override {
+    return inner.Exists(Lower(path));
+  }
+  [[nodiscard]] bool IsValidName(const std::string& name) const override {
+    return inner.IsValidName(name);
+  }
+  [[nodiscard]] bool SameName(const std::string& one, const std::string& other) const override {
+    return Lower(one) == Lower(other);
+  }
+
+ private:
+  static std::string Lower(std::string text) {
+    for (char& c : text)
+      c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+    return text;
+  }
+};
+
+struct Values {
+  std::string first = "one";
+  std::string hidden{};
+  std::int32_t box = 0;
+  std::int32_t number = 0;
+  std::string second = "two";
+};
+
+std::string FileOf(const Values& values) {
+  Instance instance(kFields.size());
+  instance.set_text(0, values.first);
+  instance.set_text(1, values.hidden);
+  instance.set_integer(2, values.box);
+  instance.set_integer(3, values.number);
+  instance.set_text(4, values.second);
+  return EncodeInstance(kLayout, instance);
+}
+
+class InstanceDialogTest : public ::testing::Test {
+ protected:
+  InstanceDialogCall CallToAdd() { return {.directory = "dir", .host = &host_}; }
+  InstanceDialogCall CallToEdit(const std::string& name) {
+    return {"dir", InstanceArgument{std::u16string(name.begin(), name.end()), name}, &host_};
+  }
+
+  void Enter(const std::string& name, const std::string& first, const std::string& second) {
+    view_.texts[kName] = name;
+    view_.texts[kFirst] = first;
+    view_.texts[kSecond] = second;
+  }
+
+  // What OK leads to, which is forgotten then.
+  std::vector<std::string> PressOk(InstanceDialog& dialog) {
+    view_.events.clear();
+    files_.calls.clear();
+    dialog.Press(kOkButton);
+    return view_.events;
+  }
+
+  FakeDialogView view_;
+  FakeInstanceFiles files_;
+  FakeNotifierHost host_;
+};
+
+TEST_F(InstanceDialogTest, OpensForANewInstanceWithTheDefaultsValuesAndNoName) {
+  files_.files["dir\\Default"] = FileOf({.box = 5, .number = -3});
+  InstanceDialog dialog(kSpec, view_, files_, CallToAdd());
+  dialog.Open();
+  EXPECT_EQ(view_.title, "Add Pager Instance");
+  EXPECT_THAT(view_.texts,
+              UnorderedElementsAre(Pair(kFirst, "one"), Pair(kNumber, "-3"), Pair(kSecond, "two")));
+  EXPECT_THAT(view_.checks, ElementsAre(Pair(kBox, true)));
+  EXPECT_THAT(view_.events, IsEmpty());
+  EXPECT_THAT(host_.log, IsEmpty());
+}
+
+TEST_F(InstanceDialogTest, OpensEmptyAndLogsWhenThereIsNoDefault) {
+  InstanceDialog dialog(kSpec, view_, files_, CallToAdd());
+  dialog.Open();
+  EXPECT_EQ(view_.title, "Add Pager Instance");
+  EXPECT_THAT(view_.texts, IsEmpty());
+  EXPECT_THAT(view_.events, IsEmpty());
+  EXPECT_THAT(host_.log,
+              ElementsAre("Default Beeper", " - Failed to load notification from disk.", "\r"));
+}
+
+TEST_F(InstanceDialogTest, OpensForAnInstanceWithItsNameAndValues) {
+  files_.files["dir\\night"] = FileOf({.number = 12});
+  InstanceDialog dialog(kSpec, view_, files_, CallToEdit("night"));
+  dialog.Open();
+  EXPECT_EQ(view_.title, "Edit Pager Instance");
+  EXPECT_THAT(view_.texts, UnorderedElementsAre(Pair(kName, "night"), Pair(kFirst, "one"),
+                                                Pair(kNumber, "12"), Pair(kSecond, "two")));
+  EXPECT_THAT(view_.checks, ElementsAre(Pair(kBox, false)));
+  EXPECT_THAT(files_.calls, ElementsAre("read dir\\night"));
+}
+
+TEST_F(InstanceDialogTest, OpensEmptyLogsAndTellsWhenTheInstanceCannotBeLoaded) {
+  files_.files["dir\\night"] = "of another class";
+  InstanceDialog dialog(kSpec, view_, files_, CallToEdit("night"));
+  dialog.Open();
+  EXPECT_EQ(view_.title, "Edit Pager Instance");
+  EXPECT_THAT(view_.texts, IsEmpty());
+  EXPECT_THAT(view_.events, ElementsAre("message Error loading the instance file"));
+  EXPECT_THAT(host_.log, ElementsAre("night", " - Failed to load notification from disk.", "\r"));
+}
+
+TEST_F(InstanceDialogTest, KeepsTheTitleUnsetAfterAFailedLoadWhereTheClassHasItSo) {
+  InstanceDialogSpec spec = kSpec;
+  spec.titled_after_failed_load = false;
+  InstanceDialog failed(spec, view_, files_, CallToEdit("night"));
+  failed.Open();
+  EXPECT_EQ(view_.title, "");
+
+  files_.files["dir\\night"] = FileOf({});
+  InstanceDialog loaded(spec, view_, files_, CallToEdit("night"));
+  loaded.Open();
+  EXPECT_EQ(view_.title, "Edit Pager Instance");
+}
+
+TEST_F(InstanceDialogTest, NeedsNoHost) {
+  InstanceDialog added(kSpec, view_, files_, {.directory = "dir"});
+  added.Open();
+  InstanceDialog edited(kSpec, view_, files_, {"dir", InstanceArgument{u"night", "night"}});
+  edited.Open();
+  EXPECT_THAT(view_.events, ElementsAre("message Error loading the instance file"));
+}
+
+TEST_F(InstanceDialogTest, LimitsWhatCanBeTypedToWhatCanBeLoadedAgain) {
+  InstanceDialog dialog(kSpec, view_, files_, CallToAdd());
+  dialog.Open();
+  EXPECT_THAT(view_.limits, UnorderedElementsAre(Pair(kName, 512U), Pair(kFirst, 1022U),
+                                                 Pair(kNumber, 1022U), Pair(kSecond, 1022U)));
+}
+
+TEST_F(InstanceDialogTest, LimitsNoTextThatTheChunkedReaderLoads) {
+  InstanceLayout layout = kLayout;
+  layout.text_reader = TextReader::kChunked;
+  const InstanceDialogSpec spec = {.layout = layout, .name_control = kName};
+  InstanceDialog dialog(spec, view_, files_, CallToAdd());
+  dialog.Open();
+  EXPECT_EQ(view_.limits[kFirst], std::string::npos);
+
+  Enter("night", std::string(5000, 'x'), "two");
+  PressOk(dialog);
+  EXPECT_EQ(files_.files["dir\\night"], FileOf({.first = std::string(5000, 'x')}));
+}
+
+TEST_F(InstanceDialogTest, SavesTextsThatCanBeLoadedAgain) {
+  InstanceDialog dialog(kSpec, view_, files_, CallToAdd());
+  Enter("night", std::string(2000, 'x'), "two");
+  EXPECT_THAT(PressOk(dialog), ElementsAre("close"));
+  EXPECT_EQ(files_.files["dir\\night"], FileOf({.first = std::string(1022, 'x')}));
+  EXPECT_TRUE(DecodeInstance(kLayout, files_.files["dir\\night"]));
+}
+
+TEST_F(InstanceDialogTest, WantsTheNameFirstAndThenTheFieldsInOrder) {
+  files_.files["dir\\taken"] = "";
+  InstanceDialog dialog(kSpec, view_, files_, CallToAdd());
+  EXPECT_THAT(PressOk(dialog), ElementsAre(kNameMissing, "focus 20"));
+  Enter("taken", "", "");
+  EXPECT_THAT(PressOk(dialog), ElementsAre(kTaken, "focus 20"));
+  Enter("night", "", "");
+  EXPECT_THAT(PressOk(dialog), ElementsAre(kFirstMissing, "focus 21"));
+  Enter("night", "one", "");
+  EXPECT_THAT(PressOk(dialog), ElementsAre(kSecondMissing, "focus 24"));
+  EXPECT_THAT(files_.calls, IsEmpty());
+  EXPECT_FALSE(dialog.saved_name());
+  Enter("night", "one", "two");
+  EXPECT_THAT(PressOk(dialog), ElementsAre("close"));
+  EXPECT_THAT(files_.calls, ElementsAre("write dir\\night"));
+  EXPECT_EQ(dialog.saved_name(), "night");
+}
+
+TEST_F(InstanceDialogTest, AsksLastWhetherTheNameIsTakenWhereTheClassHasItSo) {
+  InstanceDialogSpec spec = kSpec;
+  spec.name_taken_check = NameTakenCheck::kAfterFields;
+  files_.files["dir\\taken"] = "kept";
+  InstanceDialog dialog(spec, view_, files_, CallToAdd());
+  EXPECT_THAT(PressOk(dialog), ElementsAre(kNameMissing, "focus 20"));
+  Enter("taken", "", "two");
+  EXPECT_THAT(PressOk(dialog), ElementsAre(kFirstMissing, "focus 21"));
+  Enter("taken", "one", "two");
+  EXPECT_THAT(PressOk(dialog), ElementsAre(kTaken, "focus 20"));
+  EXPECT_EQ(files_.files["dir\\taken"], "kept");
+}
+
+TEST_F(InstanceDialogTest, CallsTheNameAsTheClassDoesAndMovesTheFocusWhereItSays) {
+  InstanceDialogSpec spec = kSpec;
+  spec.name_missing_text_id = text_id::kDisplayNameMissing;
+  spec.name_error_focus = 99;
+  files_.files["dir\\taken"] = "";
+  InstanceDialog dialog(spec, view_, files_, CallToAdd());
+  EXPECT_THAT(PressOk(dialog),
+              ElementsAre("message Invalid value - The 'Display Name' field must have a value",
+                          "focus 99"));
+  Enter("taken", "one", "two");
+  EXPECT_THAT(PressOk(dialog), ElementsAre(kTaken, "focus 99"));
+}
+
+TEST_F(InstanceDialogTest, CannotSaveUnderANameThatLeavesTheDirectoryOrIsNone) {
+  files_.files["dir\\..\\other"] = "kept";
+  InstanceDialog dialog(kSpec, view_, files_, CallToAdd());
+  for (const char* name : {"..\\other", "a/b", "C:x", "con", "night.", "night ", ".", ".."}) {
+    Enter(name, "one", "two");
+    EXPECT_THAT(PressOk(dialog), ElementsAre(kNotSaved)) << name;
+    EXPECT_THAT(files_.calls, IsEmpty()) << name;
+  }
+  EXPECT_FALSE(dialog.saved_name());
+}
+
+TEST_F(InstanceDialogTest, TellsOfABadNameOnlyWhenAllElseIsEntered) {
+  InstanceDialog dialog(kSpec, view_, files_, CallToAdd());
+  Enter("a/b", "", "");
+  EXPECT_THAT(PressOk(dialog), ElementsAre(kFirstMissing, "focus 21"));
+}
+
+TEST_F(InstanceDialogTest, StaysOpenWhenTheFileCannotBeWrittenAndSavesOnANextTry) {
+  files_.held.insert("dir\\night");
+  InstanceDialog dialog(kSpec, view_, files_, CallToAdd());
+  Enter("night", "one", "two");
+  EXPECT_THAT(PressOk(dialog), ElementsAre(kNotSaved));
+  EXPECT_FALSE(dialog.saved_name());
+  files_.held.clear();
+  EXPECT_THAT(PressOk(dialog), ElementsAre("close"));
+  EXPECT_EQ(dialog.saved_name(), "night");
+}
+
+TEST_F(InstanceDialogTest, TakesDefaultForANameLikeAnyOther) {
+  InstanceDialog dialog(kSpec, view_, files_, CallToAdd());
+  Enter("Default", "one", "two");
+  EXPECT_THAT(PressOk(dialog), ElementsAre("close"));
+  InstanceDialog second(kSpec, view_, files_, CallToAdd());
+  EXPECT_THAT(PressOk(second), ElementsAre(kTaken, "focus 20"));
+  InstanceDialog edited(kSpec, view_, files_, CallToEdit("Default"));
+  edited.Open();
+  Enter("Evening", "one", "two");
+  EXPECT_THAT(PressOk(edited), ElementsAre("close"));
+  EXPECT_THAT(files_.files, ElementsAre(Pair("dir\\Evening", FileOf({}))));
+}
+
+TEST_F(InstanceDialogTest, SavesAnEditedInstanceUnderItsOwnName) {
+  files_.files["dir\\night"] = FileOf({});
+  InstanceDialog dialog(kSpec, view_, files_, CallToEdit("night"));
+  dialog.Open();
+  view_.texts[kFirst] = "changed";
+  view_.checks[kBox] = true;
+  view_.texts[kNumber] = "42";
+  EXPECT_THAT(PressOk(dialog), ElementsAre("close"));
+  EXPECT_THAT(files_.calls, ElementsAre("write dir\\night"));
+  EXPECT_EQ(files_.files["dir\\night"], FileOf({.first = "changed", .box = 1, .number = 42}));
+  EXPECT_EQ(dialog.saved_name(), "night");
+}
+
+TEST_F(InstanceDialogTest, KeepsWhatItDoesNotShow) {
+  files_.files["dir\\night"] = FileOf({.hidden = "stored"});
+  InstanceDialog dialog(kSpec, view_, files_, CallToEdit("night"));
+  dialog.Open();
+  view_.texts[kFirst] = "changed";
+  PressOk(dialog);
+  EXPECT_EQ(files_.files["dir\\night"], FileOf({.first = "changed", .hidden = "stored"}));
+}
+
+TEST_F(InstanceDialogTest, GivesANewInstanceWhatItDoesNotShowFromTheDefault) {
+  files_.files["dir\\Default"] = FileOf({.hidden = "stored"});
+  InstanceDialog dialog(kSpec, view_, files_, CallToAdd());
+  dialog.Open();
+  view_.texts[kName] = "night";
+  PressOk(dialog);
+  EXPECT_EQ(files_.files["dir\\night"], FileOf({.hidden = "stored"}));
+}
+
+TEST_F(InstanceDialogTest, RenamesBySavingTheNewFileBeforeTheOldOneGoes) {
+  files_.files["dir\\night"] = FileOf({});
+  InstanceDialog dialog(kSpec, view_, files_, CallToEdit("night"));
+  dialog.Open();
+  view_.texts[kName] = "day";
+  EXPECT_THAT(PressOk(dialog), ElementsAre("close"));
+  EXPECT_THAT(files_.calls, ElementsAre("write dir\\day", "delete dir\\night"));
+  EXPECT_THAT(files_.files, ElementsAre(Pair("dir\\day", FileOf({}))));
+  EXPECT_EQ(dialog.saved_name(), "day");
+}
+
+TEST_F(InstanceDialogTest, KeepsTheOldFileWhenTheNewOneCannotBeSaved) {
+  files_.files["dir\\night"] = FileOf({});
+  files_.held.insert("dir\\day");
+  InstanceDialog dialog(kSpec, view_, files_, CallToEdit("night"));
+  dialog.Open();
+  view_.texts[kName] = "day";
+  EXPECT_THAT(PressOk(dialog), ElementsAre(kNotSaved));
+  view_.texts[kName] = "a\\b";
+  EXPECT_THAT(PressOk(dialog), ElementsAre(kNotSaved));
+  EXPECT_THAT(files_.files, ElementsAre(Pair("dir\\night", FileOf({}))));
+}
+
+TEST_F(InstanceDialogTest, RenamesAlsoWhenTheOldFileCannotBeDeleted) {
+  files_.files["dir\\night"] = FileOf({});
+  InstanceDialog dialog(kSpec, view_, files_, CallToEdit("night"));
+  dialog.Open();
+  files_.held.insert("dir\\night");
+  view_.texts[kName] = "day";
+  EXPECT_THAT(PressOk(dialog), ElementsAre("close"));
+  EXPECT_EQ(files_.files.size(), 2U);
+}
+
+TEST_F(InstanceDialogTest, RefusesToRenameToAnotherInstance) {
+  files_.files["dir\\night"] = FileOf({});
+  files_.files["dir\\day"] = "another's";
+  InstanceDialog dialog(kSpec, view_, files_, CallToEdit("night"));
+  dialog.Open();
+  view_.texts[kName] = "day";
+  EXPECT_THAT(PressOk(dialog), ElementsAre(kTaken, "focus 20"));
+  EXPECT_EQ(files_.files["dir\\day"], "another's");
+}
+
+TEST_F(InstanceDialogTest, KeepsTheFileWhenOnlyTheLetterCaseOfItsNameChanges) {
+  CaseBlindFiles files;
+  files.inner.files["dir\\night"] = FileOf({});
+  InstanceDialog dialog(kSpec, view_, files, CallToEdit("night"));
+  dialog.Open();
+  view_.texts[kName] = "NIGHT";
+  view_.texts[kFirst] = "changed";
+  EXPECT_THAT(PressOk(dialog), ElementsAre("close"));
+  EXPECT_THAT(files.inner.files, ElementsAre(Pair("dir\\night", FileOf({.first = "changed"}))));
+  EXPECT_EQ(dialog.saved_name(), "NIGHT");
+}
+
+TEST_F(InstanceDialogTest, DeletesNoFileThatCouldNotBeLoaded) {
+  files_.files["dir\\night"] = "of another class";
+  InstanceDialog dialog(kSpec, view_, files_, CallToEdit("night"));
+  dialog.Open();
+  Enter("day", "one", "two");
+  EXPECT_THAT(PressOk(dialog), ElementsAre("close"));
+  EXPECT_EQ(files_.files["dir\\night"], "of another class");
+  EXPECT_EQ(files_.files["dir\\day"], FileOf({}));
+}
+
+TEST_F(InstanceDialogTest, TakesWhatIsNoNumberForZero) {
+  const std::vector<std::pair<std::string, std::int32_t>> numbers = {
+      {"7", 7},          {"-7", -7}, {"  7 ", 7}, {"2147483647", 2147483647},
+      {"2147483648", 0}, {"", 0},    {"  ", 0},   {"seven", 0},
+      {"7a", 0},         {"- 7", 0}};
+  for (const auto& [text, number] : numbers) {
+    files_.files.clear();
+    InstanceDialog dialog(kSpec, view_, files_, CallToAdd());
+    Enter("night", "one", "two");
+    view_.texts[kNumber] = text;
+    PressOk(dialog);
+    EXPECT_EQ(files_.files["dir\\night"], FileOf({.number = number})) << "'" << text << "'";
+  }
+}
+
+TEST_F(InstanceDialogTest, ClosesOnCancelWithNothingSaved) {
+  InstanceDialog dialog(kSpec, view_, files_, CallToAdd());
+  Enter("night", "one", "two");
+  dialog.Press(kCancelButton);
+  EXPECT_THAT(view_.events, ElementsAre("close"));
+  EXPECT_FALSE(dialog.saved_name());
+  EXPECT_THAT(files_.files, IsEmpty());
+}
+
+TEST_F(InstanceDialogTest, ShowsHelpForTheButtonAndForTheContext) {
+  InstanceDialog dialog(kSpec, view_, files_, CallToAdd());
+  dialog.Press(kHelpButton);
+  dialog.Help();
+  EXPECT_THAT(view_.events, ElementsAre("help 4711", "help 4711"));
+}
+
+TEST_F(InstanceDialogTest, IsModifiedByTheControlsThatItFills) {
+  for (const int control : {kName, kFirst, kNumber, kSecond}) {
+    InstanceDialog dialog(kSpec, view_, files_, CallToAdd());
+    dialog.Open();
+    EXPECT_FALSE(dialog.modified());
+    dialog.Change(control);
+    EXPECT_TRUE(dialog.modified()) << control;
+    dialog.Change(kOwnButton);
+    EXPECT_TRUE(dialog.modified()) << control;
+  }
+  InstanceDialog dialog(kSpec, view_, files_, CallToAdd());
+  dialog.Press(kOwnButton);
+  dialog.Change(kOwnButton);
+  dialog.Change(0);  // a field without a control has this number
+  EXPECT_FALSE(dialog.modified());
+  dialog.Press(kBox);
+  EXPECT_TRUE(dialog.modified());
+}
+
+TEST_F(InstanceDialogTest, IsNotModifiedByBeingFilled) {
+  InstanceDialog dialog(kSpec, view_, files_, CallToAdd());
+  dialog.Change(kName);  // what setting a text makes an edit announce
+  dialog.Open();
+  EXPECT_FALSE(dialog.modified());
+}
+
+}  // namespace
+}  // namespace brantel
