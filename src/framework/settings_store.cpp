@@ -1,8 +1,6 @@
 #include "framework/settings_store.h"
 
-#include <algorithm>
-#include <charconv>
-#include <limits>
+#include "framework/leading_number.h"
 
 namespace brantel {
 namespace {
@@ -10,16 +8,6 @@ namespace {
 std::string DecimalOfLowestByte(const std::string& data) {
   const auto lowest = data.empty() ? std::int8_t{0} : static_cast<std::int8_t>(data.front());
   return std::to_string(int{lowest});
-}
-
-std::int32_t LeadingNumber(std::string_view text) {
-  const std::size_t start = std::min(text.find_first_not_of(" \t"), text.size());
-  text.remove_prefix(start);
-  std::int32_t number = 0;
-  const auto parsed = std::from_chars(text.data(), text.data() + text.size(), number);
-  if (parsed.ec != std::errc::result_out_of_range) return number;
-  return text.front() == '-' ? std::numeric_limits<std::int32_t>::min()
-                             : std::numeric_limits<std::int32_t>::max();
 }
 
 std::string NumberBytes(std::int32_t number) {

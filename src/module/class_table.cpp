@@ -3,7 +3,9 @@
 #include <array>
 
 #include "framework/ansi_text_win32.h"
+#include "framework/clock_win32.h"
 #include "framework/instance_files_win32.h"
+#include "framework/registry_settings_win32.h"
 #include "framework/sound_recorder_win32.h"
 #include "local/launch_program.h"
 #include "local/launch_program_dialog.h"
@@ -12,8 +14,10 @@
 #include "local/sound_dialog.h"
 #include "local/sound_player_win32.h"
 #include "mail/smtp_mail_layout.h"
+#include "modem/beeper.h"
 #include "modem/beeper_layout.h"
 #include "modem/pager_layout.h"
+#include "modem/serial_device_win32.h"
 #include "popup/win_popup_layout.h"
 
 namespace brantel {
@@ -21,9 +25,12 @@ namespace {
 
 // The system behind the notifiers. Stateless, so all objects share them.
 constinit DiskInstanceFiles instance_files;
+constinit RegistrySettings settings;
+constinit SystemClock system_clock;
 constinit SystemProcessStarter process_starter;
 constinit SystemRecorder recorder_system;
 constinit SystemSoundPlayer sound_player;
+constinit SystemSerialPorts serial_ports;
 
 // A class whose delivery is still to be built.
 class UnbuiltNotifier final : public Notifier {
@@ -52,9 +59,12 @@ std::unique_ptr<InstanceDialog> MakeSoundDialog(DialogView& view, InstanceDialog
   return std::make_unique<SoundDialog>(view, instance_files, std::move(call), recorder_system);
 }
 
+std::unique_ptr<Notifier> MakeBeeper() {
+  return std::make_unique<Beeper>(instance_files, settings, serial_ports, system_clock);
+}
+
 constexpr auto MakeSMTPMail = MakeUnbuilt;
 constexpr auto MakeWinPopup = MakeUnbuilt;
-constexpr auto MakeBeeper = MakeUnbuilt;
 constexpr auto MakePager = MakeUnbuilt;
 constexpr auto MakeVoice = MakeUnbuilt;
 

@@ -1,0 +1,88 @@
+#include "modem/beeper.h"
+
+#include <algorithm>
+#include <vector>
+
+#include "framework/alert_text.h"
+#include "framework/format_text.h"
+#include "framework/leading_number.h"
+#include "framework/string_table.h"
+#include "modem/beeper_call.h"
+#include "modem/beeper_layout.h"
+#include "modem/beeper_settings.h"
+#include "modem/com_port_number.h"
+
+namespace brantel {
+namespace {
+
+using Settings = std::vector<std::string>;
+
+// The host's own variable for what a beeper is to show.
+constexpr std::string_view kEventTemplate = "%C";
+
+std::size_t CodeField(AlertKind kind) {
+  switch (kind) {
+    case AlertKind::kUp:
+      return beeper_field::kUpCode;
+    case AlertKind::kDown:
+      return beeper_field::kDownCode;
+    default:
+      return beeper_field::kTrapCode;
+  }
+}
+
+std::string CompleteMessage(const Instance& instance, const AlertText& alert) {
+  const std::string_view expanded = std::string_view(alert.text).substr(0, alert.text.find('\0'));
+  const std::string message =
+      alert.kind ? FormatText("%s%s", {instance.text(CodeField(*alert.kind)), expanded})
+                 : std::string(expanded);
+  // Deliberately formatted once more, without arguments: operators write "%%" for a percent sign.
+  return FormatText(message);
+}
+
+void LogCall(NotifierHost& host, const Instance& instance, const Settings& settings,
+             const std::string& message) {
+  host.LogMessage(LoadText(text_id::kSendBeeperMessage));
+  host.LogMessage(LoadText(text_id::kBeepNumber));
+  host.LogMessage(instance.text(beeper_field::kBeeperNumber));
+  host.LogMessage(LoadText(text_id::kModemString));
+  host.LogMessage(settings[beeper_setting::kModemString]);
+  host.LogMessage(LoadText(text_id::kDialString));
+  host.LogMessage(settings[beeper_setting::kDialString]);
+  host.LogMessage(LoadText(text_id::kCompleteMessage));
+  host.LogMessage(message);
+  host.LogMessage(LoadText(text_id::kSendingMessage));
+}
+
+BeeperCall MakeCall(const Instance& instance, const Settings& settings,
+                    const std::string& message) {
+  return {
+      .port_number = ComPortNumber(settings[beeper_setting::kComPort]),
+      .baud_selector = LeadingNumber(settings[beeper_setting::kBaud]),
+      .modem_string = settings[beeper_setting::kModemString],
+      .dial_command = FormatText(settings[beeper_setting::kDialString],
+                                 {instance.text(beeper_field::kBeeperNumber), message}),
+      .extra_wait = static_cast<std::uint32_t>(
+          std::max(LeadingNumber(settings[beeper_setting::kTimeout]), 0)),
+  };
+}
+
+}  // namespace
+
+Result Beeper::Send(const InstanceArgument& argument, NotifierHost* host) {
+  const auto instance = LoadInstanceForAlert(files_, kBeeperLayout, argument, host);
+  if (!instance || host == nullptr) return kFail;
+
+  const Settings settings =
+      ReadBeeperSettings(settings_, instance->integer(beeper_field::kSettingsProfile));
+  const AlertComposition composition =
+      ComposeAlertText(*host, kEventTemplate, instance->text(beeper_field::kReportMessage));
+  if (!composition.alert) return composition.result;
+
+  const std::string message = CompleteMessage(*instance, *composition.alert);
+  LogCall(*host, *instance, settings, message);
+  ModemPort port(kBeeperPolicy, port_busy_, ports_, clock_, *host);
+  return PlaceCall(port, MakeCall(*instance, settings, message)) ? kOk : kFail;
+}
+
+}  // namespace brantel

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "modem/modem_port.h"
+
+namespace brantel {
+
+// How long a busy number is left alone, in milliseconds.
+inline constexpr std::uint32_t kBusyWait = 3000;
+inline constexpr std::uint32_t kBusyWaitNtt = 180000;
+
+// Calls a paging centre and waits until its modem and ours are connected. A busy number is dialled
+// again after `busy_wait` milliseconds, deliberately without end: the centre will be free some
+// time, and the page is still wanted then. Holds the last response afterwards. False, with the
+// reason in the log, when the call fails in any other way.
+bool DialCentre(ModemPort& port, std::string_view phone_number, std::uint32_t busy_wait,
+                std::string& response);
+
+}  // namespace brantel

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "modem/modem_port.h"
+
+namespace brantel {
+
+// Sends the initialisation string to the modem and waits for its OK, which may come late, or only
+// in answer to a plain "AT". Differences between the notifiers are in the port's policy. Holds the
+// last response afterwards. False when there is no OK, when the modem echoes although it must not,
+// or when the port fails; the log says which.
+bool InitialiseModem(ModemPort& port, std::string_view modem_string, std::string& response);
+
+}  // namespace brantel

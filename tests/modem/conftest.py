@@ -1,0 +1,204 @@
+"""Calls beepers through the real module, on real pseudo-terminals with a simulated modem behind each.
+
+Everything runs in a Wine prefix of the suite's own: which port leads where is read when its server
+starts. A call takes as long as its waits, so the calls of several tests go on at the same time, each
+on a port of its own.
+"""
+
+import itertools
+import os
+import pathlib
+import pty
+import shutil
+import subprocess
+import tempfile
+import time
+import uuid
+from dataclasses import dataclass, field
+
+import pytest
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
+HOST = ROOT / "out" / "win32" / "notifyhost.exe"
+MODULE = ROOT / "out" / "win32" / "Brantel_Notifications.dll"
+MODEMSIM = ROOT / "build" / "sim" / "sim" / "modemsim"
+WINE = ROOT / "tools" / "wine"
+
+# Seconds within which a call ends, or a program says something: far more than they take, so that only
+# a hang reaches it.
+TIME_LIMIT = 120
+
+BEEPER_MAGIC = uuid.UUID("E546F481-983D-5A7E-610B-E80BF158F22E").bytes_le
+BEEPER_KEY = r"HKEY_LOCAL_MACHINE\SOFTWARE\Brantel\Vantrel\notification\Beeper"
+
+# The ports that lead to a modem when a test connects one. COM40 and above exist nowhere.
+PORTS = range(1, 40)
+
+
+def wait_until(condition):
+    deadline = time.monotonic() + TIME_LIMIT
+    while not (result := condition()):
+        assert time.monotonic() < deadline, "it does not come about"
+        time.sleep(0.02)
+    return result
+
+
+def windows_path(path) -> str:
+    return subprocess.run([WINE, "--path", path], capture_output=True, text=True, check=True,
+                          timeout=TIME_LIMIT).stdout.rstrip("\n")
+
+
+class Modem:
+    """A simulated modem. Its transcript is a line for each event: the time, who, what."""
+
+    def __init__(self, link: pathlib.Path, *options: str):
+        self.link = link
+        self.transcript_file = link.with_name(f"{link.name}.transcript")
+        with self.transcript_file.open("w") as output:
+            self.process = subprocess.Popen([MODEMSIM, "--link", link, *options],
+                                            stdin=subprocess.DEVNULL, stdout=output,
+                                            stderr=subprocess.STDOUT)
+        wait_until(lambda: "modem  is at" in self.transcript_file.read_text())
+
+    def events(self) -> list[tuple[float, str, str]]:
+        events = []
+        for line in self.transcript_file.read_text().splitlines():
+            moment, who, what = line.split(maxsplit=2)
+            events.append((float(moment), who, what))
+        return events
+
+    def said(self, who: str) -> list[str]:
+        return [what for _, speaker, what in self.events() if speaker == who]
+
+    def time_of(self, who: str, what: str) -> float:
+        return next(moment for moment, *event in self.events() if event == [who, what])
+
+    def end(self) -> None:
+        self.process.terminate()
+        self.process.wait(TIME_LIMIT)
+
+
+@dataclass
+class Call:
+    """A run of the host that sends one alert, under way or over. Line ends are as they came."""
+    process: subprocess.Popen
+    output_file: pathlib.Path
+    modem: Modem | None
+
+    def output(self) -> str:
+        return self.output_file.read_text()
+
+    def end(self) -> "Call":
+        self.process.wait(TIME_LIMIT)
+        return self
+
+    def log(self) -> list[str]:
+        """The log from the first line behind those that say what is sent."""
+        return self.output().partition("Sending...\n")[2].splitlines()
+
+
+@dataclass
+class Switchboard:
+    """A Wine prefix with ports, and what is connected to them."""
+    folder: pathlib.Path
+    environment: dict[str, str]
+    free_ports: itertools.count = field(default_factory=lambda: itertools.count(PORTS[0]))
+    calls: list[Call] = field(default_factory=list)
+    modems: list[Modem] = field(default_factory=list)
+
+    def wine(self, *arguments) -> subprocess.CompletedProcess:
+        return subprocess.run([WINE, *arguments], env=self.environment, cwd=self.folder, check=True,
+                              capture_output=True, timeout=TIME_LIMIT)
+
+    def link(self, port: int) -> pathlib.Path:
+        return self.folder / f"port{port}"
+
+    def import_registry(self, values: dict[str, dict[str, str]]) -> None:
+        lines = ["REGEDIT4"]
+        for key, texts in values.items():
+            lines += ["", f"[{key}]"]
+            lines += ['"{}"="{}"'.format(name, text.replace("\\", "\\\\")) for name, text in texts.items()]
+        file = self.folder / "values.reg"
+        file.write_text("\r\n".join(lines) + "\r\n")
+        self.wine("reg", "import", file.name)
+
+    def connect_modem(self, *options: str) -> tuple[int, Modem]:
+        port = next(self.free_ports)
+        assert port in PORTS
+        return port, self.start_modem(self.link(port), *options)
+
+    def start_modem(self, link: pathlib.Path, *options: str) -> Modem:
+        modem = Modem(link, *options)
+        self.modems.append(modem)
+        return modem
+
+    def start_call(self, *options: str, number="5550100", profile=0, event="item-down", text="77",
+                   dial="ATDT%s", timeout="0", modem=(), com_port=None, **settings: str) -> Call:
+        """Sends an alert through a modem with the options `modem`, or to a port that has none when
+        `com_port` says so. Further settings by their names without "Settings_"."""
+        connected = None
+        if com_port is None:
+            port, connected = self.connect_modem(*modem)
+            com_port = f"COM{port}"
+        settings = {"COMPort": com_port, "DialString": dial, "Timeout": timeout, "Baud": "",
+                    "ModemString": "", **settings}
+        subkey = f"\\{profile:02}" if profile else ""
+        self.import_registry({BEEPER_KEY + subkey: {f"Settings_{name}": text
+                                                    for name, text in settings.items()}})
+        instance = self.folder / f"instance{len(self.calls)}"
+        write_beeper(instance, number, profile)
+        call = self.start_host(instance, connected, *options, "--event", event, "--set", f"C={text}")
+        # By then it has read its settings, and those of the next call can be stored.
+        wait_until(lambda: "Sending...\n" in call.output() or call.process.poll() is not None)
+        return call
+
+    def start_host(self, instance: pathlib.Path, modem: Modem | None, *options: str) -> Call:
+        output_file = self.folder / f"output{len(self.calls)}"
+        with output_file.open("w") as output:
+            process = subprocess.Popen(
+                [WINE, HOST, "--module", MODULE, "send", "Beeper", instance.name, *options],
+                cwd=self.folder, env=self.environment, stdin=subprocess.DEVNULL, stdout=output,
+                stderr=subprocess.STDOUT)
+        call = Call(process, output_file, modem)
+        self.calls.append(call)
+        return call
+
+    def close(self) -> None:
+        for call in self.calls:
+            if call.process.poll() is None:
+                call.process.kill()
+            call.process.wait(TIME_LIMIT)
+        for modem in self.modems:
+            modem.end()
+
+
+def write_beeper(path: pathlib.Path, number: str, profile: int) -> None:
+    texts = [number, "unused", "111", "222", "333", "report"]
+    fields = b"".join((len(text) + 1).to_bytes(4, "little") + text.encode() + b"\0" for text in texts)
+    path.write_bytes(BEEPER_MAGIC + fields + profile.to_bytes(4, "little"))
+
+
+@pytest.fixture(scope="session")
+def switchboard():
+    folder = pathlib.Path(tempfile.mkdtemp(prefix="modem_test_"))
+    environment = {**os.environ, "LC_ALL": "C.UTF-8", "WINEDEBUG": "-all",
+                   "WINEPREFIX": str(folder / "prefix")}
+    board = Switchboard(folder, environment)
+    # Wine takes a port for one only when there is a terminal behind it as its server starts.
+    placeholders = pty.openpty()
+    for port in PORTS:
+        board.link(port).symlink_to(os.ttyname(placeholders[1]))
+    try:
+        board.import_registry({r"HKEY_LOCAL_MACHINE\Software\Wine\Ports": {
+            f"COM{port}": str(board.link(port)) for port in PORTS}})
+        board.wine("--server", "-k")
+        board.wine("--server", "-w")
+        yield board
+    finally:
+        board.close()
+        for option in ("-k", "-w"):
+            subprocess.run([WINE, "--server", option], env=environment, capture_output=True,
+                           timeout=TIME_LIMIT)
+        for descriptor in placeholders:
+            os.close(descriptor)
+        shutil.rmtree(folder, ignore_errors=True)

@@ -1,0 +1,31 @@
+#include "framework/leading_number.h"
+
+#include <gtest/gtest.h>
+
+namespace brantel {
+namespace {
+
+TEST(LeadingNumber, ReadsTheNumberAtTheStart) {
+  EXPECT_EQ(LeadingNumber("2400"), 2400);
+  EXPECT_EQ(LeadingNumber(" \t9600 baud"), 9600);
+  EXPECT_EQ(LeadingNumber("+5"), 5);
+  EXPECT_EQ(LeadingNumber("-5"), -5);
+  EXPECT_EQ(LeadingNumber("007x"), 7);
+}
+
+TEST(LeadingNumber, IsZeroWithoutANumber) {
+  for (const std::string_view text : {"", " ", "fast", "x1", "-", "+", "+-5", "- 5", "0x10"}) {
+    EXPECT_EQ(LeadingNumber(text), 0) << text;
+  }
+}
+
+TEST(LeadingNumber, TakesTheNearestNumberForOneOutOfRange) {
+  EXPECT_EQ(LeadingNumber("2147483647"), 2147483647);
+  EXPECT_EQ(LeadingNumber("2147483648"), 2147483647);
+  EXPECT_EQ(LeadingNumber("+4294967295"), 2147483647);
+  EXPECT_EQ(LeadingNumber("99999999999999999999"), 2147483647);
+  EXPECT_EQ(LeadingNumber("-2147483649"), -2147483647 - 1);
+}
+
+}  // namespace
+}  // namespace brantel
