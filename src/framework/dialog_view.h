@@ -1,9 +1,12 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace brantel {
 
@@ -20,6 +23,12 @@ struct FileKind {
   unsigned label_id = 0;       // its text in the string table
   std::string_view pattern{};  // such as "*.wav"
 };
+
+class Dialog;
+class DialogView;
+
+// Makes a dialog that answers through the view, which outlives it.
+using DialogMaker = std::function<std::unique_ptr<Dialog>(DialogView&)>;
 
 // A dialog on the screen, as those see it who decide what happens in it. Texts are in the system's
 // ANSI code page. What asks the operator something returns when that is answered.
@@ -39,6 +48,13 @@ class DialogView {
   virtual bool IsChecked(int control) = 0;
   virtual void SetChecked(int control, bool checked) = 0;
 
+  // The items of a list, of which none is selected then.
+  virtual void FillList(int control, const std::vector<std::string>& items) = 0;
+  // The position of the list's selected item, from 0; nothing when none is selected.
+  virtual std::optional<std::size_t> SelectedItem(int control) = 0;
+  // Selects none when the list has no such position. Is no selection of the operator's.
+  virtual void SelectItem(int control, std::size_t position) = 0;
+
   // Does nothing when the dialog has no such control.
   virtual void MoveFocus(int control) = 0;
 
@@ -57,6 +73,9 @@ class DialogView {
   // Lets the operator choose a folder. Nothing when the operator gives up; empty when the choice is
   // no folder of the file system.
   virtual std::optional<std::string> ChooseDirectory(const std::string& title) = 0;
+
+  // Shows another dialog over this one until the operator closes it.
+  virtual void ShowDialog(const DialogMaker& make) = 0;
 
   // Closes the dialog after the event that is being handled.
   virtual void Close() = 0;

@@ -37,11 +37,13 @@ InstanceDialog::InstanceDialog(const InstanceDialogSpec& spec, DialogView& view,
 
 void InstanceDialog::Open() {
   LimitTyping();
+  FillLists();
   if (call_.edited) {
     OpenEdited(*call_.edited);
   } else {
     OpenNew();
   }
+  SelectInLists();
   modified_ = false;  // what was filled in is no change of the operator's
 }
 
@@ -95,6 +97,16 @@ void InstanceDialog::Show() {
   }
 }
 
+// Also when nothing was loaded: a list always shows what a new instance would have.
+void InstanceDialog::SelectInLists() {
+  for (std::size_t i = 0; i < spec_.layout.fields.size(); ++i) {
+    const DialogControl& control = spec_.layout.fields[i].control;
+    if (control.kind != ControlKind::kList) continue;
+    view_.SelectItem(control.id, static_cast<std::size_t>(instance_.integer(i)));
+    SelectionChanged(control.id);
+  }
+}
+
 void InstanceDialog::Press(int control) {
   if (control == kOkButton) {
     Accept();
@@ -114,6 +126,11 @@ void InstanceDialog::Change(int control) {
   };
   modified_ =
       modified_ || control == spec_.name_control || std::ranges::any_of(spec_.layout.fields, shows);
+}
+
+void InstanceDialog::Select(int control) {
+  Change(control);
+  SelectionChanged(control);
 }
 
 void InstanceDialog::Help() {
@@ -184,15 +201,23 @@ std::string InstanceDialog::FieldText(const InstanceField& field) {
 
 void InstanceDialog::Collect() {
   for (std::size_t i = 0; i < spec_.layout.fields.size(); ++i) {
-    const InstanceField& field = spec_.layout.fields[i];
-    if (field.control.kind == ControlKind::kCheckBox) {
-      instance_.set_integer(i, view_.IsChecked(field.control.id) ? 1 : 0);
-    } else if (field.control.kind == ControlKind::kEdit) {
-      if (field.kind == FieldKind::kInteger) {
-        instance_.set_integer(i, ToNumber(FieldText(field)));
-      } else {
-        instance_.set_text(i, FieldText(field));
-      }
+    CollectField(i);
+  }
+}
+
+void InstanceDialog::CollectField(std::size_t index) {
+  const InstanceField& field = spec_.layout.fields[index];
+  const int control = field.control.id;
+  if (field.control.kind == ControlKind::kCheckBox) {
+    instance_.set_integer(index, view_.IsChecked(control) ? 1 : 0);
+  } else if (field.control.kind == ControlKind::kList) {
+    const auto position = view_.SelectedItem(control);
+    if (position) instance_.set_integer(index, static_cast<std::int32_t>(*position));
+  } else if (field.control.kind == ControlKind::kEdit) {
+    if (field.kind == FieldKind::kInteger) {
+      instance_.set_integer(index, ToNumber(FieldText(field)));
+    } else {
+      instance_.set_text(index, FieldText(field));
     }
   }
 }

@@ -4,6 +4,7 @@
 #include <span>
 #include <string>
 
+#include "framework/dialog.h"
 #include "framework/dialog_view.h"
 #include "framework/instance_codec.h"
 #include "framework/instance_directory.h"
@@ -17,12 +18,6 @@ namespace brantel {
 
 // When OK asks whether the name is already used.
 enum class NameTakenCheck { kBeforeFields, kAfterFields };
-
-// A button that is drawn as a picture.
-struct BitmapButton {
-  int control = 0;
-  int bitmap_id = 0;
-};
 
 // What the dialog of a class is, beside the fields of its layout.
 struct InstanceDialogSpec {
@@ -48,31 +43,29 @@ struct InstanceDialogCall {
   NotifierHost* host = nullptr;              // is told what cannot be loaded; may be null
 };
 
-// The dialog in which an operator adds or edits an instance. The one who shows it passes on what
-// the operator does; it answers through the view. Classes derive from it what their own buttons do.
-class InstanceDialog {
+// The dialog in which an operator adds or edits an instance. Classes derive from it what their own
+// buttons and lists do.
+class InstanceDialog : public Dialog {
  public:
   // All but the call must outlive the object.
   InstanceDialog(const InstanceDialogSpec& spec, DialogView& view, InstanceFiles& files,
                  InstanceDialogCall call);
-  InstanceDialog(const InstanceDialog&) = delete;
-  InstanceDialog& operator=(const InstanceDialog&) = delete;
-  virtual ~InstanceDialog() = default;
 
-  [[nodiscard]] const InstanceDialogSpec& spec() const { return spec_; }
+  [[nodiscard]] int template_id() const override { return spec_.template_id; }
+  [[nodiscard]] std::span<const BitmapButton> bitmap_buttons() const override {
+    return spec_.bitmap_buttons;
+  }
 
-  // Fills the dialog, which is there but not yet seen, with the instance to edit or with the one
-  // that prefills new ones.
-  void Open();
+  // Fills the dialog with the instance to edit or with the one that prefills new ones.
+  void Open() override;
 
-  // A button or check box was pressed. OK checks what was entered, saves it and closes the dialog;
-  // whatever stands against that is told in a message box, and the dialog stays.
-  void Press(int control);
+  // OK checks what was entered, saves it and closes the dialog; whatever stands against that is
+  // told in a message box, and the dialog stays.
+  void Press(int control) override;
 
-  // The text of an edit has changed.
-  void Change(int control);
-
-  void Help();
+  void Change(int control) override;
+  void Select(int control) override;
+  void Help() override;
 
   // Whether something was changed since the dialog opened.
   [[nodiscard]] bool modified() const { return modified_; }
@@ -82,6 +75,18 @@ class InstanceDialog {
 
  protected:
   [[nodiscard]] DialogView& view() { return view_; }
+
+  // Whether there is an instance to edit, be it that it cannot be loaded.
+  [[nodiscard]] bool edits() const { return call_.edited.has_value(); }
+
+  // What was loaded.
+  [[nodiscard]] const Instance& instance() const { return instance_; }
+
+  // Gives the dialog's lists their items, before anything is selected in them.
+  virtual void FillLists() {}
+
+  // Another item is selected in a list. Called once for each list when the dialog opens, too.
+  virtual void SelectionChanged(int /*list*/) {}
 
   // One of the class's own buttons was pressed.
   virtual void PressOwnButton(int /*control*/) {}
@@ -95,6 +100,7 @@ class InstanceDialog {
   void SetTitle(unsigned id);
   void LimitTyping();
   void Show();
+  void SelectInLists();
 
   void Accept();
   // Each tells the operator when what it requires is not so.
@@ -107,6 +113,7 @@ class InstanceDialog {
   void Refuse(unsigned text_id, const std::string& caption, int focus);
   std::string FieldText(const InstanceField& field);
   void Collect();
+  void CollectField(std::size_t index);
   bool Save(const std::string& name);
 
   const InstanceDialogSpec& spec_;

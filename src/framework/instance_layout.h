@@ -74,6 +74,7 @@ enum class ControlKind {
   kNone,      // the dialog does not show the field, or the class's dialog handles it itself
   kEdit,      // a text, or a signed number for a number field
   kCheckBox,  // a number field: 1 when checked, else 0
+  kList,      // a number field: a position in a list; kept while none is selected
 };
 
 // How the dialog shows a field.

@@ -47,7 +47,8 @@ constexpr std::array<InstanceField, 7> kFields = {{
      .kind = FieldKind::kInteger,
      .presence = FieldPresence::kOptional,
      .minimum = kFirstSettingsProfile,
-     .maximum = kLastSettingsProfile},
+     .maximum = kLastSettingsProfile,
+     .control = {ControlKind::kList, 251}},
 }};
 
 }  // namespace

@@ -8,4 +8,10 @@ std::vector<std::string> ReadBeeperSettings(SettingsStore& store, std::int32_t p
   return ReadSettings(store, LoadText(text_id::kBeeperSettingsKey), profile, kBeeperSettings);
 }
 
+bool WriteBeeperSettings(SettingsStore& store, std::int32_t profile,
+                         std::span<const std::string> settings) {
+  return WriteSettings(store, LoadText(text_id::kBeeperSettingsKey), profile, kBeeperSettings,
+                       settings);
+}
+
 }  // namespace brantel

@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -32,5 +33,9 @@ inline constexpr std::array<SettingRow, 5> kBeeperSettings = {{
 
 // The settings of a profile, with defaults for those that are missing.
 std::vector<std::string> ReadBeeperSettings(SettingsStore& store, std::int32_t profile);
+
+// Writes all settings of a profile. False when that fails for any of them.
+bool WriteBeeperSettings(SettingsStore& store, std::int32_t profile,
+                         std::span<const std::string> settings);
 
 }  // namespace brantel

@@ -15,6 +15,7 @@
 #include "local/sound_player_win32.h"
 #include "mail/smtp_mail_layout.h"
 #include "modem/beeper.h"
+#include "modem/beeper_dialog.h"
 #include "modem/beeper_layout.h"
 #include "modem/pager_layout.h"
 #include "modem/serial_device_win32.h"
@@ -46,6 +47,10 @@ std::unique_ptr<Notifier> MakeLaunchProgram() {
   return std::make_unique<LaunchProgram>(instance_files, process_starter);
 }
 
+std::unique_ptr<InstanceDialog> MakeBeeperDialog(DialogView& view, InstanceDialogCall call) {
+  return std::make_unique<BeeperDialog>(view, instance_files, std::move(call), settings);
+}
+
 std::unique_ptr<InstanceDialog> MakeLaunchProgramDialog(DialogView& view, InstanceDialogCall call) {
   return std::make_unique<LaunchProgramDialog>(view, instance_files, std::move(call),
                                                process_starter);
@@ -70,7 +75,6 @@ constexpr auto MakeVoice = MakeUnbuilt;
 
 constexpr auto MakeSMTPMailDialog = nullptr;
 constexpr auto MakeWinPopupDialog = nullptr;
-constexpr auto MakeBeeperDialog = nullptr;
 constexpr auto MakePagerDialog = nullptr;
 constexpr auto MakeVoiceDialog = nullptr;
 

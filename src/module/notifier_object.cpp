@@ -2,8 +2,8 @@
 
 #include "framework/ansi_text_win32.h"
 #include "framework/bstr_win32.h"
+#include "framework/dialog_window_win32.h"
 #include "framework/exception_guard.h"
-#include "framework/instance_dialog_win32.h"
 #include "framework/module_instance_win32.h"
 #include "module/com_host.h"
 
@@ -109,10 +109,10 @@ std::optional<std::string> NotifierObject::ShowDialog(BSTR directory,
   if (class_.make_dialog == nullptr) return std::nullopt;
   std::optional<ComHost> host;
   if (host_) host.emplace(host_);
-  InstanceDialogWindow window;
+  DialogWindow window;
   const auto dialog = class_.make_dialog(
       window, {ToAnsiPath(Bstr::ViewOf(directory)), std::move(edited), host ? &*host : nullptr});
-  if (Failed(window.Run(*dialog))) return std::nullopt;
+  if (Failed(window.Run(*dialog, GetActiveWindow()))) return std::nullopt;
   return dialog->saved_name();
 }
 

@@ -1,10 +1,12 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "framework/dialog.h"
 #include "framework/dialog_view.h"
 
 namespace brantel {
@@ -16,9 +18,13 @@ class FakeDialogView final : public DialogView {
   std::map<int, std::string> texts;
   std::map<int, bool> checks;
   std::map<int, std::size_t> limits;
+  std::map<int, std::vector<std::string>> lists;
+  std::map<int, std::optional<std::size_t>> selections;
   // What the operator answers.
   std::optional<std::string> chosen_file;
   std::optional<std::string> chosen_directory;
+  // What the operator does in a dialog that was shown over this one and has opened.
+  std::function<void(Dialog&, FakeDialogView&)> in_shown_dialog = [](Dialog&, FakeDialogView&) {};
   // What an operator notices, in order: "message TEXT", "message TEXT [CAPTION]", "error TEXT",
   // "focus CONTROL", "help CONTEXT", "choose file LABEL PATTERN from CURRENT", "choose directory
   // TITLE", "close".
@@ -34,6 +40,15 @@ class FakeDialogView final : public DialogView {
 
   bool IsChecked(int control) override { return checks[control]; }
   void SetChecked(int control, bool checked) override { checks[control] = checked; }
+
+  void FillList(int control, const std::vector<std::string>& items) override {
+    lists[control] = items;
+    selections[control].reset();
+  }
+  std::optional<std::size_t> SelectedItem(int control) override { return selections[control]; }
+  void SelectItem(int control, std::size_t position) override {
+    selections[control] = position < lists[control].size() ? std::optional(position) : std::nullopt;
+  }
 
   void MoveFocus(int control) override { events.push_back("focus " + std::to_string(control)); }
 
@@ -53,6 +68,13 @@ class FakeDialogView final : public DialogView {
   std::optional<std::string> ChooseDirectory(const std::string& browser_title) override {
     events.push_back("choose directory " + browser_title);
     return chosen_directory;
+  }
+
+  void ShowDialog(const DialogMaker& make) override {
+    FakeDialogView view;
+    const auto dialog = make(view);
+    dialog->Open();
+    in_shown_dialog(*dialog, view);
   }
 
   void Close() override { events.emplace_back("close"); }

@@ -51,8 +51,8 @@ class LaunchProgramDialogTest : public ::testing::Test {
 
 TEST_F(LaunchProgramDialogTest, IsDialog118WithItsPicturesAndHelp) {
   LaunchProgramDialog dialog = Add();
-  EXPECT_EQ(dialog.spec().template_id, 118);
-  EXPECT_EQ(dialog.spec().bitmap_buttons.size(), 2U);
+  EXPECT_EQ(dialog.template_id(), 118);
+  EXPECT_EQ(dialog.bitmap_buttons().size(), 2U);
   dialog.Press(kHelpButton);
   EXPECT_THAT(view_.events, ElementsAre("help 131199"));
 }

@@ -46,8 +46,8 @@ class SoundDialogTest : public ::testing::Test {
 
 TEST_F(SoundDialogTest, IsDialog206WithItsPicturesAndHelp) {
   SoundDialog dialog = Add();
-  EXPECT_EQ(dialog.spec().template_id, 206);
-  EXPECT_EQ(dialog.spec().bitmap_buttons.size(), 2U);
+  EXPECT_EQ(dialog.template_id(), 206);
+  EXPECT_EQ(dialog.bitmap_buttons().size(), 2U);
   dialog.Press(kHelpButton);
   EXPECT_THAT(view_.events, ElementsAre("help 131195"));
 }

@@ -2,18 +2,18 @@
 
 #include <windows.h>
 
+#include "framework/dialog.h"
 #include "framework/dialog_view.h"
-#include "framework/instance_dialog.h"
 #include "framework/result.h"
 
 namespace brantel {
 
-// An instance dialog on the screen.
-class InstanceDialogWindow final : public DialogView {
+// A dialog on the screen.
+class DialogWindow final : public DialogView {
  public:
-  // Shows the dialog over the calling thread's active window and returns when it has been closed.
-  // E_FAIL when it cannot be shown or breaks off.
-  Result Run(InstanceDialog& dialog);
+  // Shows the dialog over its owner, which may be null, and returns when it has been closed. E_FAIL
+  // when it cannot be shown or breaks off.
+  Result Run(Dialog& dialog, HWND owner);
 
   void SetTitle(const std::string& title) override;
   std::string Text(int control, std::size_t limit) override;
@@ -21,11 +21,15 @@ class InstanceDialogWindow final : public DialogView {
   void LimitTyping(int control, std::size_t limit) override;
   bool IsChecked(int control) override;
   void SetChecked(int control, bool checked) override;
+  void FillList(int control, const std::vector<std::string>& items) override;
+  std::optional<std::size_t> SelectedItem(int control) override;
+  void SelectItem(int control, std::size_t position) override;
   void MoveFocus(int control) override;
   void ShowMessage(const std::string& text, const std::string& caption, MessageIcon icon) override;
   void ShowHelp(unsigned context) override;
   std::optional<std::string> ChooseFile(const FileKind& kind, const std::string& current) override;
   std::optional<std::string> ChooseDirectory(const std::string& title) override;
+  void ShowDialog(const DialogMaker& make) override;
   void Close() override;
 
  private:
@@ -37,7 +41,7 @@ class InstanceDialogWindow final : public DialogView {
   bool Draw(const DRAWITEMSTRUCT& item);
 
   HWND window_ = nullptr;
-  InstanceDialog* dialog_ = nullptr;  // the one that is shown
+  Dialog* dialog_ = nullptr;  // the one that is shown
 };
 
 }  // namespace brantel

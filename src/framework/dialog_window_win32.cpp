@@ -1,4 +1,4 @@
-#include "framework/instance_dialog_win32.h"
+#include "framework/dialog_window_win32.h"
 
 #include <algorithm>
 
@@ -34,23 +34,22 @@ std::string Shortened(const std::string& text, std::size_t limit) {
 
 }  // namespace
 
-Result InstanceDialogWindow::Run(InstanceDialog& dialog) {
+Result DialogWindow::Run(Dialog& dialog, HWND owner) {
   dialog_ = &dialog;
-  const INT_PTR ending =
-      DialogBoxParamA(ModuleInstance(), MAKEINTRESOURCEA(dialog.spec().template_id),
-                      GetActiveWindow(), DialogProcedure, reinterpret_cast<LPARAM>(this));
+  const INT_PTR ending = DialogBoxParamA(ModuleInstance(), MAKEINTRESOURCEA(dialog.template_id()),
+                                         owner, DialogProcedure, reinterpret_cast<LPARAM>(this));
   dialog_ = nullptr;
   window_ = nullptr;
   return ending == kClosed ? kOk : kFail;
 }
 
-INT_PTR InstanceDialogWindow::DialogProcedure(HWND window, UINT message, WPARAM wparam,
-                                              LPARAM lparam) noexcept {
+INT_PTR DialogWindow::DialogProcedure(HWND window, UINT message, WPARAM wparam,
+                                      LPARAM lparam) noexcept {
   if (message == WM_INITDIALOG) {
     SetWindowLongPtrA(window, DWLP_USER, lparam);
-    reinterpret_cast<InstanceDialogWindow*>(lparam)->window_ = window;
+    reinterpret_cast<DialogWindow*>(lparam)->window_ = window;
   }
-  auto* const self = reinterpret_cast<InstanceDialogWindow*>(GetWindowLongPtrA(window, DWLP_USER));
+  auto* const self = reinterpret_cast<DialogWindow*>(GetWindowLongPtrA(window, DWLP_USER));
   if (self == nullptr) return FALSE;  // what comes before WM_INITDIALOG
 
   bool handled = false;
@@ -62,7 +61,7 @@ INT_PTR InstanceDialogWindow::DialogProcedure(HWND window, UINT message, WPARAM 
   return handled ? TRUE : FALSE;
 }
 
-bool InstanceDialogWindow::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
+bool DialogWindow::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
   switch (message) {
     case WM_INITDIALOG:
       dialog_->Open();
@@ -80,13 +79,14 @@ bool InstanceDialogWindow::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
   }
 }
 
-void InstanceDialogWindow::HandleCommand(int control, int notification) {
+void DialogWindow::HandleCommand(int control, int notification) {
   if (notification == BN_CLICKED) dialog_->Press(control);
   if (notification == EN_CHANGE) dialog_->Change(control);
+  if (notification == CBN_SELCHANGE) dialog_->Select(control);
 }
 
-bool InstanceDialogWindow::Draw(const DRAWITEMSTRUCT& item) {
-  const auto buttons = dialog_->spec().bitmap_buttons;
+bool DialogWindow::Draw(const DRAWITEMSTRUCT& item) {
+  const auto buttons = dialog_->bitmap_buttons();
   const auto button =
       std::ranges::find(buttons, static_cast<int>(item.CtlID), &BitmapButton::control);
   if (button == buttons.end()) return false;
@@ -94,11 +94,11 @@ bool InstanceDialogWindow::Draw(const DRAWITEMSTRUCT& item) {
   return true;
 }
 
-void InstanceDialogWindow::SetTitle(const std::string& title) {
+void DialogWindow::SetTitle(const std::string& title) {
   SetWindowTextA(window_, title.c_str());
 }
 
-std::string InstanceDialogWindow::Text(int control, std::size_t limit) {
+std::string DialogWindow::Text(int control, std::size_t limit) {
   HWND window = GetDlgItem(window_, control);
   std::string text(static_cast<std::size_t>(GetWindowTextLengthA(window)) + 1, '\0');
   const int length = GetWindowTextA(window, text.data(), static_cast<int>(text.size()));
@@ -106,48 +106,71 @@ std::string InstanceDialogWindow::Text(int control, std::size_t limit) {
   return Shortened(text, limit);
 }
 
-void InstanceDialogWindow::SetText(int control, const std::string& text) {
+void DialogWindow::SetText(int control, const std::string& text) {
   SetDlgItemTextA(window_, control, text.c_str());
 }
 
-void InstanceDialogWindow::LimitTyping(int control, std::size_t limit) {
+void DialogWindow::LimitTyping(int control, std::size_t limit) {
   SendDlgItemMessageA(window_, control, EM_LIMITTEXT, limit <= kHighestLimit ? limit : kNoLimit, 0);
 }
 
-bool InstanceDialogWindow::IsChecked(int control) {
+bool DialogWindow::IsChecked(int control) {
   return IsDlgButtonChecked(window_, control) == BST_CHECKED;
 }
 
-void InstanceDialogWindow::SetChecked(int control, bool checked) {
+void DialogWindow::SetChecked(int control, bool checked) {
   CheckDlgButton(window_, control, checked ? BST_CHECKED : BST_UNCHECKED);
 }
 
-void InstanceDialogWindow::MoveFocus(int control) {
+void DialogWindow::FillList(int control, const std::vector<std::string>& items) {
+  SendDlgItemMessageA(window_, control, CB_RESETCONTENT, 0, 0);
+  for (const std::string& item : items) {
+    SendDlgItemMessageA(window_, control, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(item.c_str()));
+  }
+}
+
+std::optional<std::size_t> DialogWindow::SelectedItem(int control) {
+  const LRESULT position = SendDlgItemMessageA(window_, control, CB_GETCURSEL, 0, 0);
+  if (position < 0) return std::nullopt;
+  return static_cast<std::size_t>(position);
+}
+
+void DialogWindow::SelectItem(int control, std::size_t position) {
+  SendDlgItemMessageA(window_, control, CB_SETCURSEL, position, 0);
+}
+
+void DialogWindow::MoveFocus(int control) {
   HWND window = GetDlgItem(window_, control);
   if (window == nullptr) return;
   SendMessageA(window_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(window), TRUE);
 }
 
-void InstanceDialogWindow::ShowMessage(const std::string& text, const std::string& caption,
-                                       MessageIcon icon) {
+void DialogWindow::ShowMessage(const std::string& text, const std::string& caption,
+                               MessageIcon icon) {
   const UINT icon_flag = icon == MessageIcon::kError ? MB_ICONERROR : 0;
   MessageBoxA(window_, text.c_str(), caption.c_str(), MB_OK | icon_flag);
 }
 
-void InstanceDialogWindow::ShowHelp(unsigned context) {
+void DialogWindow::ShowHelp(unsigned context) {
   WinHelpA(window_, kHelpFile, HELP_CONTEXT, context);
 }
 
-std::optional<std::string> InstanceDialogWindow::ChooseFile(const FileKind& kind,
-                                                            const std::string& current) {
+std::optional<std::string> DialogWindow::ChooseFile(const FileKind& kind,
+                                                    const std::string& current) {
   return brantel::ChooseFile(window_, kind, current);
 }
 
-std::optional<std::string> InstanceDialogWindow::ChooseDirectory(const std::string& title) {
+std::optional<std::string> DialogWindow::ChooseDirectory(const std::string& title) {
   return brantel::ChooseDirectory(window_, title);
 }
 
-void InstanceDialogWindow::Close() {
+void DialogWindow::ShowDialog(const DialogMaker& make) {
+  DialogWindow window;
+  const auto dialog = make(window);
+  window.Run(*dialog, window_);
+}
+
+void DialogWindow::Close() {
   EndDialog(window_, kClosed);
 }
 
