@@ -11,6 +11,8 @@ constexpr DWORD kEdit = WS_TABSTOP | ES_AUTOHSCROLL;
 constexpr DWORD kButton = WS_TABSTOP | BS_PUSHBUTTON;
 constexpr DWORD kDefaultButton = WS_TABSTOP | BS_DEFPUSHBUTTON;
 constexpr DWORD kCheckBox = WS_TABSTOP | BS_AUTOCHECKBOX;
+constexpr DWORD kGroupBox = BS_GROUPBOX;
+constexpr DWORD kDropDownList = WS_TABSTOP | CBS_DROPDOWNLIST;
 constexpr DWORD kPictureButton = WS_TABSTOP | BS_OWNERDRAW;
 
 // With the NULs inside.
@@ -20,6 +22,60 @@ std::string Bytes(const char (&literal)[size]) {
 }
 
 }  // namespace
+
+const ExpectedDialog& ExpectedBeeperDialog() {
+  static const ExpectedDialog dialog = {
+      .notifier_class = kBeeper,
+      .add_title = "Add Beeper  Instance",
+      .edit_title = "Edit Beeper Instance",
+      .failed_edit_title = "Edit Beeper Instance",
+      .default_name = L"Default Beeper",
+      .controls = {{-1, "Static", "&Display name:", kLabel},
+                   {223, "Edit", "", kEdit},
+                   {-1, "Button", "Settings:", kGroupBox},
+                   {-1, "Static", "&Beeper number:", kLabel},
+                   {218, "Edit", "", kEdit},
+                   {-1, "Static", "Dial &string:", kLabel},
+                   // As the settings have it where nothing is set.
+                   {219, "Edit", "ATDT%s,,,,%s#", kEdit},
+                   {-1, "Static", "M&odem Setup:", kLabel},
+                   {251, "ComboBox", "Primary", kDropDownList},
+                   {228, "Button", "&Port Settings...", kButton},
+                   {-1, "Button", "Signal Codes:", kGroupBox},
+                   {-1, "Static", "&Up code:", kLabel},
+                   {220, "Edit", "", kEdit},
+                   {-1, "Static", "Down cod&e:", kLabel},
+                   {221, "Edit", "", kEdit},
+                   {-1, "Static", "SNMP &trap code:", kLabel},
+                   {222, "Edit", "", kEdit},
+                   {1, "Button", "OK", kDefaultButton},
+                   {2, "Button", "Cancel", kButton},
+                   {9, "Button", "&Help", kButton}},
+      .edits = {{223, 'd', kNameMissing, "night"},
+                {218, 'b', "Invalid value - The 'Beeper Number' field must have a value.",
+                 "5551234"},
+                {219, 's', "Invalid value - The 'Dialing Options' field must have a value.",
+                 "ATDP%s"},
+                {220, 'u', "Invalid value - The 'Up Code' field must have a value.", "11"},
+                {221, 'e', "Invalid value - The 'Down Code' field must have a value.", "22"},
+                {222, 't', "Invalid value - The 'SNMP Trap Code' field must have a value.", "33"}},
+      .focus_after_name_error = 223,
+      .help_context = 131197,
+      .sample_file = Bytes("\x81\xF4\x46\xE5\x3D\x98\x7E\x5A\x61\x0B\xE8\x0B\xF1\x58\xF2\x2E"
+                           "\x08\0\0\0"
+                           "5551234\0"
+                           "\x07\0\0\0ATDP%s\0"
+                           "\x03\0\0\0"
+                           "11\0"
+                           "\x03\0\0\0"
+                           "22\0"
+                           "\x03\0\0\0"
+                           "33\0"
+                           "\x01\0\0\0\0"
+                           "\0\0\0\0"),
+  };
+  return dialog;
+}
 
 const ExpectedDialog& ExpectedSoundDialog() {
   static const ExpectedDialog dialog = {

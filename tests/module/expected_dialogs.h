@@ -52,6 +52,7 @@ struct ExpectedDialog {
 
 std::ostream& operator<<(std::ostream& out, const ExpectedDialog& expected);
 
+const ExpectedDialog& ExpectedBeeperDialog();
 const ExpectedDialog& ExpectedSoundDialog();
 const ExpectedDialog& ExpectedLaunchProgramDialog();
 

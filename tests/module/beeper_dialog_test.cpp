@@ -1,0 +1,368 @@
+#include <windows.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <fstream>
+#include <iterator>
+#include <stdexcept>
+
+#include "tests/module/dialog_fixture.h"
+#include "tests/module/registry_tree.h"
+#include "tests/module/utf8_text.h"
+
+namespace brantel {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+constexpr int kOk = 1;
+constexpr int kCancel = 2;
+constexpr int kDialingOptions = 219;
+constexpr int kPortSettings = 228;
+constexpr int kProfiles = 251;
+
+// Controls of the port settings.
+constexpr int kDialString = 218;
+constexpr int kModemString = 219;
+constexpr int kTimeout = 220;
+constexpr int k300Baud = 224;
+constexpr int k2400Baud = 226;
+constexpr int kCom1 = 227;
+constexpr int kCom4 = 230;
+
+constexpr const wchar_t* kSettingsKey = L"SOFTWARE\\Brantel\\Vantrel\\notification\\Beeper";
+
+// Leaves the machine without settings of the class, as it has to be before.
+class NoSettings {
+ public:
+  NoSettings() {
+    if (KeyExists(HKEY_LOCAL_MACHINE, kSettingsKey)) {
+      throw std::runtime_error("this machine has settings of its own");
+    }
+  }
+  NoSettings(const NoSettings&) = delete;
+  NoSettings& operator=(const NoSettings&) = delete;
+  ~NoSettings() {
+    if (KeyExists(HKEY_LOCAL_MACHINE, kSettingsKey)) DeleteTree(HKEY_LOCAL_MACHINE, kSettingsKey);
+  }
+};
+
+DWORD StyleOf(HWND window) {
+  return static_cast<DWORD>(GetWindowLongA(window, GWL_STYLE));
+}
+
+bool IsGroupBox(HWND window) {
+  return WindowClass(window) == "Button" && (StyleOf(window) & BS_TYPEMASK) == BS_GROUPBOX;
+}
+
+// A window's place in the dialog.
+RECT AreaOf(HWND window, HWND dialog) {
+  RECT area{};
+  GetWindowRect(window, &area);
+  MapWindowPoints(nullptr, dialog, reinterpret_cast<POINT*>(&area), 2);
+  return area;
+}
+
+// The controls without the group boxes must be apart, and each wholly inside a group box or wholly
+// outside it.
+void ExpectControlsApart(HWND dialog) {
+  RECT inside{};
+  GetClientRect(dialog, &inside);
+  std::vector<HWND> earlier;
+  for (HWND child : Children(dialog)) {
+    const RECT area = AreaOf(child, dialog);
+    RECT common{};
+    IntersectRect(&common, &area, &inside);
+    EXPECT_TRUE(EqualRect(&common, &area)) << WindowText(child);
+    for (HWND other : earlier) {
+      const RECT other_area = AreaOf(other, dialog);
+      const bool meet = IntersectRect(&common, &area, &other_area) != FALSE;
+      const bool contained = IsGroupBox(other) && EqualRect(&common, &area);
+      EXPECT_TRUE(!meet || contained) << WindowText(other) << " and " << WindowText(child);
+    }
+    earlier.push_back(child);
+  }
+}
+
+// The numbers of the controls that stand in the group box of this title.
+std::vector<int> ControlsInGroup(HWND dialog, const std::string& title) {
+  const std::vector<HWND> children = Children(dialog);
+  const auto box =
+      std::ranges::find_if(children, [&](HWND child) { return WindowText(child) == title; });
+  if (box == children.end()) throw std::runtime_error("no group " + title);
+  const RECT frame = AreaOf(*box, dialog);
+  std::vector<int> controls;
+  for (HWND child : children) {
+    const RECT area = AreaOf(child, dialog);
+    RECT common{};
+    const bool within = IntersectRect(&common, &frame, &area) && EqualRect(&common, &area);
+    if (within && WindowClass(child) != "Static" && child != *box) {
+      controls.push_back(GetDlgCtrlID(child));
+    }
+  }
+  return controls;
+}
+
+std::vector<std::string> TextsOf(HWND dialog) {
+  std::vector<std::string> texts;
+  for (HWND child : Children(dialog)) {
+    texts.push_back(std::to_string(static_cast<SHORT>(GetDlgCtrlID(child))) + " " +
+                    WindowText(child));
+  }
+  return texts;
+}
+
+class BeeperDialogTest : public DialogFixture {
+ protected:
+  BeeperDialogTest() : DialogFixture(ExpectedBeeperDialog()) {}
+
+  static void StoreSetting(const std::wstring& profile, const wchar_t* name,
+                           const std::wstring& text) {
+    SetText(CreateKey(HKEY_LOCAL_MACHINE, kSettingsKey + profile).get(), name, text);
+  }
+
+  // The sample instance with another profile.
+  [[nodiscard]] std::string FileWith(char profile) const {
+    return expected_.sample_file.substr(0, expected_.sample_file.size() - 4) + profile +
+           std::string(3, '\0');
+  }
+
+  void Store(const wchar_t* name, const std::string& file) {
+    ASSERT_TRUE(std::filesystem::exists(scratch_.Write(name, file)));
+  }
+
+  [[nodiscard]] std::string Stored(const wchar_t* name) const {
+    std::ifstream file(scratch_.path() / name, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+  }
+
+  // The settings of a profile, by name. They are stored without a NUL.
+  [[nodiscard]] static std::vector<std::string> StoredSettings(const std::wstring& profile) {
+    const OwnedKey key = OpenKey(HKEY_LOCAL_MACHINE, kSettingsKey + profile);
+    if (!key) throw std::runtime_error("the profile has no settings");
+    std::vector<std::string> settings;
+    for (const StoredValue& value : ReadTree(key.get()).values) {
+      EXPECT_EQ(value.type, DWORD{REG_SZ});
+      std::string text = ToUtf8(value.name);
+      text += " = ";
+      for (std::size_t i = 0; i < value.data.size(); i += sizeof(wchar_t)) {
+        text += static_cast<char>(value.data[i]);
+      }
+      settings.push_back(std::move(text));
+    }
+    return settings;
+  }
+
+  [[nodiscard]] LRESULT Selection() const {
+    return SendMessageA(session_->Control(kProfiles), CB_GETCURSEL, 0, 0);
+  }
+
+  void PressInList(WORD key) {
+    session_->PressAltAnd('o');
+    ASSERT_EQ(session_->Focus(), kProfiles);
+    session_->PressKey(key);
+  }
+
+  // Opens the port settings.
+  HWND OpenSettings() {
+    session_->StartClick(kPortSettings);
+    return session_->AwaitPopup();
+  }
+  [[nodiscard]] std::string SettingsText(int control) const {
+    return WindowText(GetDlgItem(session_->popup(), control));
+  }
+  void EnterSetting(int control, const std::string& text) const {
+    SendMessageA(GetDlgItem(session_->popup(), control), WM_SETTEXT, 0,
+                 reinterpret_cast<LPARAM>(text.c_str()));
+  }
+  [[nodiscard]] std::vector<int> CheckedSettings() const {
+    std::vector<int> checked;
+    for (int button = k300Baud; button <= kCom4; ++button) {
+      if (IsDlgButtonChecked(session_->popup(), button) == BST_CHECKED) checked.push_back(button);
+    }
+    return checked;
+  }
+
+  NoSettings no_settings_;
+};
+
+TEST_F(BeeperDialogTest, HasItsControlsInOrder) {
+  Add();
+  constexpr DWORD kSharedStyle = WS_CHILD | WS_VISIBLE;
+  std::vector<ExpectedControl> controls;
+  for (HWND child : Children(session_->dialog())) {
+    EXPECT_EQ(StyleOf(child) & kSharedStyle, kSharedStyle);
+    // A list's frame and its strings are the system's.
+    const DWORD own =
+        StyleOf(child) & ~(kSharedStyle | WS_GROUP | WS_BORDER | CBS_HASSTRINGS | WS_CLIPSIBLINGS);
+    controls.push_back(
+        {static_cast<SHORT>(GetDlgCtrlID(child)), WindowClass(child), WindowText(child), own});
+  }
+  EXPECT_EQ(controls, expected_.controls);
+}
+
+TEST_F(BeeperDialogTest, KeepsItsControlsApartAndInTheirGroups) {
+  Add();
+  ExpectControlsApart(session_->dialog());
+  EXPECT_THAT(ControlsInGroup(session_->dialog(), "Settings:"), ElementsAre(218, 219));
+  EXPECT_THAT(ControlsInGroup(session_->dialog(), "Signal Codes:"), ElementsAre(220, 221, 222));
+}
+
+TEST_F(BeeperDialogTest, LeadsTheKeysThroughItsControls) {
+  Add();
+  std::vector<int> stops;
+  do {
+    stops.push_back(session_->Focus());
+    session_->PressKey(VK_TAB);
+  } while (session_->Focus() != stops.front() && stops.size() < 50);
+  EXPECT_THAT(stops, ElementsAre(223, 218, 219, 251, 228, 220, 221, 222, 1, 2, 9));
+  for (const ExpectedEdit& edit : expected_.edits) {
+    session_->PressAltAnd(edit.access_key);
+    EXPECT_EQ(session_->Focus(), edit.control) << edit.access_key;
+  }
+}
+
+TEST_F(BeeperDialogTest, OffersTheProfilesAndTheDialStringOfTheSelectedOne) {
+  StoreSetting(L"", L"Settings_DialString", L"ATDT0");
+  StoreSetting(L"\\01", L"Settings_DialString", L"ATDT1");
+  Add();
+  EXPECT_EQ(WindowText(session_->dialog()), "Add Beeper  Instance");
+  EXPECT_EQ(session_->Text(kProfiles), "Primary");
+  EXPECT_EQ(session_->Text(kDialingOptions), "ATDT0");
+  PressInList(VK_DOWN);
+  EXPECT_EQ(session_->Text(kProfiles), "Alternate 1");
+  EXPECT_EQ(session_->Text(kDialingOptions), "ATDT1");
+  PressInList(VK_DOWN);
+  EXPECT_EQ(session_->Text(kProfiles), "Alternate 2");
+  EXPECT_EQ(session_->Text(kDialingOptions), "ATDT%s,,,,%s#");
+  PressInList(VK_DOWN);
+  EXPECT_EQ(Selection(), 2);
+}
+
+TEST_F(BeeperDialogTest, SavesWhatWasEnteredWithTheSelectedProfile) {
+  Add();
+  PressInList(VK_END);
+  EnterSamples();
+  session_->Click(kOk);
+  ExpectEnd(S_OK, L"night");
+  EXPECT_EQ(Stored(L"night"), FileWith(2));
+}
+
+TEST_F(BeeperDialogTest, WantsItsFieldsInOrder) {
+  Add();
+  session_->SetText(kDialingOptions, "");
+  for (const ExpectedEdit& edit : expected_.edits) {
+    session_->Click(kOk);
+    ExpectMessage(edit.missing_message);
+    EXPECT_EQ(session_->Focus(), edit.control);
+    session_->SetText(edit.control, edit.sample);
+  }
+  session_->Click(kOk);
+  ExpectEnd(S_OK, L"night");
+  EXPECT_EQ(Stored(L"night"), FileWith(0));
+}
+
+TEST_F(BeeperDialogTest, ChangesNothingInAnInstanceThatIsOpenedAndSaved) {
+  for (const char profile : {char{0}, char{1}, char{2}, char{3}, char{10}}) {
+    Store(L"night", FileWith(profile));
+    Edit(L"night");
+    EXPECT_EQ(WindowText(session_->dialog()), "Edit Beeper Instance");
+    for (const ExpectedEdit& edit : expected_.edits) {
+      EXPECT_EQ(session_->Text(edit.control), edit.sample);
+    }
+    EXPECT_EQ(Selection(), profile <= 2 ? profile : CB_ERR);
+    session_->Click(kOk);
+    ExpectEnd(S_OK, L"night");
+    EXPECT_EQ(Stored(L"night"), FileWith(profile));
+  }
+}
+
+// The port settings.
+
+TEST_F(BeeperDialogTest, OpensThePortSettingsOverItself) {
+  Add();
+  HWND settings = OpenSettings();
+  EXPECT_EQ(GetWindow(settings, GW_OWNER), session_->dialog());
+  EXPECT_FALSE(IsWindowEnabled(session_->dialog()));
+  EXPECT_EQ(WindowText(settings), "Digital Beeper ComPort Settings");
+  EXPECT_THAT(TextsOf(settings),
+              ElementsAre("-1 &Dial string:", "218 ATDT%s,,,,%s#", "-1 (ATDT%s,,,,%s#)",
+                          "-1 COM Port:", "227 COM &1", "228 COM &2", "229 COM &3", "230 COM &4",
+                          "-1 Baud Rate:", "224 300", "225 1200", "226 2400",
+                          "-1 &Modem initialization string:", "219 ATE0Q0V1X4",
+                          "-1 &Timeout:", "220 5", "1 OK", "2 Cancel", "9 &Help"));
+  EXPECT_THAT(CheckedSettings(), ElementsAre(k300Baud, kCom1));
+  ExpectControlsApart(settings);
+  EXPECT_THAT(ControlsInGroup(settings, "COM Port:"), ElementsAre(227, 228, 229, 230));
+  EXPECT_THAT(ControlsInGroup(settings, "Baud Rate:"), ElementsAre(224, 225, 226));
+  session_->ClickInPopup(kCancel);
+  EXPECT_EQ(session_->popup(), nullptr);
+  EXPECT_TRUE(IsWindowEnabled(session_->dialog()));
+}
+
+TEST_F(BeeperDialogTest, LeadsTheTabKeyThroughThePortSettings) {
+  StoreSetting(L"", L"Settings_COMPort", L"COM4");
+  StoreSetting(L"", L"Settings_Baud", L"9600");
+  Add();
+  HWND settings = OpenSettings();
+  std::vector<int> stops;
+  for (HWND stop = GetNextDlgTabItem(settings, nullptr, FALSE);
+       stops.empty() || GetDlgCtrlID(stop) != stops.front();
+       stop = GetNextDlgTabItem(settings, stop, FALSE)) {
+    stops.push_back(GetDlgCtrlID(stop));
+    ASSERT_LT(stops.size(), 50U);
+  }
+  // A group is one stop: at its checked button, or at the first where none is checked.
+  EXPECT_THAT(stops, ElementsAre(218, 230, 224, 219, 220, 1, 2, 9));
+}
+
+TEST_F(BeeperDialogTest, WritesThePortSettingsOfTheSelectedProfile) {
+  Add();
+  PressInList(VK_DOWN);
+  OpenSettings();
+  EnterSetting(kDialString, "ATDP%s");
+  EnterSetting(kModemString, "ATZ");
+  EnterSetting(kTimeout, "250");
+  session_->ClickInPopup(k2400Baud);
+  session_->ClickInPopup(kCom4);
+  EXPECT_THAT(CheckedSettings(), ElementsAre(k2400Baud, kCom4));
+  session_->ClickInPopup(kOk);
+  EXPECT_EQ(session_->popup(), nullptr);
+  EXPECT_THAT(
+      StoredSettings(L"\\01"),
+      ElementsAre("Settings_Baud = 2400", "Settings_COMPort = COM4", "Settings_DialString = ATDP%s",
+                  "Settings_ModemString = ATZ", "Settings_Timeout = 250"));
+  OpenSettings();
+  EXPECT_EQ(SettingsText(kDialString), "ATDP%s");
+  EXPECT_EQ(SettingsText(kModemString), "ATZ");
+  EXPECT_EQ(SettingsText(kTimeout), "250");
+  EXPECT_THAT(CheckedSettings(), ElementsAre(k2400Baud, kCom4));
+}
+
+TEST_F(BeeperDialogTest, KeepsPortSettingsForWhichItHasNoButton) {
+  StoreSetting(L"\\05", L"Settings_COMPort", L"COM7");
+  StoreSetting(L"\\05", L"Settings_Baud", L"9600");
+  Store(L"night", FileWith(5));
+  Edit(L"night");
+  OpenSettings();
+  EXPECT_THAT(CheckedSettings(), IsEmpty());
+  session_->ClickInPopup(kOk);
+  EXPECT_THAT(StoredSettings(L"\\05"),
+              ElementsAre("Settings_Baud = 9600", "Settings_COMPort = COM7",
+                          "Settings_DialString = ATDT%s,,,,%s#",
+                          "Settings_ModemString = ATE0Q0V1X4", "Settings_Timeout = 5"));
+}
+
+TEST_F(BeeperDialogTest, WritesNoPortSettingsOnCancel) {
+  StoreSetting(L"", L"Settings_Timeout", L"9");
+  Add();
+  OpenSettings();
+  EnterSetting(kTimeout, "250");
+  session_->ClickInPopup(kCancel);
+  EXPECT_EQ(DumpTree(HKEY_LOCAL_MACHINE, kSettingsKey), "Settings_Timeout = '9'\n");
+}
+
+}  // namespace
+}  // namespace brantel
