@@ -86,6 +86,31 @@ void ExpectControlsApart(HWND dialog) {
   }
 }
 
+// The room that a control's text takes in the dialog's font, on one line.
+LONG WidthOfText(HWND control) {
+  HDC context = GetDC(control);
+  HGDIOBJ before =
+      SelectObject(context, reinterpret_cast<HGDIOBJ>(SendMessageA(control, WM_GETFONT, 0, 0)));
+  RECT area{};
+  DrawTextA(context, WindowText(control).c_str(), -1, &area, DT_CALCRECT | DT_SINGLELINE);
+  SelectObject(context, before);
+  ReleaseDC(control, context);
+  return area.right;
+}
+
+void ExpectTextsWhole(HWND dialog) {
+  for (HWND child : Children(dialog)) {
+    if (WindowClass(child) == "Edit") continue;
+    RECT area{};
+    GetClientRect(child, &area);
+    // A radio button has its circle on the left, a list its arrow on the right.
+    const bool has_picture =
+        WindowClass(child) == "ComboBox" || (StyleOf(child) & BS_TYPEMASK) == BS_AUTORADIOBUTTON;
+    const LONG picture = has_picture ? GetSystemMetrics(SM_CXVSCROLL) + 4 : 0;
+    EXPECT_LE(WidthOfText(child) + picture, area.right) << WindowText(child);
+  }
+}
+
 // The numbers of the controls that stand in the group box of this title.
 std::vector<int> ControlsInGroup(HWND dialog, const std::string& title) {
   const std::vector<HWND> children = Children(dialog);
@@ -206,6 +231,7 @@ TEST_F(BeeperDialogTest, HasItsControlsInOrder) {
 TEST_F(BeeperDialogTest, KeepsItsControlsApartAndInTheirGroups) {
   Add();
   ExpectControlsApart(session_->dialog());
+  ExpectTextsWhole(session_->dialog());
   EXPECT_THAT(ControlsInGroup(session_->dialog(), "Settings:"), ElementsAre(218, 219));
   EXPECT_THAT(ControlsInGroup(session_->dialog(), "Signal Codes:"), ElementsAre(220, 221, 222));
 }
@@ -295,6 +321,7 @@ TEST_F(BeeperDialogTest, OpensThePortSettingsOverItself) {
                           "-1 &Timeout:", "220 5", "1 OK", "2 Cancel", "9 &Help"));
   EXPECT_THAT(CheckedSettings(), ElementsAre(k300Baud, kCom1));
   ExpectControlsApart(settings);
+  ExpectTextsWhole(settings);
   EXPECT_THAT(ControlsInGroup(settings, "COM Port:"), ElementsAre(227, 228, 229, 230));
   EXPECT_THAT(ControlsInGroup(settings, "Baud Rate:"), ElementsAre(224, 225, 226));
   session_->ClickInPopup(kCancel);
