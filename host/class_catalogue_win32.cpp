@@ -2,7 +2,6 @@
 
 #include <oleauto.h>
 
-#include <algorithm>
 #include <array>
 #include <cstddef>
 
@@ -11,8 +10,10 @@
 #include "framework/notifier_contract.h"
 #include "framework/registry_key_win32.h"
 #include "framework/utf8_text_win32.h"
+#include "host/class_choice.h"
 #include "host/command_failure.h"
 #include "host/file_path_win32.h"
+#include "host/name_list.h"
 
 namespace brantel::host {
 namespace {
@@ -79,10 +80,6 @@ std::optional<NotifierClass> ReadClass(ITypeLib& library, UINT index) {
   return NotifierClass{ToUtf8(name.view()), ToUtf8(description.view()), attributes.guid()};
 }
 
-char LowerCase(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
 }  // namespace
 
 std::vector<NotifierClass> ReadClassCatalogue(const std::wstring& module_file) {
@@ -97,23 +94,11 @@ std::vector<NotifierClass> ReadClassCatalogue(const std::wstring& module_file) {
 }
 
 std::string ListClassNames(const std::vector<NotifierClass>& classes) {
-  std::string names;
-  for (const NotifierClass& notifier_class : classes) {
-    if (!names.empty()) names += ", ";
-    names += notifier_class.name;
-  }
-  return names;
+  return ListNames(classes, &NotifierClass::name);
 }
 
 const NotifierClass& FindClass(const std::vector<NotifierClass>& classes, const std::string& name) {
-  const auto found = std::ranges::find_if(classes, [&](const NotifierClass& notifier_class) {
-    return std::ranges::equal(notifier_class.name, name, {}, LowerCase, LowerCase);
-  });
-  if (found == classes.end()) {
-    throw CommandFailure(ExitCode::kWrongUsage, "CLASS: '" + name + "' is not a notifier class; " +
-                                                    "the classes are " + ListClassNames(classes));
-  }
-  return *found;
+  return ChooseClass(classes, &NotifierClass::name, name);
 }
 
 std::string VersionIndependentProgId(const std::string& class_name) {

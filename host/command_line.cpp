@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <memory>
 #include <string_view>
 #include <utility>
@@ -11,6 +12,7 @@ namespace brantel::host {
 namespace {
 
 constexpr const char* kProgram = "notifyhost";
+constexpr const char* kModuleOption = "--module";
 
 void DeclareArguments(CLI::App&, ClassesCommand&) {}
 void DeclareArguments(CLI::App&, RegisterCommand&) {}
@@ -23,8 +25,11 @@ void Declare(CLI::App& parser, Command& chosen) {
   parser.callback([options, &chosen] { chosen = *options; });
 }
 
+enum class ModuleUse { kNone, kModule };
+
 struct CommandSyntax {
   const char* name;
+  ModuleUse module_use;  // whether it takes --module
   const char* summary;
   const char* examples;
   // Makes the parser of this command choose it.
@@ -32,28 +37,53 @@ struct CommandSyntax {
 };
 
 constexpr std::array kCommands = {
-    CommandSyntax{"classes", "List the classes and whether they are registered",
+    CommandSyntax{"classes", ModuleUse::kModule, "List the classes and whether they are registered",
                   "  notifyhost classes\n"
                   "  notifyhost classes --module C:\\Module\\Brantel_Notifications.dll",
                   Declare<ClassesCommand>},
-    CommandSyntax{"register", "Register the classes with the system",
+    CommandSyntax{"register", ModuleUse::kModule, "Register the classes with the system",
                   "  notifyhost register\n"
                   "  notifyhost register --module C:\\Module\\Brantel_Notifications.dll",
                   Declare<RegisterCommand>},
-    CommandSyntax{"unregister", "Undo the registration",
+    CommandSyntax{"unregister", ModuleUse::kModule, "Undo the registration",
                   "  notifyhost unregister\n"
                   "  notifyhost unregister --module C:\\Module\\Brantel_Notifications.dll",
                   Declare<UnregisterCommand>},
-    CommandSyntax{"send", "Deliver an alert",
+    CommandSyntax{"send", ModuleUse::kModule, "Deliver an alert",
                   "  notifyhost send LaunchProgram C:\\Instances\\Restart.ins\n"
                   "  notifyhost send Beeper Night.ins --event service-up\n"
                   "  notifyhost send SMTPMail Office.ins --event trap --set n=Router --set C=17\n"
                   "  notifyhost send Sound \"\" --module Brantel_Notifications.dll",
                   Declare<SendCommand>},
+    CommandSyntax{"add", ModuleUse::kModule, "Add an instance in the class's dialog",
+                  "  notifyhost add Beeper C:\\Instances\n"
+                  "  notifyhost add Sound . --module Brantel_Notifications.dll",
+                  Declare<AddCommand>},
+    CommandSyntax{"edit", ModuleUse::kModule, "Edit an instance in the class's dialog",
+                  "  notifyhost edit Beeper C:\\Instances Night\n"
+                  "  notifyhost edit Sound . Default --module Brantel_Notifications.dll",
+                  Declare<EditCommand>},
+    CommandSyntax{"instances", ModuleUse::kNone, "List the instances in a directory",
+                  "  notifyhost instances C:\\Instances", Declare<InstancesCommand>},
+    CommandSyntax{"show", ModuleUse::kNone, "Show what an instance holds",
+                  "  notifyhost show C:\\Instances\\Night\n"
+                  "  notifyhost show Night --json",
+                  Declare<ShowCommand>},
+    CommandSyntax{"new", ModuleUse::kNone, "Write an instance without a dialog",
+                  "  notifyhost new Beeper Night \"beeper number=5551234\" down-code=911\n"
+                  "  notifyhost new Sound Default wave_filename=C:\\alarm.wav --force",
+                  Declare<NewCommand>},
+    CommandSyntax{"fields", ModuleUse::kNone, "List the fields of a class's instances",
+                  "  notifyhost fields Beeper", Declare<FieldsCommand>},
 };
 
 std::vector<const CLI::Option*> Positionals(const CLI::App& parser) {
   return parser.get_options([](const CLI::Option* option) { return option->get_positional(); });
+}
+
+// Whether it stands for any number of arguments, also for none.
+bool IsOptional(const CLI::Option& positional) {
+  return positional.get_multi_option_policy() == CLI::MultiOptionPolicy::TakeAll;
 }
 
 // How the command line of the whole program, or of one command, is written.
@@ -62,7 +92,8 @@ std::string UsageOf(const CLI::App& parser) {
     return std::string(kProgram) + " [OPTIONS] COMMAND [ARGUMENTS]";
   std::string usage = std::string(kProgram) + " " + parser.get_name() + " [OPTIONS]";
   for (const CLI::Option* positional : Positionals(parser)) {
-    usage += " " + positional->get_name();
+    const std::string name = positional->get_name();
+    usage += " " + (IsOptional(*positional) ? "[" + name + " ...]" : name);
   }
   return usage;
 }
@@ -86,15 +117,6 @@ std::string Quoted(const std::string& argument) {
 
 bool IsOption(std::string_view argument) {
   return argument.starts_with('-');
-}
-
-// An option with an equals sign and no value, which the parser would give the next argument to.
-std::optional<std::string> FindOptionWithoutValue(const std::vector<std::string>& arguments) {
-  for (const std::string& argument : arguments) {
-    if (argument == "--") break;
-    if (argument.starts_with("--") && argument.find('=') == argument.size() - 1) return argument;
-  }
-  return std::nullopt;
 }
 
 // The first argument that `parser` had no use for. The mark "--" before arguments that only look
@@ -133,16 +155,16 @@ class Parser {
 
   std::variant<Invocation, HelpRequest, UsageError> Parse(
       const std::vector<std::string>& arguments) {
-    if (const auto option = FindOptionWithoutValue(arguments)) return NeedsValue(*option);
+    if (const auto fault = FindFaultOfEqualsSigns(arguments)) return Complaint(*fault);
     try {
       app_.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
     } catch (const CLI::CallForHelp&) {
       return HelpRequest{app_.help()};
     } catch (const CLI::ArgumentMismatch&) {
-      // Every option takes one value, so only the last argument can lack it.
-      return NeedsValue(arguments.back());
+      // No option takes more than one value, so only the last argument can lack it.
+      return Complaint(NeedsValue(arguments.back()));
     } catch (const CLI::ParseError& error) {
-      return Complaint(error.what());
+      return Complaint(FindUnknownOption().value_or(error.what()));
     }
     if (const auto fault = FindFault()) return Complaint(*fault);
     if (module_file_.empty()) return Invocation{std::nullopt, std::move(chosen_)};
@@ -150,20 +172,21 @@ class Parser {
   }
 
  private:
-  // Every command takes it, and it may also stand before the command.
+  // Every command that uses the module takes it, and it may also stand before the command.
   void AddModuleOption(CLI::App& parser) {
     parser
         .add_option_function<std::string>(
-            "--module", [this](const std::string& file) { SetModuleFile(file); },
+            kModuleOption, [this](const std::string& file) { SetModuleFile(file); },
             "Load this module file, registered or not. Without\n"
-            "it, send goes by the registered classes, and the\n"
-            "other commands take the module beside notifyhost")
+            "it, send, add and edit go by the registered classes,\n"
+            "and classes, register and unregister take the module\n"
+            "beside notifyhost")
         ->option_text("FILE")
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
   }
 
   void SetModuleFile(const std::string& file) {
-    if (file.empty()) throw CLI::ValidationError("--module", "the file name is empty");
+    if (file.empty()) throw CLI::ValidationError(kModuleOption, "the file name is empty");
     module_file_ = file;
   }
 
@@ -172,7 +195,7 @@ class Parser {
     parser->group("Commands");
     parser->footer(std::string("Examples:\n") + command.examples);
     command.declare(*parser, chosen_);
-    AddModuleOption(*parser);
+    if (command.module_use == ModuleUse::kModule) AddModuleOption(*parser);
   }
 
   [[nodiscard]] const CLI::App* ChosenParser() const {
@@ -187,8 +210,39 @@ class Parser {
             "--help for help.\n"};
   }
 
-  [[nodiscard]] UsageError NeedsValue(const std::string& option) const {
-    return Complaint(option + " needs a value");
+  static std::string NeedsValue(const std::string& option) { return option + " needs a value"; }
+
+  // Whether a command has a flag of this name.
+  [[nodiscard]] bool IsFlag(const std::string& name) const {
+    return std::ranges::any_of(app_.get_subcommands({}), [&](const CLI::App* command) {
+      const CLI::Option* const option = command->get_option_no_throw(name);
+      return option != nullptr && option->get_items_expected_max() == 0;
+    });
+  }
+
+  // What the parser would see otherwise than who has written it: to an option with an equals sign
+  // and no value it would give the next argument, and a flag it would switch off by a value.
+  [[nodiscard]] std::optional<std::string> FindFaultOfEqualsSigns(
+      const std::vector<std::string>& arguments) const {
+    for (const std::string& argument : arguments) {
+      if (argument == "--") break;
+      const std::size_t equals = argument.find('=');
+      if (!argument.starts_with("--") || equals == std::string::npos) continue;
+      const std::string name = argument.substr(0, equals);
+      if (IsFlag(name)) return name + " takes no value";
+      if (equals == argument.size() - 1) return NeedsValue(argument);
+    }
+    return std::nullopt;
+  }
+
+  // An option that the command has not. Its value is left among the arguments, and then one of
+  // those is wrong, too.
+  [[nodiscard]] std::optional<std::string> FindUnknownOption() const {
+    const CLI::App* const command = ChosenParser();
+    if (command == nullptr) return std::nullopt;
+    const auto unexpected = FirstUnexpected(*command);
+    if (!unexpected || !IsOption(*unexpected)) return std::nullopt;
+    return FindFaultOf(*command);
   }
 
   [[nodiscard]] std::optional<std::string> FindFault() const {
@@ -209,12 +263,17 @@ class Parser {
       return Quoted(*unexpected) + " is not " + kind + " of " + command.get_name();
     }
     for (const CLI::Option* positional : Positionals(command)) {
-      if (positional->count() == 0) return positional->get_name() + " is missing";
+      if (positional->count() == 0 && !IsOptional(*positional)) {
+        return positional->get_name() + " is missing";
+      }
+    }
+    if (!module_file_.empty() && command.get_option_no_throw(kModuleOption) == nullptr) {
+      return Quoted(kModuleOption) + " is not an option of " + command.get_name();
     }
     for (const CLI::Option* option : command.get_options()) {
       const CLI::Option* const global = app_.get_option_no_throw(option->get_name());
       const std::size_t count = option->count() + (global == nullptr ? 0 : global->count());
-      if (count > 1 && option->get_expected_max() == 1) {
+      if (count > 1 && option->get_items_expected_max() <= 1) {
         return option->get_name() + " is given more than once";
       }
     }

@@ -5,17 +5,22 @@
 #include <variant>
 #include <vector>
 
+#include "host/configuration_commands.h"
+#include "host/instance_commands.h"
 #include "host/module_commands.h"
 #include "host/send_command.h"
 
 namespace brantel::host {
 
-using Command = std::variant<ClassesCommand, RegisterCommand, UnregisterCommand, SendCommand>;
+using Command =
+    std::variant<ClassesCommand, RegisterCommand, UnregisterCommand, SendCommand, AddCommand,
+                 EditCommand, InstancesCommand, ShowCommand, NewCommand, FieldsCommand>;
 
 // What the command line asks for.
 struct Invocation {
   // The module to load without registration. Without it, commands about the module take the one
-  // beside the host, and alerts go through registered classes.
+  // beside the host, alerts and dialogs go through registered classes, and the other commands need
+  // no module.
   std::optional<std::string> module_file;
   Command command;
 };

@@ -11,8 +11,7 @@ class LogText {
  public:
   // What to print for the next text of the log (UTF-8). A line ends at LF, at CR LF, also when the
   // two come in separate texts, and at a CR alone. Every other control character is shown by its
-  // number, such as <1B>: logs hold what modems and relays have sent, and that must not steer the
-  // terminal.
+  // number.
   std::string Render(std::string_view text);
 
   // True unless the text so far ends within a line.

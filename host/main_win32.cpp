@@ -12,6 +12,8 @@
 #include "framework/utf8_text_win32.h"
 #include "host/command_failure.h"
 #include "host/command_line.h"
+#include "host/configuration_commands_win32.h"
+#include "host/instance_commands_win32.h"
 #include "host/module_commands_win32.h"
 #include "host/output_stream_win32.h"
 #include "host/result_text.h"

@@ -1,21 +1,11 @@
 #include "host/module_library_win32.h"
 
-#include <array>
-
 #include "framework/utf8_text_win32.h"
 #include "host/command_failure.h"
+#include "host/system_error_text_win32.h"
 
 namespace brantel::host {
 namespace {
-
-std::string SystemErrorText(DWORD error) {
-  std::array<wchar_t, 512> text{};
-  DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
-                                error, 0, text.data(), text.size(), nullptr);
-  while (length > 0 && text[length - 1] <= L' ')
-    --length;
-  return "error " + std::to_string(error) + ", " + ToUtf8({text.data(), length});
-}
 
 HMODULE Load(const std::wstring& file) {
   // With the module's own folder as the place for whatever it needs.

@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "host/shared_arguments.h"
+
 namespace brantel::host {
 namespace {
 
@@ -35,8 +37,7 @@ void SetVariables(SendCommand& command, const std::vector<std::string>& assignme
 }  // namespace
 
 void DeclareArguments(CLI::App& parser, SendCommand& command) {
-  parser.add_option("CLASS", command.class_name, "Notifier class; notifyhost classes lists them")
-      ->type_name("");
+  DeclareClass(parser, command.class_name);
   parser
       .add_option("FILE", command.instance_file,
                   "Instance file of that class. With \"\" instead of one,\n"

@@ -47,22 +47,61 @@ class FileCursor {
   bool ran_short_ = false;
 };
 
-// False when the text's stored length makes the file unreadable.
-bool ReadText(const InstanceLayout& layout, const InstanceField& field, FileCursor& cursor,
-              std::string& text) {
-  std::uint32_t length = cursor.TakeNumber();
-  if (layout.text_reader == TextReader::kLimited && length >= kTextCapacity) {
-    if (field.presence == FieldPresence::kMandatory) return false;
-    length = kTextCapacity - 1;
-  }
-  text = cursor.TakeText(length);
-  return true;
+bool IsTooLong(const InstanceLayout& layout, std::uint32_t stored_length) {
+  return layout.text_reader == TextReader::kLimited && stored_length >= kTextCapacity;
 }
 
 std::int32_t ReadInteger(const InstanceField& field, FileCursor& cursor) {
   const auto value = static_cast<std::int32_t>(cursor.TakeNumber());
   return value >= field.minimum && value <= field.maximum ? value : 0;
 }
+
+// Reads a file that has the layout's magic, once.
+class FileReader {
+ public:
+  FileReader(const InstanceLayout& layout, std::string_view file)
+      : layout_(layout), cursor_(file.substr(sizeof layout.magic)) {}
+
+  std::optional<Instance> Read() {
+    Instance instance(layout_.fields.size());
+    for (std::size_t i = 0; i < layout_.fields.size(); ++i) {
+      if (!ReadField(i, instance)) return std::nullopt;
+      if (cursor_.RanShort()) NoteFlaw(FileFlaw::kEndsEarly, i);
+    }
+    if (layout_.short_file == ShortFile::kRefused && cursor_.RanShort()) return std::nullopt;
+    return instance;
+  }
+
+  // The first that Read came upon.
+  [[nodiscard]] std::optional<FlawedField> flaw() const { return flaw_; }
+
+ private:
+  // False when the field makes the file unreadable.
+  bool ReadField(std::size_t index, Instance& instance) {
+    const InstanceField& field = layout_.fields[index];
+    if (field.presence == FieldPresence::kOptional && cursor_.AtEnd()) return true;
+    if (field.kind == FieldKind::kInteger) {
+      instance.set_integer(index, ReadInteger(field, cursor_));
+      return true;
+    }
+    std::uint32_t length = cursor_.TakeNumber();
+    if (IsTooLong(layout_, length)) {
+      NoteFlaw(FileFlaw::kTextTooLong, index);
+      if (field.presence == FieldPresence::kMandatory) return false;
+      length = kTextCapacity - 1;
+    }
+    instance.set_text(index, cursor_.TakeText(length));
+    return true;
+  }
+
+  void NoteFlaw(FileFlaw flaw, std::size_t field) {
+    if (!flaw_) flaw_ = {flaw, field};
+  }
+
+  const InstanceLayout& layout_;
+  FileCursor cursor_;
+  std::optional<FlawedField> flaw_;
+};
 
 void AppendNumber(std::string& file, std::uint32_t number) {
   for (unsigned shift = 0; shift < 32; shift += 8) {
@@ -87,22 +126,14 @@ bool HasMagic(const InstanceLayout& layout, std::string_view file) {
 
 std::optional<Instance> DecodeInstance(const InstanceLayout& layout, std::string_view file) {
   if (!HasMagic(layout, file)) return std::nullopt;
-  FileCursor cursor(file.substr(sizeof layout.magic));
+  return FileReader(layout, file).Read();
+}
 
-  Instance instance(layout.fields.size());
-  for (std::size_t i = 0; i < layout.fields.size(); ++i) {
-    const InstanceField& field = layout.fields[i];
-    if (field.presence == FieldPresence::kOptional && cursor.AtEnd()) continue;
-    if (field.kind == FieldKind::kInteger) {
-      instance.set_integer(i, ReadInteger(field, cursor));
-      continue;
-    }
-    std::string text;
-    if (!ReadText(layout, field, cursor, text)) return std::nullopt;
-    instance.set_text(i, std::move(text));
-  }
-  if (layout.short_file == ShortFile::kRefused && cursor.RanShort()) return std::nullopt;
-  return instance;
+std::optional<FlawedField> FindFlaw(const InstanceLayout& layout, std::string_view file) {
+  if (!HasMagic(layout, file)) return std::nullopt;
+  FileReader reader(layout, file);
+  static_cast<void>(reader.Read());
+  return reader.flaw();
 }
 
 std::string EncodeInstance(const InstanceLayout& layout, const Instance& instance) {

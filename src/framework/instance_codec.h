@@ -43,6 +43,23 @@ bool HasMagic(const InstanceLayout& layout, std::string_view file);
 // file ends, and missing fields are empty or 0.
 std::optional<Instance> DecodeInstance(const InstanceLayout& layout, std::string_view file);
 
+enum class FileFlaw {
+  kTextTooLong,  // for the limited reader
+  kEndsEarly,    // within the field, or before a mandatory one
+};
+
+struct FlawedField {
+  FileFlaw flaw;
+  std::size_t field;
+
+  friend bool operator==(const FlawedField&, const FlawedField&) = default;
+};
+
+// The first field for which DecodeInstance refuses a file of this layout's class, or that it can
+// read only in part: for people who ask what is wrong with a file. Nothing for other classes'
+// files.
+std::optional<FlawedField> FindFlaw(const InstanceLayout& layout, std::string_view file);
+
 // The bytes of the instance file for these values. A text is stored up to its first NUL.
 std::string EncodeInstance(const InstanceLayout& layout, const Instance& instance);
 

@@ -4,7 +4,7 @@
 
 namespace brantel {
 
-// Instance files on disk.
+// Instance files on disk. Where one cannot be had, GetLastError tells why.
 class DiskInstanceFiles final : public InstanceFiles {
  public:
   std::optional<std::string> Read(const std::string& path) override;

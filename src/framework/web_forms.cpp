@@ -55,6 +55,14 @@ void DropTornCharacters(Instance& values, std::size_t field_count, bool (*is_lea
   }
 }
 
+// What the class's own reader would refuse must not take the place of what it can read.
+bool CanBeLoadedAgain(const InstanceLayout& layout, const Instance& values) {
+  for (std::size_t i = 0; i < layout.fields.size(); ++i) {
+    if (values.text(i).size() > LongestText(layout)) return false;
+  }
+  return true;
+}
+
 }  // namespace
 
 HtmlText WebForms::AddPage(const std::string& directory, NotifierHost* host) {
@@ -85,6 +93,7 @@ Result WebForms::SubmitForm(const std::string& directory, std::string_view form)
       instances.Load(target.values_from).value_or(Instance(spec_.layout.fields.size()));
   TakePostedValues(spec_.layout, form, values);
   if (spec_.profile_field) values.set_integer(*spec_.profile_field, profile_);
+  if (!CanBeLoadedAgain(spec_.layout, values)) return kFail;
 
   // Whether the old file could be deleted makes no difference. Where both names mean one file, the
   // new content replaces the old, and a failing save leaves it whole.

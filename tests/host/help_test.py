@@ -21,14 +21,40 @@ Options:
                         texts; may be given for several letters. %% becomes
                         %, and variables without a value stay as they are
   --module FILE         Load this module file, registered or not. Without
-                        it, send goes by the registered classes, and the
-                        other commands take the module beside notifyhost
+                        it, send, add and edit go by the registered classes,
+                        and classes, register and unregister take the module
+                        beside notifyhost
 
 Examples:
   notifyhost send LaunchProgram C:\\Instances\\Restart.ins
   notifyhost send Beeper Night.ins --event service-up
   notifyhost send SMTPMail Office.ins --event trap --set n=Router --set C=17
   notifyhost send Sound "" --module Brantel_Notifications.dll
+"""
+
+
+NEW_HELP = """\
+Write an instance without a dialog
+
+Usage: notifyhost new [OPTIONS] CLASS FILE [FIELDS ...]
+
+Arguments:
+  CLASS                 Notifier class; notifyhost classes lists them
+  FILE                  Instance file to write. Its name is the instance's,
+                        without an extension
+  FIELDS ...            FIELD=VALUE for each field that is not to be empty
+                        or 0; notifyhost fields lists the fields of a class.
+                        In a field's name letter case does not matter, and -
+                        or _ may stand for blanks. Values are stored as they
+                        are, line breaks too
+
+Options:
+  -h,--help             Show this help
+  --force               Replace the file if it exists, whatever it holds
+
+Examples:
+  notifyhost new Beeper Night "beeper number=5551234" down-code=911
+  notifyhost new Sound Default wave_filename=C:\\alarm.wav --force
 """
 
 
@@ -39,20 +65,25 @@ def test_help_lists_the_commands(lone_host, arguments):
     assert outcome.output.startswith(
         "notifyhost, the reference host of the Brantel_Notifications module\n\n"
         "Usage: notifyhost [OPTIONS] COMMAND [ARGUMENTS]\n")
-    for command in ("classes", "register", "unregister", "send"):
+    for command in ("classes", "register", "unregister", "send", "add", "edit", "instances", "show",
+                    "new", "fields"):
         assert f"\n  {command}  " in outcome.output
     assert "\nExit codes: 0 delivered or done, 1 failed, 2 wrong usage\n" in outcome.output
     assert "\nExamples:\n  notifyhost register\n" in outcome.output
 
 
-@pytest.mark.parametrize("command", ["classes", "register", "unregister"])
-def test_each_command_has_help(lone_host, command):
+@pytest.mark.parametrize("command, arguments", [
+    ("classes", ""), ("register", ""), ("unregister", ""), ("add", " CLASS DIR"),
+    ("edit", " CLASS DIR NAME"), ("instances", " DIR"), ("show", " FILE"), ("fields", " CLASS"),
+])
+def test_each_command_has_help(lone_host, command, arguments):
     outcome = lone_host(command, "--help")
     assert (outcome.exit_code, outcome.errors) == (0, "")
-    assert f"\nUsage: notifyhost {command} [OPTIONS]\n" in outcome.output
-    assert f"\nExamples:\n  notifyhost {command}\n" in outcome.output
+    assert f"\nUsage: notifyhost {command} [OPTIONS]{arguments}\n" in outcome.output
+    assert f"\nExamples:\n  notifyhost {command}" in outcome.output
 
 
-def test_help_of_send(lone_host):
-    outcome = lone_host("send", "--help")
-    assert (outcome.exit_code, outcome.output, outcome.errors) == (0, SEND_HELP, "")
+@pytest.mark.parametrize("command, text", [("send", SEND_HELP), ("new", NEW_HELP)])
+def test_whole_help(lone_host, command, text):
+    outcome = lone_host(command, "--help")
+    assert (outcome.exit_code, outcome.output, outcome.errors) == (0, text, "")

@@ -2,7 +2,10 @@
 
 import pytest
 
-COMMANDS = "the commands are classes, register, unregister and send"
+from conftest import windows_path
+
+COMMANDS = ("the commands are classes, register, unregister, send, add, edit, instances, show, new "
+            "and fields")
 EVENTS = ("it takes item-up, item-down, service-up, service-down, trap, none, "
           "or a number from 0 to 0xFFFFFFFF")
 FORM = "is not of the form LETTER=VALUE"
@@ -63,6 +66,23 @@ WRONG_USAGES = [
     (["send", "Sound", "x", "--set", "%n=1"], f"--set: '%n=1' {FORM}", "send "),
     (["send", "Sound", "x", "--set", "ü=1"], f"--set: 'ü=1' {FORM}", "send "),
     (["send", "Sound", "x", "--set", "n=1", "--set", "7=1"], f"--set: '7=1' {FORM}", "send "),
+    (["add", "Sound"], "DIR is missing", "add "),
+    (["add", "Sound", ""], "DIR: the name is empty", "add "),
+    (["edit", "Sound", "."], "NAME is missing", "edit "),
+    (["edit", "Sound", ".", "x", "--event", "trap"], "'--event' is not an option of edit", "edit "),
+    (["instances"], "DIR is missing", "instances "),
+    (["instances", ".", "*"], "'*' is not an argument of instances", "instances "),
+    (["instances", ".", "--module", "a.dll"], "'--module' is not an option of instances",
+     "instances "),
+    (["show", "--json"], "FILE is missing", "show "),
+    (["show", ""], "FILE: the name is empty", "show "),
+    (["show", "x", "--json=1"], "--json takes no value", ""),
+    (["--module", "a.dll", "show", "x"], "'--module' is not an option of show", "show "),
+    (["new", "Sound"], "FILE is missing", "new "),
+    (["new", "Sound", "x", "ü☎"], "'ü☎' is not of the form FIELD=VALUE", "new "),
+    (["new", "Sound", "x", "=1"], "'=1' is not of the form FIELD=VALUE", "new "),
+    (["new", "Sound", "x", "--wave=1"], "'--wave=1' is not an option of new", "new "),
+    (["fields", "Sound", "wave"], "'wave' is not an argument of fields", "fields "),
 ]
 
 
@@ -75,10 +95,58 @@ def test_wrong_usage_names_the_argument(notifyhost, arguments, message, command)
     assert outcome.output == ""
 
 
+def unknown_class(class_name: str) -> str:
+    return f"notifyhost: CLASS: '{class_name}' is not a notifier class; {CLASSES}\n"
+
+
 @pytest.mark.parametrize("class_name", ["Fax", "", "Beeper.1", "Zürich☎"])
 def test_unknown_class_is_wrong_usage(notifyhost, stand_in, class_name):
-    message = f"notifyhost: CLASS: '{class_name}' is not a notifier class; {CLASSES}\n"
     for module in ([], ["--module", stand_in.file]):
         outcome = notifyhost("send", class_name, "x", *module, **stand_in.environment)
-        assert (outcome.exit_code, outcome.output, outcome.errors) == (2, "", message)
+        assert (outcome.exit_code, outcome.output, outcome.errors) == (2, "", unknown_class(class_name))
     assert not stand_in.trace_file.exists(), "the module was loaded"
+
+
+@pytest.mark.parametrize("arguments", [["add", "Fax", "."], ["edit", "Fax", ".", "x"],
+                                       ["new", "Fax", "x"], ["fields", "Fax"]], ids=" ".join)
+def test_every_command_knows_the_classes(notifyhost, arguments):
+    outcome = notifyhost(*arguments)
+    assert (outcome.exit_code, outcome.output, outcome.errors) == (2, "", unknown_class("Fax"))
+
+
+# Fields of new, and the message. None of them leaves a file.
+WRONG_FIELDS = [
+    (["Sound", "x", "wave=1"],
+     "'wave' is not a field of Sound; the fields are wave filename, continuous play"),
+    (["Beeper", "x", "up-code=1", "Up Code=2"], "up code is given more than once"),
+    (["Beeper", "x", "settings profile=11"],
+     "settings profile: '11' is not a number from 0 to 10"),
+    (["Sound", "x", "continuous_play=yes"],
+     "continuous play: 'yes' is not a number from -2147483648 to 2147483647"),
+    (["Pager", "x", "pager-id=" + "ü" * 1023],
+     "pager ID: the text is longer than 1022 bytes, so that Pager could not read it"),
+    (["WinPopup", "x", "message=für 電話"],
+     "message: the text has characters that the system's code page lacks"),
+    # A likeness is not the character: a full-width digit, which the code page would make a 1.
+    (["Beeper", "x", "beeper number=１"],
+     "beeper number: the text has characters that the system's code page lacks"),
+    (["Beeper", "nul"], "FILE: 'nul' cannot be the name of an instance"),
+    (["Beeper", "C:\\x."], "FILE: 'x.' cannot be the name of an instance"),
+    (["Beeper", "x/.."], "FILE: '..' cannot be the name of an instance"),
+]
+
+
+@pytest.mark.parametrize("arguments, message", WRONG_FIELDS,
+                         ids=[" ".join(usage[0])[:40] for usage in WRONG_FIELDS])
+def test_new_names_the_wrong_field(notifyhost, tmp_path, arguments, message):
+    outcome = notifyhost("new", *arguments)
+    assert (outcome.exit_code, outcome.output, outcome.errors) == (2, "", f"notifyhost: {message}\n")
+    assert not any(tmp_path.iterdir())
+
+
+def test_file_outside_the_code_page(notifyhost, tmp_path):
+    outcome = notifyhost("new", "Beeper", "☎")
+    assert (outcome.exit_code, outcome.output) == (2, "")
+    assert outcome.errors == (f"notifyhost: FILE: {windows_path(tmp_path / '☎')} has characters "
+                              "that the system's code page lacks\n")
+    assert not any(tmp_path.iterdir())

@@ -10,6 +10,10 @@
 //   Pager          lets the module be used for good, so that it must not be unloaded
 //   Voice          logs how the host answers calls that are wrong
 //
+// AddInstance and EditInstance log their arguments in brackets and the trigger word, with an open
+// line at the end, and give the name " 2" at its end. SMTPMail cancels instead, and Voice has no
+// dialogs.
+//
 // The calls are written, one a line, to the file that the environment variable STAND_IN_TRACE
 // names. The call that STAND_IN_FAILS names fails with E_ACCESSDENIED.
 #include <windows.h>
@@ -126,14 +130,18 @@ HRESULT LogAnswersToWrongCalls(INotifierHost& host, std::wstring_view) {
   return S_OK;
 }
 
+enum class Dialogs { kNone, kCancelled, kSaved };
+
 struct ClassRow {
   CLSID clsid;
   SendFunction send;
+  Dialogs dialogs = Dialogs::kSaved;
 };
 
 constexpr std::array kClasses = {
     ClassRow{{0x4D03ADA6, 0x067C, 0x79C7, {0xB3, 0xCD, 0xB7, 0xD9, 0xC4, 0x29, 0x3B, 0xF5}},
-             FailWithoutName},
+             FailWithoutName,
+             Dialogs::kCancelled},
     ClassRow{{0xA93D5106, 0xD415, 0x9AE1, {0x29, 0x56, 0x2D, 0x68, 0x5A, 0x03, 0xA6, 0x7B}},
              AnswerTwo},
     ClassRow{{0xB28A7D4D, 0xB389, 0xC787, {0xCC, 0xC0, 0xA0, 0xF7, 0x73, 0xC8, 0xFC, 0x73}},
@@ -145,12 +153,13 @@ constexpr std::array kClasses = {
     ClassRow{{0x2669D42E, 0x142D, 0x8B34, {0xEA, 0xC1, 0x28, 0xB0, 0x7E, 0xB3, 0xEA, 0xBA}},
              StayInUse},
     ClassRow{{0xDEE8A963, 0x837B, 0xD33C, {0xC7, 0x5D, 0xB6, 0x37, 0xB7, 0xCC, 0xFC, 0xA2}},
-             LogAnswersToWrongCalls},
+             LogAnswersToWrongCalls,
+             Dialogs::kNone},
 };
 
 // Counts its references and tells of its end.
-template <typename Interface>
-class Counted : public Interface {
+template <typename Interface, typename... OtherInterfaces>
+class Counted : public Interface, public OtherInterfaces... {
  public:
   explicit Counted(const char* name) : name_(name) { InterlockedIncrement(&lock_count); }
   Counted(const Counted&) = delete;
@@ -183,12 +192,16 @@ class Counted : public Interface {
   volatile LONG references_ = 1;
 };
 
-class StandInNotifier final : public Counted<INotifier> {
+class StandInNotifier final : public Counted<INotifier, INotifierConfig> {
  public:
-  explicit StandInNotifier(SendFunction send) : Counted("notifier"), send_(send) {}
+  explicit StandInNotifier(const ClassRow& row) : Counted("notifier"), row_(row) {}
 
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) noexcept override {
-    return Offer(iid, IID_INotifier, object);
+    if (iid != IID_INotifierConfig) return Offer(iid, IID_INotifier, object);
+    if (row_.dialogs == Dialogs::kNone) return E_NOINTERFACE;
+    *object = static_cast<INotifierConfig*>(this);
+    AddRef();
+    return S_OK;
   }
 
   HRESULT STDMETHODCALLTYPE Initialize(IUnknown* host) noexcept override {
@@ -208,19 +221,46 @@ class StandInNotifier final : public Counted<INotifier> {
 
   HRESULT STDMETHODCALLTYPE Send(BSTR instance) noexcept override {
     Called("Send");
-    const HRESULT result = send_(*host_.get(), Bstr::ViewOf(instance));
+    const HRESULT result = row_.send(*host_.get(), Bstr::ViewOf(instance));
     WaitForFile(Setting(L"STAND_IN_WAIT_FOR"));
     return result;
   }
 
+  HRESULT STDMETHODCALLTYPE AddInstance(BSTR directory, BSTR* name) noexcept override {
+    return Configure("AddInstance", directory, name);
+  }
+
+  HRESULT STDMETHODCALLTYPE EditInstance(BSTR directory, BSTR* name) noexcept override {
+    return Configure("EditInstance", directory, name);
+  }
+
+  HRESULT STDMETHODCALLTYPE GetImageResource(HMODULE*, UINT32*) noexcept override {
+    return E_NOTIMPL;
+  }
+
  private:
-  SendFunction send_;
+  HRESULT Configure(const char* call, BSTR directory, BSTR* name) {
+    const HRESULT result = Called(call);
+    const std::wstring old_name(Bstr::ViewOf(*name));
+    if (host_) {
+      Log(*host_.get(), L"[" + std::wstring(Bstr::ViewOf(directory)) + L"][" + old_name + L"]\n");
+      LogTrigger(*host_.get(), {});
+      Log(*host_.get(), L"open line");
+    }
+    if (FAILED(result)) return result;
+    if (row_.dialogs == Dialogs::kCancelled) return E_FAIL;
+    SysFreeString(*name);
+    *name = Bstr(old_name + L" 2").release();
+    return S_OK;
+  }
+
+  const ClassRow& row_;
   ComPointer<INotifierHost> host_;
 };
 
 class StandInFactory final : public Counted<IClassFactory> {
  public:
-  explicit StandInFactory(SendFunction send) : Counted("factory"), send_(send) {}
+  explicit StandInFactory(const ClassRow& row) : Counted("factory"), row_(row) {}
 
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) noexcept override {
     return Offer(iid, IID_IClassFactory, object);
@@ -229,13 +269,13 @@ class StandInFactory final : public Counted<IClassFactory> {
   HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown*, REFIID iid, void** object) noexcept override {
     const HRESULT result = Called("CreateInstance");
     if (FAILED(result)) return result;
-    return ComPointer<INotifier>::Adopt(new StandInNotifier(send_))->QueryInterface(iid, object);
+    return ComPointer<INotifier>::Adopt(new StandInNotifier(row_))->QueryInterface(iid, object);
   }
 
   HRESULT STDMETHODCALLTYPE LockServer(BOOL) noexcept override { return S_OK; }
 
  private:
-  SendFunction send_;
+  const ClassRow& row_;
 };
 
 }  // namespace
@@ -257,7 +297,7 @@ STDAPI DllGetClassObject(REFCLSID clsid, REFIID iid, void** object) {
   if (FAILED(result)) return result;
   for (const brantel::ClassRow& row : brantel::kClasses) {
     if (row.clsid != clsid) continue;
-    return brantel::ComPointer<IClassFactory>::Adopt(new brantel::StandInFactory(row.send))
+    return brantel::ComPointer<IClassFactory>::Adopt(new brantel::StandInFactory(row))
         ->QueryInterface(iid, object);
   }
   return CLASS_E_CLASSNOTAVAILABLE;

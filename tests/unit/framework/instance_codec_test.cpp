@@ -169,6 +169,51 @@ TEST(DecodeInstance, ReadsABareNumberBetweenTexts) {
   EXPECT_EQ(instance->text(2), "b");
 }
 
+TEST(FindFlaw, FindsNoneInWhatEncodeInstanceWrites) {
+  EXPECT_EQ(FindFlaw(kLimited, EncodeInstance(kLimited, Instance(2))), std::nullopt);
+  EXPECT_EQ(FindFlaw(kChunkedWhole, EncodeInstance(kChunkedWhole, Instance(2))), std::nullopt);
+  EXPECT_EQ(FindFlaw(kOptional, EncodeInstance(kOptional, Instance(3))), std::nullopt);
+  EXPECT_EQ(FindFlaw(kWithNumber, EncodeInstance(kWithNumber, Instance(3))), std::nullopt);
+}
+
+TEST(FindFlaw, LooksAtNoFileOfAnotherClass) {
+  EXPECT_EQ(FindFlaw(kLimited, ""), std::nullopt);
+  EXPECT_EQ(FindFlaw(kLimited, std::string(16, 'x') + Length(1024)), std::nullopt);
+}
+
+TEST(FindFlaw, NamesTheFieldBeforeWhoseEndTheFileEnds) {
+  const std::string whole = kMagicBytes + StoredText("a") + Length(7) + StoredText("b");
+  const std::array<std::size_t, 3> field_ends = {16 + 6, 16 + 6 + 4, 16 + 6 + 4 + 6};
+  for (std::size_t size = 16; size < whole.size(); ++size) {
+    const std::size_t field = size < field_ends[0] ? 0 : size < field_ends[1] ? 1 : 2;
+    EXPECT_EQ(FindFlaw(kWithNumber, whole.substr(0, size)),
+              (FlawedField{FileFlaw::kEndsEarly, field}))
+        << size;
+  }
+  EXPECT_EQ(FindFlaw(kChunkedWhole, kMagicBytes + Length(0xFFFFFFFF) + "abc"),
+            (FlawedField{FileFlaw::kEndsEarly, 0}));
+}
+
+TEST(FindFlaw, LetsAFileEndBeforeItsOptionalFieldsAndNotWithinThem) {
+  const std::string text = kMagicBytes + StoredText("text");
+  EXPECT_EQ(FindFlaw(kOptional, text), std::nullopt);
+  EXPECT_EQ(FindFlaw(kOptional, text + "\x05"s), (FlawedField{FileFlaw::kEndsEarly, 1}));
+  EXPECT_EQ(FindFlaw(kOptional, text + StoredText("late")), std::nullopt);
+  EXPECT_EQ(FindFlaw(kOptional, text + StoredText("late") + "\0\0\0"s),
+            (FlawedField{FileFlaw::kEndsEarly, 2}));
+}
+
+TEST(FindFlaw, NamesTheTextThatIsTooLong) {
+  const std::string too_long = StoredText(std::string(1023, 'x'));
+  EXPECT_EQ(FindFlaw(kLimited, kMagicBytes + StoredText("one") + too_long),
+            (FlawedField{FileFlaw::kTextTooLong, 1}));
+  EXPECT_EQ(FindFlaw(kOptional, kMagicBytes + StoredText("text") + too_long),
+            (FlawedField{FileFlaw::kTextTooLong, 1}));
+  EXPECT_EQ(FindFlaw(kLimited, kMagicBytes + StoredText("one") + Length(1023)),
+            (FlawedField{FileFlaw::kEndsEarly, 1}));
+  EXPECT_EQ(FindFlaw(kChunked, kMagicBytes + too_long + too_long), std::nullopt);
+}
+
 TEST(EncodeInstance, WritesAnEmptyTextAsLengthOneAndANul) {
   EXPECT_EQ(EncodeInstance(kLimited, Instance(2)),
             kMagicBytes + "\x01\x00\x00\x00\x00\x01\x00\x00\x00\x00"s);

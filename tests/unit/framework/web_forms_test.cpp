@@ -326,6 +326,17 @@ TEST_F(BeeperForms, HaveDeletedTheOldFileWhenARenameCannotBeSaved) {
   EXPECT_EQ(Stored("new"), BeeperInstance({"2"}, 0));
 }
 
+TEST_F(BeeperForms, RefuseATextThatCouldNotBeLoadedAgain) {
+  Store("old", TextInstance(kBeeperLayout, {"1", "2", "3", "4", "5"}));
+  const auto files = files_.files;
+  EXPECT_EQ(forms_.SubmitForm(kDirectory, "origname=new/old&upcode=" + std::string(1023, 'x')),
+            kFail);
+  EXPECT_EQ(files_.files, files);
+  EXPECT_EQ(forms_.SubmitForm(kDirectory, "origname=new/old&upcode=" + std::string(1022, 'x')),
+            kOk);
+  EXPECT_EQ(Stored("new")->text(beeper_field::kUpCode), std::string(1022, 'x'));
+}
+
 TEST_F(BeeperForms, RefuseNamesThatNoFileInTheDirectoryMayHave) {
   Store("old", BeeperInstance({"1"}, 0));
   const auto before = files_.files;

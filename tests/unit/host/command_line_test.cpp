@@ -13,6 +13,7 @@ namespace brantel::host {
 namespace {
 
 using ::testing::HasSubstr;
+using ::testing::Not;
 using ::testing::StartsWith;
 
 using Arguments = std::vector<std::string>;
@@ -39,6 +40,12 @@ TEST(CommandLine, ChoosesTheCommand) {
   EXPECT_TRUE(std::holds_alternative<RegisterCommand>(Accepted({"register"}).command));
   EXPECT_TRUE(std::holds_alternative<UnregisterCommand>(Accepted({"unregister"}).command));
   EXPECT_TRUE(std::holds_alternative<SendCommand>(Accepted({"send", "Sound", "a.ins"}).command));
+  EXPECT_TRUE(std::holds_alternative<AddCommand>(Accepted({"add", "Sound", "."}).command));
+  EXPECT_TRUE(std::holds_alternative<EditCommand>(Accepted({"edit", "Sound", ".", "a"}).command));
+  EXPECT_TRUE(std::holds_alternative<InstancesCommand>(Accepted({"instances", "."}).command));
+  EXPECT_TRUE(std::holds_alternative<ShowCommand>(Accepted({"show", "a"}).command));
+  EXPECT_TRUE(std::holds_alternative<NewCommand>(Accepted({"new", "Sound", "a"}).command));
+  EXPECT_TRUE(std::holds_alternative<FieldsCommand>(Accepted({"fields", "Sound"}).command));
 }
 
 TEST(CommandLine, TakesTheModuleBeforeAndAfterTheCommand) {
@@ -48,6 +55,8 @@ TEST(CommandLine, TakesTheModuleBeforeAndAfterTheCommand) {
   EXPECT_EQ(Accepted({"--module=a.dll", "register"}).module_file, "a.dll");
   EXPECT_EQ(Accepted({"send", "Sound", "--module", "a=b.dll", "x"}).module_file, "a=b.dll");
   EXPECT_EQ(Accepted({"--module", "send", "send", "Sound", "x"}).module_file, "send");
+  EXPECT_EQ(Accepted({"add", "Sound", ".", "--module", "a.dll"}).module_file, "a.dll");
+  EXPECT_EQ(Accepted({"--module", "a.dll", "edit", "Sound", ".", "x"}).module_file, "a.dll");
 }
 
 TEST(CommandLine, TakesClassAndFileOfSend) {
@@ -97,13 +106,65 @@ TEST(CommandLine, TakesTheVariablesOfSend) {
   EXPECT_EQ(expand({"send", "Beeper", "x", "--set", "n=1", "--set", "n=2"}), "2|%C");
 }
 
+TEST(CommandLine, TakesClassDirectoryAndNameOfTheDialogs) {
+  const auto add = std::get<AddCommand>(Accepted({"add", "Beeper", "C:\\Instances"}).command);
+  EXPECT_EQ(add.class_name, "Beeper");
+  EXPECT_EQ(add.directory, "C:\\Instances");
+  const auto edit = std::get<EditCommand>(Accepted({"edit", "Voice", "..", "Zürich ☎"}).command);
+  EXPECT_EQ(edit.class_name, "Voice");
+  EXPECT_EQ(edit.directory, "..");
+  EXPECT_EQ(edit.name, "Zürich ☎");
+}
+
+TEST(CommandLine, TakesWhatIsShownOfInstances) {
+  EXPECT_EQ(std::get<InstancesCommand>(Accepted({"instances", "/tmp"}).command).directory, "/tmp");
+  EXPECT_EQ(std::get<FieldsCommand>(Accepted({"fields", "pager"}).command).class_name, "pager");
+  const auto show = [](const Arguments& arguments) {
+    return std::get<ShowCommand>(Accepted(arguments).command);
+  };
+  EXPECT_EQ(show({"show", "Night"}).file, "Night");
+  EXPECT_FALSE(show({"show", "Night"}).as_json);
+  EXPECT_TRUE(show({"show", "Night", "--json"}).as_json);
+  EXPECT_TRUE(show({"show", "--json", "Night"}).as_json);
+  EXPECT_EQ(show({"show", "--json", "Night"}).file, "Night");
+  EXPECT_EQ(show({"show", "--", "--json"}).file, "--json");
+}
+
+TEST(CommandLine, TakesTheFieldsOfANewInstance) {
+  const auto parse = [](const Arguments& arguments) {
+    return std::get<NewCommand>(Accepted(arguments).command);
+  };
+  const NewCommand bare = parse({"new", "Sound", "Night"});
+  EXPECT_EQ(bare.class_name, "Sound");
+  EXPECT_EQ(bare.file, "Night");
+  EXPECT_EQ(bare.values, std::vector<FieldValue>());
+  EXPECT_FALSE(bare.replaces);
+
+  const std::vector<FieldValue> values = {{"up code", "1=2"}, {"down-code", ""}, {"up code", "-x"}};
+  for (const Arguments& arguments : std::vector<Arguments>{
+           {"new", "Beeper", "x", "up code=1=2", "down-code=", "up code=-x", "--force"},
+           {"new", "--force", "Beeper", "x", "up code=1=2", "down-code=", "up code=-x"},
+           {"new", "Beeper", "x", "up code=1=2", "--force", "down-code=", "up code=-x"}}) {
+    EXPECT_EQ(parse(arguments).values, values) << ::testing::PrintToString(arguments);
+    EXPECT_TRUE(parse(arguments).replaces) << ::testing::PrintToString(arguments);
+  }
+  EXPECT_EQ(parse({"new", "Beeper", "x", "--", "--force=1"}).values,
+            (std::vector<FieldValue>{{"--force", "1"}}));
+  EXPECT_EQ(parse({"new", "Beeper", "x", "[up code=1,2]"}).values,
+            (std::vector<FieldValue>{{"[up code", "1,2]"}}));
+  EXPECT_EQ(parse({"new", "Beeper", "x", "message=1\r\n[2],{}%%"}).values,
+            (std::vector<FieldValue>{{"message", "1\r\n[2],{}%%"}}));
+}
+
 struct WrongUsage {
   Arguments arguments;
   std::string fault;
 };
 
 const std::vector<WrongUsage>& WrongUsages() {
-  static const std::string commands = "the commands are classes, register, unregister and send";
+  static const std::string commands =
+      "the commands are classes, register, unregister, send, add, edit, instances, show, new and "
+      "fields";
   static const std::string events =
       "it takes item-up, item-down, service-up, service-down, trap, none, or a number from 0 to "
       "0xFFFFFFFF";
@@ -164,6 +225,47 @@ const std::vector<WrongUsage>& WrongUsages() {
       {{"send", "Sound", "x", "--set", "5=1"}, "--set: '5=1' is not of the form LETTER=VALUE"},
       {{"send", "Sound", "x", "--set", "n=1", "--set", "C"},
        "--set: 'C' is not of the form LETTER=VALUE"},
+      {{"send", "Sound", "x", "--set", "{}"}, "--set: '{}' is not of the form LETTER=VALUE"},
+      {{"add"}, "CLASS is missing"},
+      {{"add", "Sound"}, "DIR is missing"},
+      {{"add", "Sound", ""}, "DIR: the name is empty"},
+      {{"add", "Sound", ".", "x"}, "'x' is not an argument of add"},
+      {{"add", "Sound", ".", "--event", "trap"}, "'--event' is not an option of add"},
+      {{"edit", "Sound", "."}, "NAME is missing"},
+      {{"edit", "Sound", ".", "x", "y"}, "'y' is not an argument of edit"},
+      {{"edit", "--force", "Sound", ".", "x"}, "'--force' is not an option of edit"},
+      {{"instances"}, "DIR is missing"},
+      {{"instances", ""}, "DIR: the name is empty"},
+      {{"instances", ".", "."}, "'.' is not an argument of instances"},
+      {{"instances", ".", "--json"}, "'--json' is not an option of instances"},
+      {{"instances", ".", "--module", "a.dll"}, "'--module' is not an option of instances"},
+      {{"show"}, "FILE is missing"},
+      {{"show", "--json"}, "FILE is missing"},
+      {{"show", ""}, "FILE: the name is empty"},
+      {{"show", "x", "y"}, "'y' is not an argument of show"},
+      {{"show", "x", "--json", "--json"}, "--json is given more than once"},
+      {{"show", "x", "--json=1"}, "--json takes no value"},
+      {{"show", "--json=", "x"}, "--json takes no value"},
+      {{"show", "--json=false", "x"}, "--json takes no value"},
+      {{"--module", "a.dll", "show", "x"}, "'--module' is not an option of show"},
+      {{"--json", "show", "x"}, "'--json' is out of place in notifyhost show [OPTIONS] FILE"},
+      {{"new"}, "CLASS is missing"},
+      {{"new", "Sound"}, "FILE is missing"},
+      {{"new", "Sound", "", "x=y"}, "FILE: the name is empty"},
+      {{"new", "Sound", "x", "y"}, "'y' is not of the form FIELD=VALUE"},
+      {{"new", "Sound", "x", ""}, "'' is not of the form FIELD=VALUE"},
+      {{"new", "Sound", "x", "=y"}, "'=y' is not of the form FIELD=VALUE"},
+      {{"new", "Sound", "x", "{}"}, "'{}' is not of the form FIELD=VALUE"},
+      {{"new", "Sound", "x", "[]"}, "'[]' is not of the form FIELD=VALUE"},
+      {{"new", "Sound", "x", "a=1", "b"}, "'b' is not of the form FIELD=VALUE"},
+      {{"new", "Sound", "x", "--wave=1"}, "'--wave=1' is not an option of new"},
+      {{"new", "Sound", "x", "--force", "--force"}, "--force is given more than once"},
+      {{"new", "Sound", "x", "--force=yes"}, "--force takes no value"},
+      {{"new", "Sound", "x", "--module", "a.dll"}, "'--module' is not an option of new"},
+      {{"--force", "new", "Sound", "x"},
+       "'--force' is out of place in notifyhost new [OPTIONS] CLASS FILE [FIELDS ...]"},
+      {{"fields"}, "CLASS is missing"},
+      {{"fields", "Sound", "wave"}, "'wave' is not an argument of fields"},
   };
   return usages;
 }
@@ -181,7 +283,8 @@ TEST(CommandLine, NamesTheArgumentThatIsWrong) {
 TEST(CommandLine, TellsWhereHelpIs) {
   EXPECT_EQ(std::get<UsageError>(ParseCommandLine({"frobnicate", "--x"})).text,
             "notifyhost: 'frobnicate' is not a command; the commands are classes, register, "
-            "unregister and send\nRun notifyhost --help for help.\n");
+            "unregister, send, add, edit, instances, show, new and fields\nRun notifyhost --help "
+            "for help.\n");
   EXPECT_EQ(std::get<UsageError>(ParseCommandLine({"send", "Sound"})).text,
             "notifyhost: FILE is missing\nRun notifyhost send --help for help.\n");
 }
@@ -189,21 +292,23 @@ TEST(CommandLine, TellsWhereHelpIs) {
 TEST(CommandLine, GivesHelp) {
   const std::string help = Help({"--help"});
   EXPECT_EQ(Help({"-h"}), help);
-  for (const char* part : {"Usage: notifyhost [OPTIONS] COMMAND [ARGUMENTS]\n", "  classes  ",
-                           "  register  ", "  unregister  ", "  send  ", "  --module FILE  ",
-                           "Exit codes: 0 ", "Examples:\n  notifyhost register\n"}) {
+  for (const char* part :
+       {"Usage: notifyhost [OPTIONS] COMMAND [ARGUMENTS]\n", "  classes  ", "  register  ",
+        "  unregister  ", "  send  ", "  add  ", "  edit  ", "  instances  ", "  show  ", "  new  ",
+        "  fields  ", "  --module FILE  ", "Exit codes: 0 ",
+        "Examples:\n  notifyhost register\n"}) {
     EXPECT_THAT(help, HasSubstr(part));
   }
 }
 
 TEST(CommandLine, GivesHelpOnEachCommand) {
-  for (const char* command : {"classes", "register", "unregister", "send"}) {
+  for (const std::string command : {"classes", "register", "unregister", "send", "add", "edit",
+                                    "instances", "show", "new", "fields"}) {
     const std::string help = Help({command, "--help"});
     EXPECT_EQ(Help({command, "-h"}), help);
     EXPECT_EQ(Help({"--help", command}), help);
-    EXPECT_THAT(help, HasSubstr(std::string("Usage: notifyhost ") + command + " [OPTIONS]"));
-    EXPECT_THAT(help, HasSubstr("  --module FILE  "));
-    EXPECT_THAT(help, HasSubstr(std::string("Examples:\n  notifyhost ") + command));
+    EXPECT_THAT(help, HasSubstr("Usage: notifyhost " + command + " [OPTIONS]"));
+    EXPECT_THAT(help, HasSubstr("Examples:\n  notifyhost " + command));
   }
   const std::string help = Help({"send", "--help"});
   for (const char* part :
@@ -213,9 +318,26 @@ TEST(CommandLine, GivesHelpOnEachCommand) {
   }
 }
 
+TEST(CommandLine, OffersAModuleWhereItIsUsed) {
+  for (const char* command : {"classes", "register", "unregister", "send", "add", "edit"}) {
+    EXPECT_THAT(Help({command, "--help"}), HasSubstr("  --module FILE  ")) << command;
+  }
+  for (const char* command : {"instances", "show", "new", "fields"}) {
+    EXPECT_THAT(Help({command, "--help"}), Not(HasSubstr("--module"))) << command;
+  }
+}
+
 TEST(CommandLine, FitsItsHelpIntoATerminal) {
-  for (const Arguments& arguments :
-       std::vector<Arguments>{{"-h"}, {"classes", "-h"}, {"register", "-h"}, {"send", "-h"}}) {
+  for (const Arguments& arguments : std::vector<Arguments>{{"-h"},
+                                                           {"classes", "-h"},
+                                                           {"register", "-h"},
+                                                           {"send", "-h"},
+                                                           {"add", "-h"},
+                                                           {"edit", "-h"},
+                                                           {"instances", "-h"},
+                                                           {"show", "-h"},
+                                                           {"new", "-h"},
+                                                           {"fields", "-h"}}) {
     std::istringstream help(Help(arguments));
     std::string line;
     while (std::getline(help, line)) {

@@ -388,7 +388,8 @@ const std::array<ModemDialogue::OperationRow, 8> ModemDialogue::kOperations = {{
 
 std::vector<std::filesystem::path> DialogueFiles() {
   std::vector<std::filesystem::path> files;
-  for (const auto& entry : std::filesystem::directory_iterator(PROJECT_DIR "/tests/unit/dialogues/modem")) {
+  for (const auto& entry :
+       std::filesystem::directory_iterator(PROJECT_DIR "/tests/unit/dialogues/modem")) {
     files.push_back(entry.path());
   }
   std::ranges::sort(files);

@@ -1,0 +1,91 @@
+"""add and edit, against the stand-in module: what the host passes, and what it makes of the answers."""
+
+import pytest
+
+from conftest import windows_path
+
+# The calls of one dialog, in order, but the dialog's own.
+CALLS_BEFORE = ["loaded", "DllGetClassObject", "CreateInstance", "factory released", "Initialize"]
+CALLS_AFTER = ["Shutdown", "references to the host: 1", "notifier released", "DllCanUnloadNow",
+               "unloaded"]
+
+NO_TRIGGER = "no trigger: 0x80004005\nopen line\n"
+
+
+@pytest.fixture
+def configure(notifyhost, stand_in):
+    return lambda *arguments, **environment: notifyhost(
+        *arguments, "--module", stand_in.file, **stand_in.environment, **environment)
+
+
+@pytest.fixture
+def folder(tmp_path):
+    path = tmp_path / "Instanzen ☎"
+    path.mkdir()
+    return path
+
+
+def test_add(configure, stand_in, folder):
+    outcome = configure("add", "Beeper", folder.name)
+    assert (outcome.exit_code, outcome.errors) == (0, "")
+    assert outcome.output == f"[{windows_path(folder)}][]\n{NO_TRIGGER}Added  2.\n"
+    assert stand_in.trace() == [*CALLS_BEFORE, "AddInstance", *CALLS_AFTER]
+
+
+def test_edit(configure, stand_in, folder):
+    outcome = configure("edit", "sound", folder.name, "Nacht ☎")
+    assert (outcome.exit_code, outcome.errors) == (0, "")
+    assert outcome.output == f"[{windows_path(folder)}][Nacht ☎]\n{NO_TRIGGER}Saved Nacht ☎ 2.\n"
+    assert stand_in.trace() == [*CALLS_BEFORE, "EditInstance", *CALLS_AFTER]
+
+
+@pytest.mark.parametrize("name, argument", [("Instanzen ☎\\", None), ("Instanzen ☎/.", None),
+                                            ("C:/", "C:\\"), ("C:\\windows\\", "C:\\windows")])
+def test_directory_is_named_by_its_full_path(configure, folder, name, argument):
+    outcome = configure("add", "Sound", name)
+    assert outcome.output.startswith(f"[{argument or windows_path(folder)}][]\n")
+
+
+@pytest.mark.parametrize("arguments", [["add", "SMTPMail", "."], ["edit", "SMTPMail", ".", "x"]],
+                         ids=" ".join)
+def test_cancelled(configure, arguments):
+    outcome = configure(*arguments)
+    assert (outcome.exit_code, outcome.errors) == (1, "")
+    assert outcome.output.endswith(NO_TRIGGER + "Cancelled.\n")
+
+
+def test_other_failure(configure):
+    outcome = configure("add", "Sound", ".", STAND_IN_FAILS="AddInstance")
+    assert (outcome.exit_code, outcome.errors) == (1, "")
+    assert outcome.output.endswith(NO_TRIGGER + "Failed: 0x80070005 (E_ACCESSDENIED)\n")
+
+
+def test_class_that_cannot_be_initialised_is_configured_all_the_same(configure, stand_in):
+    outcome = configure("edit", "Sound", ".", "x", STAND_IN_FAILS="Initialize")
+    assert (outcome.exit_code, outcome.output, outcome.errors) == (0, "Saved x 2.\n", "")
+    assert stand_in.trace() == [*CALLS_BEFORE, "EditInstance", "notifier released",
+                                "DllCanUnloadNow", "unloaded"]
+
+
+def test_class_without_dialogs(configure, stand_in):
+    outcome = configure("add", "Voice", ".")
+    assert (outcome.exit_code, outcome.output) == (1, "")
+    assert outcome.errors == "notifyhost: Voice has no dialogs: 0x80004002 (E_NOINTERFACE)\n"
+    assert stand_in.trace()[-3:] == ["notifier released", "DllCanUnloadNow", "unloaded"]
+
+
+@pytest.mark.parametrize("arguments", [["add", "Sound"], ["edit", "Sound"]], ids=" ".join)
+def test_directory_that_is_not_there(configure, stand_in, tmp_path, arguments):
+    (tmp_path / "file").touch()
+    for missing in ("nowhere", "file"):
+        outcome = configure(*arguments, missing, *["x"] * (arguments[0] == "edit"))
+        assert (outcome.exit_code, outcome.output) == (1, "")
+        assert outcome.errors == ("notifyhost: there is no directory "
+                                  f"{windows_path(tmp_path / missing)}\n")
+    assert not stand_in.trace_file.exists(), "the module was loaded"
+
+
+def test_class_that_is_not_registered(notifyhost):
+    outcome = notifyhost("add", "Beeper", ".")
+    assert (outcome.exit_code, outcome.output) == (1, "")
+    assert outcome.errors.startswith("notifyhost: Beeper is not registered as ")
