@@ -7,6 +7,7 @@
 namespace brantel {
 namespace {
 
+constexpr std::size_t kLongestFileName = 255;  // in characters
 constexpr std::string_view kForbidden = "\\/:*?\"<>|";
 constexpr std::array<std::string_view, 6> kDevices = {"CON", "PRN",    "AUX",
                                                       "NUL", "CONIN$", "CONOUT$"};
@@ -45,14 +46,15 @@ bool IsDevice(std::string_view name) {
 
 bool IsValidInstanceName(std::string_view name, bool (*is_lead_byte)(char)) {
   if (name.empty() || name.back() == '.' || name.back() == ' ' || IsDevice(name)) return false;
-  for (std::size_t i = 0; i < name.size(); ++i) {
+  std::size_t characters = 0;
+  for (std::size_t i = 0; i < name.size(); ++i, ++characters) {
     if (is_lead_byte(name[i])) {
       ++i;
     } else if (IsForbidden(name[i])) {
       return false;
     }
   }
-  return true;
+  return characters <= kLongestFileName;
 }
 
 }  // namespace brantel

@@ -38,7 +38,7 @@ class WebForms {
   // which may also be two names with "/" between: the new one, and the old one, whose file is
   // deleted first. What the form has no field for keeps its stored value, that of "Default" in a
   // new instance. E_FAIL when the file cannot be written, and with nothing touched when one of the
-  // names is none that a file in the directory may have.
+  // names is none that a file in the directory may have or the class could not load a text again.
   Result SubmitForm(const std::string& directory, std::string_view form);
 
  private:

@@ -101,8 +101,10 @@ inline constexpr std::array<ExpectedClass, 7> kExpectedClasses = {{
 
 inline constexpr const ExpectedClass& kSMTPMail = kExpectedClasses[0];
 inline constexpr const ExpectedClass& kSound = kExpectedClasses[1];
+inline constexpr const ExpectedClass& kWinPopup = kExpectedClasses[2];
 inline constexpr const ExpectedClass& kLaunchProgram = kExpectedClasses[3];
 inline constexpr const ExpectedClass& kBeeper = kExpectedClasses[4];
+inline constexpr const ExpectedClass& kPager = kExpectedClasses[5];
 
 inline constexpr const wchar_t* kExpectedLibraryId = L"{5625C924-5719-DA0E-EE98-237AC5FB0A3C}";
 

@@ -44,5 +44,15 @@ TEST(IsValidInstanceName, KnowsThatTheSecondByteOfACharacterIsNoBackslash) {
   EXPECT_FALSE(Valid("\x95\x5C"));
 }
 
+TEST(IsValidInstanceName, TakesAsManyCharactersAsAFileNameMayHave) {
+  EXPECT_TRUE(Valid(std::string(255, 'x')));
+  EXPECT_FALSE(Valid(std::string(256, 'x')));
+  std::string japanese;
+  for (int i = 0; i < 255; ++i)
+    japanese += "\x95\x5C";
+  EXPECT_TRUE(IsValidInstanceName(japanese, ShiftJisLeadBytes));
+  EXPECT_FALSE(IsValidInstanceName(japanese + "x", ShiftJisLeadBytes));
+}
+
 }  // namespace
 }  // namespace brantel
