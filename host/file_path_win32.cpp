@@ -26,7 +26,7 @@ struct SearchCloser {
 using Search = std::unique_ptr<std::remove_pointer_t<HANDLE>, SearchCloser>;
 
 Search SearchDirectory(const std::wstring& directory, WIN32_FIND_DATAW& found) {
-  const HANDLE search = FindFirstFileW((directory + L"\\*").c_str(), &found);
+  HANDLE search = FindFirstFileW((directory + L"\\*").c_str(), &found);
   if (search == INVALID_HANDLE_VALUE) {
     const DWORD error = GetLastError();
     throw CommandFailure(ExitCode::kFailed, "the directory " + ToUtf8(directory) +

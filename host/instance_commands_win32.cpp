@@ -61,7 +61,9 @@ ExitCode Run(const InstancesCommand& command, const Invocation&, const OutputStr
   const std::wstring directory = ExistingDirectory(FromUtf8(command.directory));
   std::vector<InstanceFile> files;
   for (const std::wstring& name : FilesIn(directory)) {
-    files.push_back(ReadInstanceFile(directory + L"\\" + name));
+    std::wstring file = directory;
+    file.append(L"\\").append(name);
+    files.push_back(ReadInstanceFile(file));
   }
   if (files.empty()) {
     output.Write("There are no files in " + ToUtf8(directory) + ".\n");

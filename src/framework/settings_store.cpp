@@ -46,8 +46,9 @@ std::vector<std::string> ReadSettings(SettingsStore& store, const std::string& c
   std::vector<std::string> texts;
   texts.reserve(rows.size());
   for (const SettingRow& row : rows) {
-    std::string text = key ? ReadSetting(*key, std::string(row.name)) : std::string();
-    texts.push_back(text.empty() ? std::string(row.default_text) : std::move(text));
+    std::string& text = texts.emplace_back();
+    if (key) text = ReadSetting(*key, std::string(row.name));
+    if (text.empty()) text = row.default_text;
   }
   return texts;
 }

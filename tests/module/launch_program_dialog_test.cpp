@@ -125,6 +125,10 @@ TEST_F(LaunchProgramDialogTest, RefusesADirectoryThatCannotBeEntered) {
   std::filesystem::remove(directory);
   session_->ClickInPopup(IDOK);
   const MessageBoxContent message{.text = "Directory is invalid", .has_error_icon = true};
+  // The browser closes before the message opens.
+  for (int i = 0;
+       i < 200 && (session_->popup() == nullptr || session_->ReadMessageBox() != message); ++i)
+    Sleep(20);
   EXPECT_EQ(session_->ReadMessageBox(), message);
   session_->CloseMessageBox();
   EXPECT_EQ(session_->Text(kWorkingPath), "C:\\tools");
