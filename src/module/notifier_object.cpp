@@ -27,6 +27,18 @@ void StorePage(const HtmlText& page, BSTR* out) {
   *out = Bstr(FromAnsi(page.view())).release();
 }
 
+// The callbacks of a host, or null when it offers none.
+std::shared_ptr<NotifierHost> QueryHost(IUnknown* host) {
+  if (host == nullptr) return nullptr;
+  void* callback = nullptr;
+  // A pointer that comes with a failure is no reference of ours, whatever it holds.
+  if (FAILED(host->QueryInterface(IID_INotifierHost, &callback)) || callback == nullptr) {
+    return nullptr;
+  }
+  return std::make_shared<ComHost>(
+      ComPointer<INotifierHost>::Adopt(static_cast<INotifierHost*>(callback)));
+}
+
 }  // namespace
 
 NotifierObject::NotifierObject(const NotifierClass& notifier_class)
@@ -73,23 +85,17 @@ HRESULT NotifierObject::InterfaceSupportsErrorInfo(REFIID iid) noexcept {
 
 HRESULT NotifierObject::Initialize(IUnknown* host) noexcept {
   if (host_) return S_OK;
-  if (host == nullptr) return E_FAIL;
-  void* callback = nullptr;
-  // A pointer that comes with a failure is no reference of ours, whatever it holds.
-  if (FAILED(host->QueryInterface(IID_INotifierHost, &callback)) || callback == nullptr) {
-    return E_FAIL;
-  }
-  host_ = ComPointer<INotifierHost>::Adopt(static_cast<INotifierHost*>(callback));
-  return S_OK;
+  return GuardExceptions([&]() -> Result {
+    host_ = notifier_->Initialize([host] { return QueryHost(host); });
+    return host_ ? kOk : kFail;
+  });
 }
 
 HRESULT NotifierObject::Shutdown() noexcept {
-  host_ = {};
+  if (!host_) return S_OK;
+  host_.reset();
+  notifier_->Shutdown();
   return S_OK;
-}
-
-std::unique_ptr<NotifierHost> NotifierObject::BoundHost() const {
-  return host_ ? std::make_unique<ComHost>(host_) : nullptr;
 }
 
 HRESULT NotifierObject::Send(BSTR instance) noexcept {
@@ -107,11 +113,10 @@ HRESULT NotifierObject::GetImageResource(HMODULE* module, UINT32* id) noexcept {
 std::optional<std::string> NotifierObject::ShowDialog(BSTR directory,
                                                       std::optional<InstanceArgument> edited) {
   if (class_.make_dialog == nullptr) return std::nullopt;
-  std::optional<ComHost> host;
-  if (host_) host.emplace(host_);
+  const std::shared_ptr<NotifierHost> host = BoundHost();
   DialogWindow window;
   const auto dialog = class_.make_dialog(
-      window, {ToAnsiPath(Bstr::ViewOf(directory)), std::move(edited), host ? &*host : nullptr});
+      window, {ToAnsiPath(Bstr::ViewOf(directory)), std::move(edited), host.get()});
   if (Failed(window.Run(*dialog, GetActiveWindow()))) return std::nullopt;
   return dialog->saved_name();
 }

@@ -3,7 +3,6 @@
 #include <memory>
 #include <optional>
 
-#include "framework/com_pointer_win32.h"
 #include "framework/notifier.h"
 #include "framework/notifier_contract.h"
 #include "module/class_table.h"
@@ -42,15 +41,16 @@ class NotifierObject final : public INotifier,
   HRESULT STDMETHODCALLTYPE InterfaceSupportsErrorInfo(REFIID iid) noexcept override;
 
  private:
-  ~NotifierObject() = default;  // by the last Release
+  // By the last Release, which a host may let come without Shutdown.
+  ~NotifierObject() { Shutdown(); }
 
   // The interface with this IID, not counted, or null where the class does not offer it.
   IUnknown* FindCustomInterface(REFIID iid) noexcept;
   IUnknown* FindInterface(REFIID iid) noexcept;
 
-  // The host for the time of one call, with a reference of its own, since the host may call
-  // Shutdown from its callbacks. Null when none is bound.
-  [[nodiscard]] std::unique_ptr<NotifierHost> BoundHost() const;
+  // The host, held for the time of one call, since the host may call Shutdown from its callbacks.
+  // Null when none is bound.
+  [[nodiscard]] std::shared_ptr<NotifierHost> BoundHost() const { return host_; }
 
   // Shows the class's dialog, for the named instance or for a new one. The name under which the
   // operator saved it, or nothing.
@@ -59,8 +59,8 @@ class NotifierObject final : public INotifier,
   const ModuleLock module_lock_;
   const NotifierClass& class_;
   volatile LONG references_ = 1;
-  // Initialised while it is held: the host offered INotifierHost.
-  ComPointer<INotifierHost> host_;
+  // Initialised while it is held.
+  std::shared_ptr<NotifierHost> host_;
   const std::unique_ptr<Notifier> notifier_;
   const std::unique_ptr<WebForms> web_forms_;  // null where the class offers none
 };
