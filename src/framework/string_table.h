@@ -6,6 +6,11 @@ namespace brantel {
 
 // Numbers of the texts in resources/strings.def, where code names them.
 namespace text_id {
+inline constexpr unsigned kReceiveError = 106;
+inline constexpr unsigned kSendingMail = 107;
+inline constexpr unsigned kGatewayIsNoAddress = 108;
+inline constexpr unsigned kSocketFailed = 109;
+inline constexpr unsigned kConnectFailed = 110;
 inline constexpr unsigned kAddSmtpMail = 111;
 inline constexpr unsigned kEditSmtpMail = 112;
 inline constexpr unsigned kAddSound = 113;
@@ -79,9 +84,12 @@ inline constexpr unsigned kPrimaryProfile = 450;
 inline constexpr unsigned kAlternateProfile = 451;
 inline constexpr unsigned kBeeperPortSettings = 452;
 inline constexpr unsigned kErrorSavingPortSettings = 453;
+inline constexpr unsigned kRecipientsLeftOut = 500;
 inline constexpr unsigned kAddVoice = 10109;
 inline constexpr unsigned kEditVoice = 10110;
 inline constexpr unsigned kFirstProtocol = 10111;
+inline constexpr unsigned kTimeoutSetting = 10149;
+inline constexpr unsigned kSmtpMailKey = 10150;
 }  // namespace text_id
 
 // The text with this number. The module takes it from its string table resource, other programs

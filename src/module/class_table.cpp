@@ -5,7 +5,9 @@
 #include "framework/ansi_text_win32.h"
 #include "framework/clock_win32.h"
 #include "framework/instance_files_win32.h"
+#include "framework/machine_name_win32.h"
 #include "framework/registry_settings_win32.h"
+#include "framework/sockets_library_win32.h"
 #include "framework/sound_recorder_win32.h"
 #include "local/launch_program.h"
 #include "local/launch_program_dialog.h"
@@ -13,6 +15,9 @@
 #include "local/sound.h"
 #include "local/sound_dialog.h"
 #include "local/sound_player_win32.h"
+#include "mail/mail_environment_win32.h"
+#include "mail/mail_socket_win32.h"
+#include "mail/smtp_mail.h"
 #include "mail/smtp_mail_layout.h"
 #include "modem/beeper.h"
 #include "modem/beeper_dialog.h"
@@ -28,10 +33,17 @@ namespace {
 constinit DiskInstanceFiles instance_files;
 constinit RegistrySettings settings;
 constinit SystemClock system_clock;
+constinit WinSock sockets_library;
+constinit SystemMachineName machine_name;
+constinit SystemMailEnvironment mail_environment;
+constinit SystemMailNetwork mail_network;
 constinit SystemProcessStarter process_starter;
 constinit SystemRecorder recorder_system;
 constinit SystemSoundPlayer sound_player;
 constinit SystemSerialPorts serial_ports;
+
+// What mail sessions leave behind for each other, whichever object runs them.
+constinit SmtpState smtp_state;
 
 // A class whose delivery is still to be built.
 class UnbuiltNotifier final : public Notifier {
@@ -68,7 +80,12 @@ std::unique_ptr<Notifier> MakeBeeper() {
   return std::make_unique<Beeper>(instance_files, settings, serial_ports, system_clock);
 }
 
-constexpr auto MakeSMTPMail = MakeUnbuilt;
+std::unique_ptr<Notifier> MakeSMTPMail() {
+  return std::make_unique<SmtpMail>(
+      instance_files, settings, sockets_library,
+      SmtpSurroundings{mail_network, mail_environment, machine_name, smtp_state});
+}
+
 constexpr auto MakeWinPopup = MakeUnbuilt;
 constexpr auto MakePager = MakeUnbuilt;
 constexpr auto MakeVoice = MakeUnbuilt;

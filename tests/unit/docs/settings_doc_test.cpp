@@ -5,14 +5,20 @@
 #include <iterator>
 #include <string>
 
+#include "framework/string_table.h"
+#include "mail/smtp_mail.h"
 #include "modem/beeper_settings.h"
 
 namespace brantel {
 namespace {
 
-TEST(SettingsDocument, ListsTheBeepersSettings) {
+std::string ReadDocument() {
   std::ifstream stream(PROJECT_DIR "/docs/settings.md");
-  const std::string document(std::istreambuf_iterator<char>(stream), {});
+  return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+TEST(SettingsDocument, ListsTheBeepersSettings) {
+  const std::string document = ReadDocument();
   std::size_t place = document.find("## Beeper\n");
   for (const SettingRow& row : kBeeperSettings) {
     const std::string start =
@@ -20,6 +26,13 @@ TEST(SettingsDocument, ListsTheBeepersSettings) {
     place = document.find(start, place);
     EXPECT_NE(place, std::string::npos) << start;
   }
+}
+
+TEST(SettingsDocument, ListsTheSettingOfMail) {
+  const std::string document = ReadDocument();
+  const std::string row = "\n| `" + LoadText(text_id::kTimeoutSetting) + "` | `" +
+                          std::string(kDefaultMailTimeout) + "` | ";
+  EXPECT_NE(document.find(row, document.find("## SMTPMail\n")), std::string::npos) << row;
 }
 
 }  // namespace

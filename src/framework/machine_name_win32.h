@@ -1,0 +1,13 @@
+#pragma once
+
+#include "framework/machine_name.h"
+
+namespace brantel {
+
+class SystemMachineName final : public MachineName {
+ public:
+  std::optional<std::string> TcpipParameter(const std::string& name, std::size_t capacity) override;
+  std::optional<std::string> SocketsHostName() override;
+};
+
+}  // namespace brantel

@@ -1,0 +1,208 @@
+#include "mail/smtp_session.h"
+
+#include <memory>
+#include <new>
+#include <optional>
+
+#include "framework/format_inserts.h"
+#include "framework/format_text.h"
+#include "framework/japanese_text.h"
+#include "framework/string_table.h"
+#include "mail/charset.h"
+#include "mail/date_header.h"
+#include "mail/header_encoding.h"
+#include "mail/local_mail_host_name.h"
+#include "mail/mail_log.h"
+#include "mail/recipient_list.h"
+#include "mail/smtp_connection.h"
+
+namespace brantel {
+namespace {
+
+constexpr int kAccepted = 0;
+constexpr int kFailed = -1;
+constexpr std::uint16_t kSmtpPort = 25;
+
+// A text as far as it may stand in a command or header.
+std::string_view OneLine(std::string_view text) {
+  using namespace std::string_view_literals;
+  return text.substr(0, text.find_first_of("\r\n\0"sv));
+}
+
+// The dialogue over one connection.
+class SmtpSession {
+ public:
+  SmtpSession(const SmtpSurroundings& surroundings, MailLog log, MailSocket& socket,
+              const MailMessage& message, std::string zone_text, std::uint32_t timeout)
+      : environment_(surroundings.environment),
+        local_mail_host_name_(surroundings.state.local_mail_host_name),
+        log_(log),
+        connection_(log, socket, surroundings.state.carry_over, timeout),
+        message_(message),
+        to_(OneLine(message.to)),
+        from_(OneLine(message.from)),
+        zone_text_(std::move(zone_text)) {}
+
+  int Run() {
+    if (!connection_.ReadReply().IsOfKind('2')) return kFailed;
+    if (!IsAccepted("HELO " + local_mail_host_name_ + "\r\n")) return kFailed;
+    Transfer();
+    Quit();
+    return result_;
+  }
+
+ private:
+  // Sends a command and reads the reply; nothing when it could not be sent.
+  std::optional<SmtpReply> Exchange(std::string_view command) {
+    if (connection_.SendText(command) != 0) return std::nullopt;
+    return connection_.ReadReply();
+  }
+
+  bool IsAccepted(std::string_view command, char kind = '2') {
+    const auto reply = Exchange(command);
+    return reply && reply->IsOfKind(kind);
+  }
+
+  // From the sender to the end of the message, as far as the relay accepts it.
+  void Transfer() {
+    if (!SendSender() || !SendRecipients() || !IsAccepted("DATA\r\n", '3')) return;
+    SendHeaders();
+    if (SendBody() == 0 && IsAccepted("\r\n.\r\n")) result_ = kAccepted;
+  }
+
+  void Quit() { Exchange("QUIT\r\n"); }
+
+  // A sender as it goes out: "%s" in it is this machine's name.
+  [[nodiscard]] std::string FillInHostName(std::string_view sender) const {
+    if (sender.find("%s") == std::string_view::npos) return std::string(sender);
+    return FormatText(sender, {local_mail_host_name_});
+  }
+
+  bool SendSender() {
+    constexpr std::size_t kLongestSender = 1023;
+    std::string_view sender = from_.substr(0, kLongestSender);
+    const std::size_t bracket = sender.find('<');
+    if (bracket != std::string_view::npos) sender.remove_prefix(bracket);
+    // Deliberately in three transmissions, with neither a blank nor brackets of our own.
+    return connection_.SendText("MAIL From:") == 0 &&
+           connection_.SendText(FillInHostName(sender)) == 0 && IsAccepted("\r\n");
+  }
+
+  std::optional<SmtpReply> SendRecipient(std::string_view address) {
+    const bool has_brackets = address.starts_with('<');
+    std::string command = has_brackets ? "RCPT To:" : "RCPT To:<";
+    command += address;
+    command += has_brackets ? "\r\n" : ">\r\n";
+    return Exchange(command);
+  }
+
+  // True when the relay accepted the recipient. A refusal becomes the result for now.
+  bool NoteRecipient(const SmtpReply& reply) {
+    const bool is_accepted = reply.IsOfKind('2');
+    if (!is_accepted) result_ = reply.code;
+    return is_accepted;
+  }
+
+  // True when there is somebody to deliver the message to.
+  bool SendRecipients() {
+    if (to_.find(',') != std::string_view::npos) return SendRecipientList(SplitRecipients(to_));
+    const auto reply = SendRecipient(to_);
+    return reply && NoteRecipient(*reply);
+  }
+
+  bool SendRecipientList(const RecipientList& recipients) {
+    if (!recipients.left_out.empty()) {
+      log_.Add(FormatInserts(LoadText(text_id::kRecipientsLeftOut), {recipients.left_out}));
+    }
+    bool is_any_accepted = false;
+    for (const std::string_view address : recipients.behind_commas) {
+      const auto reply = SendRecipient(address);
+      if (reply && NoteRecipient(*reply)) is_any_accepted = true;
+    }
+    if (recipients.first.empty()) return is_any_accepted;
+    const auto reply = SendRecipient(recipients.first);
+    if (!reply) return false;
+    return NoteRecipient(*reply) || is_any_accepted;
+  }
+
+  // Failures are left for the body to meet.
+  void SendHeaders() {
+    SendEncodedHeader("From: ");
+    SendEncodedHeader(FillInHostName(from_));
+    SendEncodedHeader("", "\r\n");
+    SendEncodedHeader(DateHeader(environment_.Now(), zone_text_), "\r\n");
+    SendEncodedHeader("To: " + std::string(to_), "\r\n");
+    SendContentType();
+    SendEncodedHeader(SubjectHeader(), "\r\n\r\n");
+  }
+
+  [[nodiscard]] std::string SubjectHeader() const {
+    constexpr std::size_t kLongestHeader = 1024;
+    const std::string_view subject = message_.subject.empty() ? message_.message : message_.subject;
+    return ("Subject: " + std::string(OneLine(subject))).substr(0, kLongestHeader);
+  }
+
+  // The line end goes out whatever the encoding drops of the text: without it the next header, or
+  // the body, would become part of this one.
+  void SendEncodedHeader(std::string_view text, std::string_view line_end = {}) {
+    constexpr int kLimit = 512;
+    std::string header = HasHighBytes(text)
+                             ? EncodeHeaderText(text, environment_.CodePage(), kLimit)
+                             : std::string(text);
+    connection_.SendText(header.append(line_end));
+  }
+
+  void SendContentType() {
+    connection_.SendText("Mime-Version: 1.0\r\n");
+    connection_.SendText(ContentTypeLine(environment_.CodePage()));
+  }
+
+  // 0, or why it could not be sent; -1 when there is no memory for a converted copy.
+  int SendBody() {
+    if (environment_.CodePage() != kJapaneseCodePage) return connection_.SendText(message_.message);
+    try {
+      return connection_.SendText(ShiftJisToJis(message_.message, message_.message.size()));
+    } catch (const std::bad_alloc&) {
+      return kFailed;
+    }
+  }
+
+  MailEnvironment& environment_;
+  const std::string& local_mail_host_name_;
+  MailLog log_;
+  SmtpConnection connection_;
+  const MailMessage& message_;
+  std::string_view to_;
+  std::string_view from_;
+  std::string zone_text_;
+  int result_ = kFailed;
+};
+
+}  // namespace
+
+int SmtpSendMessage(const SmtpSurroundings& surroundings, NotifierHost* host,
+                    const MailMessage& message, std::uint32_t timeout) {
+  const MailLog log(host);
+  std::string& host_name = surroundings.state.local_mail_host_name;
+  if (host_name.empty()) host_name = OneLine(GetLocalMailHostName(surroundings.machine_name));
+  const std::string zone_text(OneLine(ZoneText(surroundings.environment)));
+
+  log.Add(FormatInserts(LoadText(text_id::kSendingMail), {message.gateway, message.to}));
+  const auto address = surroundings.network.ParseAddress(std::string(message.gateway));
+  if (!address) {
+    log.Add(LoadText(text_id::kGatewayIsNoAddress));
+    return kFailed;
+  }
+  const auto socket = surroundings.network.CreateSocket();
+  if (!socket) {
+    log.Add(LoadText(text_id::kSocketFailed));
+    return kFailed;
+  }
+  if (!socket->Connect(*address, kSmtpPort)) {
+    log.Add(LoadText(text_id::kConnectFailed));
+    return kFailed;
+  }
+  return SmtpSession(surroundings, log, *socket, message, zone_text, timeout).Run();
+}
+
+}  // namespace brantel

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "framework/machine_name.h"
+#include "framework/notifier_host.h"
+#include "mail/mail_environment.h"
+#include "mail/mail_socket.h"
+
+namespace brantel {
+
+// One plain-text message and where it goes, in the system's ANSI code page.
+struct MailMessage {
+  std::string_view to;       // addresses separated by commas
+  std::string_view from;     // an address, or a name with the address in angle brackets; a "%s" in
+                             // it stands for this machine's name
+  std::string_view subject;  // when empty the message's first line is the subject
+  std::string_view gateway;  // the relay's IPv4 address in dotted form
+  std::string_view message;
+};
+
+// What sessions leave behind for later ones of the same process. Only one session may use it at a
+// time.
+struct SmtpState {
+  // Found out by the first session; a later change is not seen.
+  std::string local_mail_host_name;
+  // Received behind the end of a reply line. Deliberately the next line is read from it even on the
+  // next connection.
+  std::string carry_over;
+};
+
+// What a session works on.
+struct SmtpSurroundings {
+  MailNetwork& network;
+  MailEnvironment& environment;
+  MachineName& machine_name;
+  SmtpState& state;
+};
+
+// Delivers a message to its relay over a new connection, and logs the whole dialogue when there is
+// a host. Each receive waits for `timeout` milliseconds.
+//
+// 0 when the relay accepted the message. Otherwise the code of the last reply to a recipient that
+// was none of acceptance, for example 550; deliberately 0 when that reply could not be read, which
+// then looks like success. -1 for every other failure.
+//
+// The body goes out as it is: without dot-stuffing, line wrapping or conversion of line ends,
+// deliberately. Texts in commands and headers end at their first line end, so that they add none.
+int SmtpSendMessage(const SmtpSurroundings& surroundings, NotifierHost* host,
+                    const MailMessage& message, std::uint32_t timeout);
+
+}  // namespace brantel

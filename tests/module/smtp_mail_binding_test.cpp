@@ -1,0 +1,80 @@
+#include <winsock2.h>
+#include <windows.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string_view>
+
+#include "tests/module/expected_classes.h"
+#include "tests/module/loaded_module.h"
+#include "tests/module/recording_host.h"
+
+namespace brantel {
+namespace {
+
+bool SocketsWork() {
+  const SOCKET made = socket(AF_INET, SOCK_STREAM, IPPROTO_TCP);
+  if (made == INVALID_SOCKET) {
+    EXPECT_EQ(WSAGetLastError(), WSANOTINITIALISED);
+    return false;
+  }
+  closesocket(made);
+  return true;
+}
+
+class SmtpMailBinding : public ::testing::Test {
+ protected:
+  static const ExpectedClass& SmtpMail() {
+    return *std::ranges::find(kExpectedClasses, std::string_view("SMTPMail"), &ExpectedClass::name);
+  }
+
+  LoadedModule module_;
+  RecordingHost host_;
+  ComPointer<INotifier> notifier_ = module_.CreateNotifier(SmtpMail());
+};
+
+TEST_F(SmtpMailBinding, KeepsTheSocketsLibraryStarted) {
+  ASSERT_FALSE(SocketsWork());
+  ASSERT_EQ(notifier_->Initialize(&host_), S_OK);
+  EXPECT_TRUE(SocketsWork());
+  ASSERT_EQ(notifier_->Initialize(&host_), S_OK);
+  ASSERT_EQ(notifier_->Shutdown(), S_OK);
+  EXPECT_FALSE(SocketsWork());
+  ASSERT_EQ(notifier_->Shutdown(), S_OK);
+}
+
+TEST_F(SmtpMailBinding, StartsTheSocketsLibraryAnewForTheNextHost) {
+  ASSERT_EQ(notifier_->Initialize(&host_), S_OK);
+  ASSERT_EQ(notifier_->Shutdown(), S_OK);
+  ASSERT_EQ(notifier_->Initialize(&host_), S_OK);
+  EXPECT_TRUE(SocketsWork());
+  ASSERT_EQ(notifier_->Shutdown(), S_OK);
+  EXPECT_FALSE(SocketsWork());
+}
+
+TEST_F(SmtpMailBinding, LeavesTheSocketsLibraryAsItWasWhenItFails) {
+  EXPECT_EQ(notifier_->Initialize(nullptr), E_FAIL);
+  EXPECT_FALSE(SocketsWork());
+  host_.query_result = E_NOINTERFACE;
+  EXPECT_EQ(notifier_->Initialize(&host_), E_FAIL);
+  EXPECT_FALSE(SocketsWork());
+}
+
+TEST_F(SmtpMailBinding, StopsTheSocketsLibraryWithTheObject) {
+  ASSERT_EQ(notifier_->Initialize(&host_), S_OK);
+  notifier_ = {};
+  EXPECT_FALSE(SocketsWork());
+}
+
+TEST_F(SmtpMailBinding, IsOfTheOneObjectAndNotOfItsClass) {
+  const auto other = module_.CreateNotifier(SmtpMail());
+  ASSERT_EQ(notifier_->Initialize(&host_), S_OK);
+  ASSERT_EQ(other->Initialize(&host_), S_OK);
+  ASSERT_EQ(other->Shutdown(), S_OK);
+  EXPECT_TRUE(SocketsWork());
+  ASSERT_EQ(notifier_->Shutdown(), S_OK);
+  EXPECT_FALSE(SocketsWork());
+}
+
+}  // namespace
+}  // namespace brantel
