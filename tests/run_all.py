@@ -56,6 +56,7 @@ SUITES = [
           ["win32-tests"], 300, wine=True),
     Suite("module", wine_gtest(BUILD / "win32-tests/tests/module/module_tests.exe"),
           ["win32", "win32-tests"], 600, {"BRANTEL_MODULE": windows_path(MODULE)}, wine=True),
+    Suite("mail", pytest("tests/mail"), ["native", "win32", "win32-tests"], 900, wine=True),
     Suite("host", pytest("tests/host"), ["win32"], 600, wine=True),
     Suite("desktop", pytest("tests/desktop"), ["win32", "win32-tests"], 600,
           {"BRANTEL_MODULE": windows_path(MODULE)}, wine=True),

@@ -44,11 +44,13 @@ apt_update()
 	apt_updated=yes
 }
 
+# Rather fails than take something away from the machine, such as another mail
+# server.
 apt_install()
 {
 	as_root env DEBIAN_FRONTEND=noninteractive apt-get \
 		-o DPkg::Lock::Timeout=300 \
-		install -y --no-install-recommends "$@"
+		install -y --no-install-recommends --no-remove "$@"
 }
 
 # Prints a setting of apt's.

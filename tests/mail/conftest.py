@@ -1,0 +1,131 @@
+"""Sends mail through the real module, driven by notifyhost, to servers on a loopback address.
+
+WINEPREFIX, when set, is the prefix to use; otherwise the tests make one and remove it.
+"""
+
+import os
+import pathlib
+import shutil
+import subprocess
+import sys
+import tempfile
+import uuid
+from dataclasses import dataclass
+
+import pytest
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
+sys.path.insert(0, str(ROOT))
+
+import mail_servers  # noqa: E402: what it needs stands beside the tests
+from sim import mail_server as real_mail_server  # noqa: E402
+
+WINE = ROOT / "tools" / "wine"
+HOST = ROOT / "out" / "win32" / "notifyhost.exe"
+MODULE = ROOT / "out" / "win32" / "Brantel_Notifications.dll"
+TEXT_CONVERTER = ROOT / "build" / "native" / "tests" / "mail" / "text_converter"
+MAIL_SERIES = ROOT / "build" / "win32-tests" / "tests" / "mail" / "mail_series.exe"
+
+# Seconds within which a program ends: far more than it takes, so that only a hang reaches it.
+TIME_LIMIT = 120
+
+SMTP_MAIL_MAGIC = uuid.UUID("D6DD268C-A32B-EF86-2683-A7DA9410F949").bytes_le
+
+
+def windows_path(path) -> str:
+    return subprocess.run([WINE, "--path", path], capture_output=True, text=True, check=True,
+                          timeout=TIME_LIMIT).stdout.rstrip("\n")
+
+
+@pytest.fixture(scope="session")
+def wine_environment():
+    # Under this locale the ANSI code page is 1252.
+    environment = {**os.environ, "LC_ALL": "en_US.UTF-8", "WINEDEBUG": "-all"}
+    if "WINEPREFIX" in environment:
+        yield environment
+        return
+    folder = tempfile.mkdtemp(prefix="mail_test_")
+    environment["WINEPREFIX"] = f"{folder}/prefix"
+    try:
+        yield environment
+    finally:
+        for option in ("-k", "-w"):
+            subprocess.run([WINE, "--server", option], env=environment, capture_output=True,
+                           timeout=TIME_LIMIT)
+        shutil.rmtree(folder, ignore_errors=True)
+
+
+@dataclass
+class Outcome:
+    exit_code: int
+    output: bytes
+
+
+class Mailer:
+    """Sends stored instances through notifyhost."""
+
+    def __init__(self, folder: pathlib.Path, environment: dict[str, str]):
+        self._folder = folder
+        self._environment = environment
+
+    def store(self, *, gateway: str, to=b"ann@example.org", sender=b"ops@example.org",
+              subject=b"Disk full", message=b"The disk is full.\r\n") -> pathlib.Path:
+        """An instance file. The texts are bytes of the code page."""
+        fields = (gateway.encode(), to, sender, subject, message)
+        file = self._folder / "mail.ins"
+        file.write_bytes(SMTP_MAIL_MAGIC + b"".join(
+            (len(text) + 1).to_bytes(4, "little") + text + b"\0" for text in fields))
+        return file
+
+    def send(self, *arguments: str, locale: str | None = None, **fields) -> Outcome:
+        environment = dict(self._environment)
+        if locale:
+            environment["LC_ALL"] = locale
+        instance = self.store(**fields)
+        # Into a file: Wine's own processes may keep a pipe open for a while.
+        with tempfile.TemporaryFile() as output:
+            done = subprocess.run(
+                [WINE, HOST, "send", "SMTPMail", windows_path(instance), "--module",
+                 windows_path(MODULE), *arguments],
+                env=environment, stdin=subprocess.DEVNULL, stdout=output,
+                stderr=subprocess.STDOUT, timeout=TIME_LIMIT)
+            output.seek(0)
+            return Outcome(done.returncode, output.read())
+
+
+@pytest.fixture
+def mailer(wine_environment, tmp_path):
+    return Mailer(tmp_path, wine_environment)
+
+
+@pytest.fixture(scope="module")
+def mailer_of_module(wine_environment, tmp_path_factory):
+    return Mailer(tmp_path_factory.mktemp("mail"), wine_environment)
+
+
+@pytest.fixture(scope="session")
+def address():
+    return mail_servers.own_address()
+
+
+@pytest.fixture(scope="module")
+def relay(address):
+    relay = mail_servers.RecordingRelay(address)
+    yield relay
+    relay.close()
+
+
+@pytest.fixture(scope="module")
+def mail_server(address):
+    with real_mail_server.server_folder() as folder:
+        with real_mail_server.MailServer(folder, address, ["ann", "bob"]).running() as server:
+            yield server
+
+
+def run_text_converter(operation: str, texts: list[bytes]) -> list[bytes]:
+    """What the module's own code makes of each text."""
+    done = subprocess.run([TEXT_CONVERTER, operation], capture_output=True, text=True, check=True,
+                          input="".join(text.hex() + "\n" for text in texts), timeout=TIME_LIMIT)
+    converted = [bytes.fromhex(line) for line in done.stdout.splitlines()]
+    assert len(converted) == len(texts)
+    return converted

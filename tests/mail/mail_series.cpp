@@ -1,0 +1,83 @@
+// mail_series INSTANCE COUNT: sends alerts for one SMTPMail instance in a row from one process, by
+// one object and one binding to a host, and prints as JSON how many went out and what the process
+// held before and after. The first tenth of them make what is made once, and are not counted.
+#include <windows.h>
+
+#include <cstdlib>
+#include <exception>
+#include <iostream>
+#include <string_view>
+
+#include "framework/bstr_win32.h"
+#include "tests/module/expected_classes.h"
+#include "tests/module/loaded_module.h"
+#include "tests/module/process_level.h"
+#include "tests/module/recording_host.h"
+
+namespace brantel {
+namespace {
+
+std::wstring ToWide(const char* text) {
+  const int length = MultiByteToWideChar(CP_ACP, 0, text, -1, nullptr, 0);
+  std::wstring wide(static_cast<std::size_t>(length), L'\0');
+  MultiByteToWideChar(CP_ACP, 0, text, -1, wide.data(), length);
+  wide.pop_back();
+  return wide;
+}
+
+const ExpectedClass& SmtpMailClass() {
+  for (const ExpectedClass& expected : kExpectedClasses) {
+    if (std::string_view(expected.name) == "SMTPMail") return expected;
+  }
+  throw std::runtime_error("there is no class SMTPMail");
+}
+
+class Series {
+ public:
+  explicit Series(const std::wstring& instance) : instance_(instance) {
+    if (FAILED(notifier_->Initialize(&host_))) throw std::runtime_error("Initialize failed");
+  }
+
+  int Send(int count) {
+    int delivered = 0;
+    for (int i = 0; i < count; ++i) {
+      if (notifier_->Send(instance_.get()) == S_OK) ++delivered;
+      host_.log_calls = {};
+      host_.expand_calls = {};
+    }
+    return delivered;
+  }
+
+ private:
+  LoadedModule module_;
+  RecordingHost host_;
+  ComPointer<INotifier> notifier_ = module_.CreateNotifier(SmtpMailClass());
+  Bstr instance_;
+};
+
+void PrintLevel(const char* when) {
+  const HeapLevel heaps = MeasureHeaps();
+  std::cout << ", \"" << when << "\": {\"handles\": " << OpenHandles().size()
+            << ", \"blocks\": " << heaps.blocks << ", \"bytes\": " << heaps.bytes << "}";
+}
+
+}  // namespace
+}  // namespace brantel
+
+int main(int argument_count, char** arguments) {
+  using namespace brantel;
+  try {
+    if (argument_count != 3) throw std::invalid_argument("INSTANCE and COUNT are expected");
+    const int count = std::atoi(arguments[2]);
+    Series series(ToWide(arguments[1]));
+    std::cout << "{\"warm_up\": " << series.Send(count / 10);
+    PrintLevel("before");
+    std::cout << ", \"delivered\": " << series.Send(count);
+    PrintLevel("after");
+    std::cout << "}\n";
+    return 0;
+  } catch (const std::exception& failure) {
+    std::cerr << "mail_series: " << failure.what() << '\n';
+    return 1;
+  }
+}

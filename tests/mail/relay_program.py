@@ -1,0 +1,56 @@
+"""relay_program.py ADDRESS REPLIES: a mail relay on port 25 that records what it is sent.
+
+REPLIES is a JSON object of replies by the first word of a command, "." being the end of a message, and
+"greeting". The reply null is silence.
+Prints "listening", and for each connection that ended a line of JSON with its commands and its
+message, each byte a character. Ends when its standard input does.
+"""
+
+import json
+import socketserver
+import sys
+import threading
+
+ADDRESS, REPLIES = sys.argv[1], json.loads(sys.argv[2])
+
+
+class Connection(socketserver.StreamRequestHandler):
+    def reply(self, word: str, otherwise: str) -> None:
+        reply = REPLIES.get(word, otherwise)
+        if reply is not None:
+            self.wfile.write((reply + "\r\n").encode())
+
+    def handle(self) -> None:
+        commands, content = [], b""
+        self.reply("greeting", "220 relay.example.org ready")
+        while line := self.rfile.readline():
+            command = line.rstrip(b"\r\n").decode("latin-1")
+            commands.append(command)
+            word = command.partition(" ")[0]
+            if word == "DATA":
+                self.reply(word, "354 go ahead")
+                content += self.read_message()
+                self.reply(".", "250 queued")
+            else:
+                self.reply(word, "221 bye" if word == "QUIT" else "250 ok")
+        print(json.dumps({"commands": commands, "content": content.decode("latin-1")}), flush=True)
+
+    def read_message(self) -> bytes:
+        content = b""
+        while not content.endswith(b"\r\n.\r\n"):
+            line = self.rfile.readline()
+            if not line:
+                break
+            content += line
+        return content.removesuffix(b"\r\n.\r\n")
+
+
+class Relay(socketserver.ThreadingTCPServer):
+    allow_reuse_address = True
+    daemon_threads = True
+
+
+with Relay((ADDRESS, 25), Connection) as relay:
+    threading.Thread(target=relay.serve_forever, daemon=True).start()
+    print("listening", flush=True)
+    sys.stdin.read()

@@ -1,0 +1,70 @@
+"""The time-out setting in the real registry, with a relay that never says a word."""
+
+import subprocess
+import time
+
+import pytest
+
+import mail_servers
+from conftest import TIME_LIMIT, WINE
+
+KEY = r"HKLM\SOFTWARE\Brantel\Vantrel\notification\SMTPMail"
+VALUE = "Settings_Timeout"
+
+
+class Setting:
+    """The setting in the registry. No other test of this suite depends on its value."""
+
+    def __init__(self, environment: dict[str, str]):
+        self._environment = environment
+
+    def _reg(self, *arguments: str) -> subprocess.CompletedProcess:
+        return subprocess.run([WINE, "reg", *arguments], env=self._environment, text=True,
+                              stdin=subprocess.DEVNULL, capture_output=True, timeout=TIME_LIMIT)
+
+    def store(self, text: str) -> None:
+        assert self._reg("add", KEY, "/v", VALUE, "/t", "REG_SZ", "/d", text, "/f").returncode == 0
+
+    def remove(self) -> None:
+        self._reg("delete", KEY, "/v", VALUE, "/f")
+
+    def query(self) -> list[str]:
+        """Name, type and data."""
+        return self._reg("query", KEY, "/v", VALUE).stdout.split()[-3:]
+
+
+@pytest.fixture
+def setting(wine_environment):
+    setting = Setting(wine_environment)
+    setting.remove()
+    yield setting
+    setting.remove()
+
+
+@pytest.fixture(scope="module")
+def silent_relay(address):
+    relay = mail_servers.RecordingRelay(address, {"greeting": None})
+    yield relay
+    relay.close()
+
+
+@pytest.mark.parametrize("text, seconds", [("50", 0.1), ("1500", 1.5)])
+def test_silence_lasts_as_long_as_the_setting_says(mailer, silent_relay, setting, text, seconds):
+    setting.store(text)
+    started = time.monotonic()
+    outcome = mailer.send(gateway=silent_relay.address)
+    elapsed = time.monotonic() - started
+    assert outcome.exit_code == 1
+    assert outcome.output.replace(b"\r\n", b"\n").splitlines()[1:] == [
+        b"recv error 10004", b"Failed: 0x80004005 (E_FAIL)"]
+    # Below what the default would take; the rest is the program's own time.
+    assert seconds <= elapsed < 9
+    assert setting.query() == [VALUE, "REG_SZ", text]
+
+
+def test_a_missing_setting_is_written(mailer, silent_relay, setting):
+    started = time.monotonic()
+    outcome = mailer.send(gateway=silent_relay.address)
+    assert outcome.exit_code == 1
+    assert time.monotonic() - started >= 10
+    assert setting.query() == [VALUE, "REG_SZ", "10000"]

@@ -1,0 +1,57 @@
+"""Two thousand messages in a row from one process into smtp-sink."""
+
+import json
+import os
+import subprocess
+import tempfile
+
+import pytest
+
+import mail_servers
+from conftest import MAIL_SERIES, MODULE, WINE, windows_path
+
+COUNT = 2000
+WARM_UP = COUNT // 10
+
+# A single smallest heap block (8 bytes) lost in every message would add 16,000.
+HEAP_TOLERANCE = 4096
+
+
+@pytest.fixture(scope="module")
+def sink(address, tmp_path_factory):
+    log = tmp_path_factory.mktemp("sink") / "log"
+    with mail_servers.Sink(address, log).running() as sink:
+        yield sink
+
+
+@pytest.fixture(scope="module")
+def series(sink, mailer_of_module, wine_environment):
+    """What the process reports after its messages."""
+    instance = mailer_of_module.store(gateway=sink.address, to=b"ann@example.org, bob@example.org",
+                                      sender=b"Ops <ops@%s>", subject=b"St\xf6rung")
+    with tempfile.TemporaryFile() as output:
+        subprocess.run([WINE, MAIL_SERIES, windows_path(instance), str(COUNT)], check=True,
+                       env={**wine_environment, "BRANTEL_MODULE": windows_path(MODULE)},
+                       stdin=subprocess.DEVNULL, stdout=output, timeout=600)
+        output.seek(0)
+        return json.load(output)
+
+
+def test_all_messages_are_delivered(series):
+    assert series["warm_up"] == WARM_UP
+    assert series["delivered"] == COUNT
+
+
+def test_no_handle_is_left_behind(series):
+    assert series["after"]["handles"] == series["before"]["handles"]
+
+
+def test_no_memory_is_left_behind(series):
+    assert series["after"]["bytes"] <= series["before"]["bytes"] + HEAP_TOLERANCE
+
+
+def test_the_sink_has_seen_them_all(series, sink):
+    commands = sink.log.read_text(errors="replace")
+    total = COUNT + WARM_UP
+    assert commands.count("RCPT") >= 2 * total
+    assert commands.count("QUIT") >= total
