@@ -10,22 +10,23 @@ namespace brantel {
 namespace {
 
 struct Entity {
-  std::array<char, 6> text;  // the longest one fills it
-  std::size_t length;
+  std::array<char, 6> text{};  // the longest one fills it
+  std::uint8_t length = 0;
 };
 
-constexpr Entity EntityOf(char markup) {
-  switch (markup) {
-    case '<':
-      return {{'&', 'l', 't', ';'}, 4};
-    case '>':
-      return {{'&', 'g', 't', ';'}, 4};
-    case '"':
-      return {{'&', 'q', 'u', 'o', 't', ';'}, 6};
-    default:
-      return {{'&', 'a', 'm', 'p', ';'}, 5};
-  }
+// Tells the four markup characters apart.
+constexpr std::size_t EntityIndex(char markup) {
+  return (static_cast<unsigned char>(markup) >> 1U) & 7U;
 }
+
+constexpr std::array<Entity, 8> kEntities = [] {
+  std::array<Entity, 8> entities;
+  entities[EntityIndex('<')] = {{'&', 'l', 't', ';'}, 4};
+  entities[EntityIndex('>')] = {{'&', 'g', 't', ';'}, 4};
+  entities[EntityIndex('"')] = {{'&', 'q', 'u', 'o', 't', ';'}, 6};
+  entities[EntityIndex('&')] = {{'&', 'a', 'm', 'p', ';'}, 5};
+  return entities;
+}();
 
 constexpr bool IsMarkup(char c) {
   return c == '<' || c == '>' || c == '"' || c == '&';
@@ -52,21 +53,26 @@ std::size_t FirstByteSet(std::uint64_t half) {
   return static_cast<std::size_t>(zeros) / 8;
 }
 
-// Copies the text up to its first markup, or all of it, and returns how much that was. Behind that,
-// up to a block of bytes is written that means nothing.
-std::size_t CopyUntilMarkup(std::string_view text, char* to) {
+std::size_t CopyShortUntilMarkup(std::string_view text, char* to) {
   std::size_t done = 0;
-  for (const std::size_t blocks_end = text.size() - text.size() % sizeof(Block); done != blocks_end;
-       done += sizeof(Block)) {
-    std::memcpy(to + done, text.data() + done, sizeof(Block));
-    const BlockHalves markup = MarkupIn(text.data() + done);
-    if ((markup[0] | markup[1]) == 0) continue;
-    return done +
-           (markup[0] != 0 ? FirstByteSet(markup[0]) : sizeof(Block) / 2 + FirstByteSet(markup[1]));
-  }
   for (; done < text.size() && !IsMarkup(text[done]); ++done)
     to[done] = text[done];
   return done;
+}
+
+// Copies the text up to its first markup, or all of it, and returns how much that was. Behind that,
+// up to a block of bytes is written that means nothing.
+std::size_t CopyUntilMarkup(std::string_view text, char* to) {
+  if (text.size() < sizeof(Block)) return CopyShortUntilMarkup(text, to);
+  // The last block ends with the text and may begin within the one before it.
+  const std::size_t last = text.size() - sizeof(Block);
+  for (std::size_t place = 0;; place = std::min(place + sizeof(Block), last)) {
+    std::memcpy(to + place, text.data() + place, sizeof(Block));
+    const BlockHalves markup = MarkupIn(text.data() + place);
+    if (markup[0] != 0) return place + FirstByteSet(markup[0]);
+    if (markup[1] != 0) return place + sizeof(Block) / 2 + FirstByteSet(markup[1]);
+    if (place == last) return text.size();
+  }
 }
 
 // Returns the end of what was written. There has to be room for the longest entity at every byte.
@@ -75,7 +81,7 @@ char* CopyEscaped(std::string_view text, char* to) {
     const std::size_t copied = CopyUntilMarkup(text, to);
     to += copied;
     if (copied == text.size()) return to;
-    const Entity entity = EntityOf(text[copied]);
+    const Entity& entity = kEntities[EntityIndex(text[copied])];
     std::memcpy(to, entity.text.data(), entity.text.size());
     to += entity.length;
     text.remove_prefix(copied + 1);

@@ -1,0 +1,119 @@
+#include "bench/edit_page.h"
+
+#include <ctemplate/template.h>
+
+#include <array>
+#include <cstdlib>
+
+#include "framework/string_table.h"
+#include "framework/web_page.h"
+
+namespace brantel {
+namespace {
+
+constexpr std::string_view kName = "Night shift";
+constexpr const char* kTemplate = "edit page";
+
+constexpr FormRow kRow =
+    SameRowOnBothPages(FormInput::kSingleLine, "number",
+                       "<tr><td>Number of the pager that is called first, with the digits that the "
+                       "line outside needs:</td><td><input type=TEXT size=40 maxlength=255 "
+                       "name=number value=\"%s\"></td></tr>\r\n");
+constexpr std::size_t kRowCount = 8;
+constexpr std::array<InstanceField, kRowCount> kFields = [] {
+  std::array<InstanceField, kRowCount> fields;
+  for (InstanceField& field : fields)
+    field.form = kRow;
+  return fields;
+}();
+constexpr InstanceLayout kLayout = {.class_name = "Beeper", .fields = kFields};
+constexpr WebFormSpec kForm = {
+    .layout = kLayout, .add_title_id = text_id::kAddBeeper, .edit_title_id = text_id::kEditBeeper};
+
+// 255 characters, five of them markup.
+std::string Value(std::size_t row) {
+  std::string value = "<" + std::to_string(row) +
+                      "> %n went down at %t & has not answered since; last seen at \"%l\". "
+                      "See the handbook for whom to call when nobody has answered a page within "
+                      "a quarter of an hour, and for what to do when the line itself is down and "
+                      "no page can be sent ";
+  value.resize(255, '.');
+  return value;
+}
+
+std::string Escaped(std::string_view text) {
+  HtmlText html(0);
+  html.AppendEscaped(text);
+  return std::string(html.view());
+}
+
+}  // namespace
+
+EditPage::EditPage() : values_(kRowCount) {
+  for (std::size_t i = 0; i < kRowCount; ++i)
+    values_.set_text(i, Value(i));
+  for (const std::string_view value : ValuesInPageOrder()) {
+    escaped_values_.push_back(Escaped(value));
+    variables_.push_back("VALUE" + std::to_string(variables_.size()));
+  }
+  CutUpPage();
+  MakeTemplate();
+  if (CopyBare() != Build().view() || ExpandTemplate() != Build().view()) std::abort();
+}
+
+HtmlText EditPage::Build() const {
+  return BuildEditPage(kForm, kName, values_);
+}
+
+std::string EditPage::CopyBare() const {
+  constexpr std::size_t kExpectedSize = 8192;
+  std::string page;
+  page.reserve(kExpectedSize);
+  page += texts_.front();
+  for (std::size_t i = 0; i < escaped_values_.size(); ++i) {
+    page += escaped_values_[i];
+    page += texts_[i + 1];
+  }
+  return page;
+}
+
+std::string EditPage::ExpandTemplate() const {
+  ctemplate::TemplateDictionary dictionary(kTemplate);
+  const std::vector<std::string_view> values = ValuesInPageOrder();
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    dictionary.SetValueWithoutCopy(variables_[i],
+                                   ctemplate::TemplateString(values[i].data(), values[i].size()));
+  }
+  std::string page;
+  ctemplate::ExpandTemplate(kTemplate, ctemplate::DO_NOT_STRIP, &dictionary, &page);
+  return page;
+}
+
+// The name stands on the page twice, before the rows.
+std::vector<std::string_view> EditPage::ValuesInPageOrder() const {
+  std::vector<std::string_view> values = {kName, kName};
+  for (std::size_t i = 0; i < kRowCount; ++i)
+    values.push_back(values_.text(i));
+  return values;
+}
+
+void EditPage::CutUpPage() {
+  const HtmlText page = Build();
+  std::string_view rest = page.view();
+  for (const std::string& value : escaped_values_) {
+    const std::size_t place = rest.find(value);
+    if (place == std::string_view::npos) std::abort();
+    texts_.emplace_back(rest.substr(0, place));
+    rest.remove_prefix(place + value.size());
+  }
+  texts_.emplace_back(rest);
+}
+
+void EditPage::MakeTemplate() const {
+  std::string source = texts_.front();
+  for (std::size_t i = 0; i < variables_.size(); ++i)
+    source += "{{" + variables_[i] + ":h}}" + texts_[i + 1];
+  ctemplate::StringToTemplateCache(kTemplate, source, ctemplate::DO_NOT_STRIP);
+}
+
+}  // namespace brantel
