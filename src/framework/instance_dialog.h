@@ -76,9 +76,6 @@ class InstanceDialog : public Dialog {
  protected:
   [[nodiscard]] DialogView& view() { return view_; }
 
-  // Whether there is an instance to edit, be it that it cannot be loaded.
-  [[nodiscard]] bool edits() const { return call_.edited.has_value(); }
-
   // What was loaded.
   [[nodiscard]] const Instance& instance() const { return instance_; }
 

@@ -35,9 +35,8 @@ void BeeperDialog::FillLists() {
 
 void BeeperDialog::SelectionChanged(int /*list*/) {
   const std::int32_t profile = Profile();
-  const bool is_filled = shown_profile_ ? profile == *shown_profile_ : edits();
+  if (profile == shown_profile_) return;
   shown_profile_ = profile;
-  if (is_filled) return;
   const auto settings = ReadBeeperSettings(settings_, profile);
   view().SetText(kDialingOptionsEdit, settings[beeper_setting::kDialString]);
 }

@@ -8,9 +8,9 @@
 
 namespace brantel {
 
-// The dialog of Beeper's instances. It offers the dial string of the selected settings profile for
-// the dialing options: to a new instance, and whenever the operator selects another profile. What
-// an instance has stored there stays until then.
+// The dialog of Beeper's instances. For the dialing options it offers the dial string of the
+// selected settings profile, as soon as it opens and whenever the operator selects another one;
+// deliberately also in place of what an instance has stored there, which nothing dials.
 class BeeperDialog final : public InstanceDialog {
  public:
   // All but the call must outlive the object.
@@ -27,8 +27,7 @@ class BeeperDialog final : public InstanceDialog {
   std::int32_t Profile();
 
   SettingsStore& settings_;
-  // The profile for which the dialing options were shown last; none in a new instance's dialog that
-  // is still to be filled.
+  // The profile whose dial string was offered last.
   std::optional<std::int32_t> shown_profile_;
 };
 

@@ -137,28 +137,30 @@ TEST_F(BeeperDialogTest, OffersThreeProfiles) {
               ElementsAre(Pair(kProfiles, ElementsAre("Primary", "Alternate 1", "Alternate 2"))));
 }
 
-TEST_F(BeeperDialogTest, EditsTheNamedInstanceWithWhatItHasStored) {
+TEST_F(BeeperDialogTest, EditsTheNamedInstanceWithTheDialStringOfItsProfile) {
+  const std::vector<std::string> dial_strings = {"ATDT0", "ATDT1", "ATDT%s,,,,%s#"};
   for (const std::int32_t profile : {0, 1, 2}) {
+    const std::string& dial_string = dial_strings.at(static_cast<std::size_t>(profile));
     files_.files["dir\\night"] = FileOf(profile);
     BeeperDialog dialog = Edit("night");
     dialog.Open();
     EXPECT_EQ(view_.title, "Edit Beeper Instance");
     EXPECT_EQ(view_.texts[kName], "night");
     EXPECT_EQ(view_.texts[kBeeperNumber], "5551234");
-    EXPECT_EQ(view_.texts[kDialingOptions], "stored");
+    EXPECT_EQ(view_.texts[kDialingOptions], dial_string);
     EXPECT_EQ(view_.texts[kTrapCode], "33");
     EXPECT_THAT(view_.selections[kProfiles], Optional(static_cast<std::size_t>(profile)));
     view_.events.clear();
-    ExpectSaved(dialog, FileOf(profile));
+    ExpectSaved(dialog, FileOf(profile, dial_string));
   }
 }
 
-TEST_F(BeeperDialogTest, StaysEmptyButForTheProfileWhenTheInstanceCannotBeLoaded) {
+TEST_F(BeeperDialogTest, StaysEmptyButForTheDialStringWhenTheInstanceCannotBeLoaded) {
   Edit("night").Open();
   EXPECT_EQ(view_.title, "Edit Beeper Instance");
   EXPECT_THAT(view_.events, ElementsAre("message Error loading the instance file"));
   EXPECT_THAT(host_.log, ElementsAre("night", " - Failed to load notification from disk.", "\r"));
-  EXPECT_THAT(view_.texts, IsEmpty());
+  EXPECT_THAT(view_.texts, ElementsAre(Pair(kDialingOptions, "ATDT0")));
   EXPECT_THAT(view_.selections[kProfiles], Optional(0U));
 }
 
@@ -185,14 +187,17 @@ TEST_F(BeeperDialogTest, KeepsWhatIsEnteredWhenTheSameProfileIsSelectedAgain) {
 }
 
 TEST_F(BeeperDialogTest, KeepsAProfileThatItDoesNotOffer) {
+  StoreDialString(kKey + "\\03", "ATDT3");
+  StoreDialString(kKey + "\\10", "ATDT10");
   for (const std::int32_t profile : {3, 5, 10}) {
+    const std::string dial_string = "ATDT" + std::to_string(profile);
     files_.files["dir\\night"] = FileOf(profile);
     view_.events.clear();
     BeeperDialog dialog = Edit("night");
     dialog.Open();
     EXPECT_EQ(view_.selections[kProfiles], std::nullopt);
-    EXPECT_EQ(view_.texts[kDialingOptions], "stored");
-    ExpectSaved(dialog, FileOf(profile));
+    EXPECT_EQ(view_.texts[kDialingOptions], dial_string);
+    ExpectSaved(dialog, FileOf(profile, dial_string));
   }
 }
 
@@ -235,7 +240,7 @@ TEST_F(BeeperDialogTest, SavesPortSettingsApartFromTheInstance) {
   dialog.Open();
   dialog.Press(kPortSettings);
   EXPECT_EQ(settings_.keys[kKey + "\\01"]["Settings_DialString"].data, "ATDP");
-  EXPECT_EQ(view_.texts[kDialingOptions], "stored");
+  EXPECT_EQ(view_.texts[kDialingOptions], "ATDT1");
   dialog.Press(kCancelButton);
   EXPECT_EQ(settings_.keys[kKey + "\\01"]["Settings_DialString"].data, "ATDP");
   EXPECT_EQ(files_.files["dir\\night"], FileOf(1));
