@@ -14,6 +14,7 @@ namespace {
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
+using ::testing::Optional;
 using ::testing::Pair;
 using ::testing::UnorderedElementsAre;
 
@@ -454,6 +455,92 @@ TEST_F(InstanceDialogTest, IsNotModifiedByBeingFilled) {
   dialog.Change(kName);  // what setting a text makes an edit announce
   dialog.Open();
   EXPECT_FALSE(dialog.modified());
+}
+
+// Number fields that are chosen from a list.
+
+constexpr int kColours = 40;
+constexpr int kShapes = 41;
+constexpr std::array<InstanceField, 2> kListFields = {{
+    {.name = "colour", .kind = FieldKind::kInteger, .control = {ControlKind::kList, kColours}},
+    {.name = "shape", .kind = FieldKind::kInteger, .control = {ControlKind::kList, kShapes}},
+}};
+constexpr InstanceLayout kListLayout = {
+    .magic = kLayout.magic, .fields = kListFields, .default_name_id = text_id::kDefaultBeeper};
+constexpr InstanceDialogSpec kListSpec = {.layout = kListLayout, .name_control = kName};
+
+std::string ListFile(std::int32_t colour, std::int32_t shape) {
+  Instance instance(kListFields.size());
+  instance.set_integer(0, colour);
+  instance.set_integer(1, shape);
+  return EncodeInstance(kListLayout, instance);
+}
+
+class ListDialog final : public InstanceDialog {
+ public:
+  ListDialog(FakeDialogView& view, FakeInstanceFiles& files, InstanceDialogCall call)
+      : InstanceDialog(kListSpec, view, files, std::move(call)) {}
+
+  // The lists whose selection changed, and what was selected then.
+  std::vector<std::pair<int, std::optional<std::size_t>>> changes;
+
+ private:
+  void FillLists() override {
+    view().FillList(kColours, {"red", "green", "blue"});
+    view().FillList(kShapes, {"round", "square"});
+  }
+  void SelectionChanged(int list) override {
+    changes.emplace_back(list, view().SelectedItem(list));
+  }
+};
+
+class ListDialogTest : public InstanceDialogTest {
+ protected:
+  std::string SavedFile(ListDialog& dialog) {
+    view_.texts[kName] = "night";
+    PressOk(dialog);
+    return files_.files["dir\\night"];
+  }
+};
+
+TEST_F(ListDialogTest, ShowsTheStoredPositionsAndTellsOfEachListOnce) {
+  files_.files["dir\\night"] = ListFile(2, 1);
+  ListDialog dialog(view_, files_, CallToEdit("night"));
+  dialog.Open();
+  EXPECT_THAT(dialog.changes,
+              ElementsAre(Pair(kColours, Optional(2U)), Pair(kShapes, Optional(1U))));
+  EXPECT_FALSE(dialog.modified());
+  EXPECT_EQ(SavedFile(dialog), ListFile(2, 1));
+}
+
+TEST_F(ListDialogTest, ShowsTheFirstItemsWhereNothingIsLoaded) {
+  ListDialog dialog(view_, files_, CallToAdd());
+  dialog.Open();
+  EXPECT_THAT(dialog.changes,
+              ElementsAre(Pair(kColours, Optional(0U)), Pair(kShapes, Optional(0U))));
+  EXPECT_EQ(SavedFile(dialog), ListFile(0, 0));
+}
+
+TEST_F(ListDialogTest, SavesThePositionThatIsSelected) {
+  files_.files["dir\\night"] = ListFile(2, 1);
+  ListDialog dialog(view_, files_, CallToEdit("night"));
+  dialog.Open();
+  view_.SelectItem(kColours, 1);
+  dialog.Select(kColours);
+  EXPECT_THAT(dialog.changes.back(), Pair(kColours, Optional(1U)));
+  EXPECT_TRUE(dialog.modified());
+  EXPECT_EQ(SavedFile(dialog), ListFile(1, 1));
+}
+
+TEST_F(ListDialogTest, KeepsAPositionThatTheListDoesNotHave) {
+  for (const std::int32_t position : {2, 7, -1}) {
+    files_.files["dir\\night"] = ListFile(1, position);
+    ListDialog dialog(view_, files_, CallToEdit("night"));
+    dialog.Open();
+    EXPECT_THAT(dialog.changes,
+                ElementsAre(Pair(kColours, Optional(1U)), Pair(kShapes, std::nullopt)));
+    EXPECT_EQ(SavedFile(dialog), ListFile(1, position));
+  }
 }
 
 }  // namespace
