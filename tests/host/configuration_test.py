@@ -1,8 +1,12 @@
-"""add and edit, against the stand-in module: what the host passes, and what it makes of the answers."""
+"""add and edit: against the stand-in module, what the host passes and what it makes of the answers;
+against the real one, that operators get their dialogs.
+"""
+
+import subprocess
 
 import pytest
 
-from conftest import windows_path
+from conftest import DIALOG_OPERATOR, MODULE, TIME_LIMIT, WINE, windows_path, write_instance
 
 # The calls of one dialog, in order, but the dialog's own.
 CALLS_BEFORE = ["loaded", "DllGetClassObject", "CreateInstance", "factory released", "Initialize"]
@@ -89,3 +93,53 @@ def test_class_that_is_not_registered(notifyhost):
     outcome = notifyhost("add", "Beeper", ".")
     assert (outcome.exit_code, outcome.output) == (1, "")
     assert outcome.errors.startswith("notifyhost: Beeper is not registered as ")
+
+
+# Controls of LaunchProgram's dialog, and buttons.
+NAME, PROGRAM, DIRECTORY, ARGUMENTS = 218, 219, 222, 220
+OK, CANCEL = 1, 2
+
+
+@pytest.fixture
+def answer_dialog(notifyhost):
+    """Runs a command of the host while an operator answers the dialog with that title."""
+
+    def answer(title, button, texts, *arguments):
+        filled = [str(word) for control, text in texts.items() for word in (control, text)]
+        operator = subprocess.Popen([WINE, DIALOG_OPERATOR, title, str(button), *filled],
+                                    env=notifyhost.environment, stdin=subprocess.DEVNULL,
+                                    stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        outcome = notifyhost("--module", str(MODULE), *arguments)
+        assert operator.wait(TIME_LIMIT) == 0
+        return outcome
+
+    return answer
+
+
+def test_operator_adds_an_instance(answer_dialog, tmp_path):
+    outcome = answer_dialog("Add Launch Program Instance", OK,
+                            {NAME: "Nacht 2", PROGRAM: "C:\\restart.exe", DIRECTORY: "C:\\",
+                             ARGUMENTS: "%n"}, "add", "LaunchProgram", ".")
+    assert (outcome.exit_code, outcome.errors) == (0, "")
+    assert outcome.output == ("Default Program - Failed to load notification from disk.\n"
+                              "Added Nacht 2.\n")
+    expected = write_instance(tmp_path / "expected", b"C:\\restart.exe", b"C:\\", b"%n")
+    assert (tmp_path / "Nacht 2").read_bytes() == expected.read_bytes()
+
+
+def test_operator_renames_an_instance(answer_dialog, tmp_path):
+    old = write_instance(tmp_path / "Nacht", b"C:\\restart.exe", b"C:\\", b"%n")
+    before = old.read_bytes()
+    outcome = answer_dialog("Edit Launch Program Instance", OK, {NAME: "Tag"},
+                            "edit", "LaunchProgram", ".", "Nacht")
+    assert (outcome.exit_code, outcome.output, outcome.errors) == (0, "Saved Tag.\n", "")
+    assert [path.name for path in tmp_path.iterdir()] == ["Tag"]
+    assert (tmp_path / "Tag").read_bytes() == before
+
+
+def test_operator_cancels(answer_dialog, tmp_path):
+    write_instance(tmp_path / "Default", b"C:\\restart.exe", b"C:\\", b"%n")
+    outcome = answer_dialog("Add Launch Program Instance", CANCEL, {NAME: "Nacht"},
+                            "add", "LaunchProgram", ".")
+    assert (outcome.exit_code, outcome.output, outcome.errors) == (1, "Cancelled.\n", "")
+    assert [path.name for path in tmp_path.iterdir()] == ["Default"]

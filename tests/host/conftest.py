@@ -23,6 +23,7 @@ WINE = ROOT / "tools" / "wine"
 HOST = RELEASE / "notifyhost.exe"
 MODULE = RELEASE / "Brantel_Notifications.dll"
 DEMO_PROGRAM = BUILD / "host" / "demo_program" / "demo_program.exe"
+DIALOG_OPERATOR = BUILD / "tests" / "host" / "dialog_operator" / "dialog_operator.exe"
 STAND_IN_MODULE = BUILD / "tests" / "host" / "stand_in_module" / "stand_in_module.dll"
 
 # Seconds within which a run of the host ends, and a program that an alert starts reports: far more

@@ -1,0 +1,48 @@
+// Does what an operator does at a dialog of another program: waits for at most a minute for the
+// dialog with a title, fills its controls in, and presses a button.
+//
+//   dialog_operator TITLE BUTTON [CONTROL TEXT]...
+//
+// Buttons and controls are given by their numbers. Exit codes: 0 done, 1 there is no such dialog or
+// control, 2 wrong usage.
+#include <windows.h>
+
+#include <cstdlib>
+
+namespace {
+
+constexpr DWORD kPollMilliseconds = 10;
+constexpr DWORD kWaitMilliseconds = 60000;
+
+HWND AwaitDialog(const char* title) {
+  for (DWORD waited = 0; waited < kWaitMilliseconds; waited += kPollMilliseconds) {
+    HWND const dialog = FindWindowA("#32770", title);
+    // It is shown when it is filled.
+    if (dialog != nullptr && IsWindowVisible(dialog) != FALSE) return dialog;
+    Sleep(kPollMilliseconds);
+  }
+  return nullptr;
+}
+
+bool SetText(HWND dialog, int control, const char* text) {
+  HWND const window = GetDlgItem(dialog, control);
+  return window != nullptr && SendMessageA(window, WM_SETTEXT, 0, LPARAM(text)) != FALSE;
+}
+
+bool Press(HWND dialog, int button) {
+  HWND const window = GetDlgItem(dialog, button);
+  // Posted, for what the dialog does then may take longer than this program stays.
+  return window != nullptr && PostMessageA(window, BM_CLICK, 0, 0) != FALSE;
+}
+
+}  // namespace
+
+int main(int argument_count, char** arguments) {
+  if (argument_count < 3 || argument_count % 2 == 0) return 2;
+  HWND const dialog = AwaitDialog(arguments[1]);
+  if (dialog == nullptr) return 1;
+  for (int i = 3; i < argument_count; i += 2) {
+    if (!SetText(dialog, std::atoi(arguments[i]), arguments[i + 1])) return 1;
+  }
+  return Press(dialog, std::atoi(arguments[2])) ? 0 : 1;
+}
