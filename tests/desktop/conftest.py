@@ -88,3 +88,11 @@ def sound_instance(wave_file: str, number: bytes) -> bytes:
 def launch_program_instance(program: str, directory: str, arguments: str) -> bytes:
     return (bytes.fromhex("6C7EECEC 188E A24C C56F5334C2BD7945")
             + instance_text(program) + instance_text(directory) + instance_text(arguments))
+
+
+def beeper_instance(number: str, dialing_options: str, up: str, down: str, trap: str,
+                    profile: int) -> bytes:
+    """The file of a Beeper instance without a report message."""
+    texts = (number, dialing_options, up, down, trap, "")
+    return (bytes.fromhex("81F446E5 3D98 7E5A 610BE80BF158F22E")
+            + b"".join(map(instance_text, texts)) + profile.to_bytes(4, "little"))

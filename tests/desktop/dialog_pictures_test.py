@@ -7,20 +7,35 @@ import os
 import pathlib
 import subprocess
 import time
+from dataclasses import dataclass
 from io import BytesIO
 
 import pytest
 from PIL import Image, ImageChops
 
-from conftest import ROOT, TIME_LIMIT, launch_program_instance, sound_instance, windows_path
+from conftest import (ROOT, TIME_LIMIT, beeper_instance, launch_program_instance, sound_instance,
+                      windows_path)
 
 PICTURES = ROOT / "docs" / "pictures"
 
+
+@dataclass
+class Shown:
+    notifier_class: str
+    instance: str
+    content: bytes
+    button: int | None = None  # opens the dialog to show over that of the instance
+
+
+DUTY_PAGER = beeper_instance("5550100", "ATDT%s,,,,%s#", "1", "2", "3", profile=1)
 SHOWN = {
-    "Sound": ("sound_dialog.png", "Siren",
-              sound_instance(r"C:\Sounds\siren.wav", b"\1\0\0\0")),
-    "LaunchProgram": ("launch_program_dialog.png", "Page the duty officer",
-                      launch_program_instance(r"C:\Tools\page.exe", r"C:\Tools", "--duty %n")),
+    "sound_dialog.png": Shown("Sound", "Siren",
+                              sound_instance(r"C:\Sounds\siren.wav", b"\1\0\0\0")),
+    "launch_program_dialog.png": Shown(
+        "LaunchProgram", "Page the duty officer",
+        launch_program_instance(r"C:\Tools\page.exe", r"C:\Tools", "--duty %n")),
+    "beeper_dialog.png": Shown("Beeper", "Duty officer", DUTY_PAGER),
+    "beeper_settings_dialog.png": Shown("Beeper", "Duty officer", DUTY_PAGER, button=228),
 }
 
 
@@ -51,15 +66,20 @@ def save_small(picture: Image.Image, file: pathlib.Path) -> None:
     picture.quantize(min(256, colours(picture)), dither=Image.Dither.NONE).save(file, optimize=True)
 
 
-@pytest.mark.parametrize("notifier_class", SHOWN)
-def test_the_documentation_shows_the_dialog(notifier_class, start_driver, wine_environment, tmp_path):
-    file_name, instance, content = SHOWN[notifier_class]
-    (tmp_path / instance).write_bytes(content)
-    driver = start_driver(notifier_class)
-    word, left, top, width, height = driver("edit", windows_path(tmp_path), instance).split()
+@pytest.mark.parametrize("file_name", SHOWN)
+def test_the_documentation_shows_the_dialog(file_name, start_driver, wine_environment, tmp_path):
+    shown = SHOWN[file_name]
+    (tmp_path / shown.instance).write_bytes(shown.content)
+    driver = start_driver(shown.notifier_class)
+    answer = driver("edit", windows_path(tmp_path), shown.instance)
+    if shown.button is not None:
+        answer = driver("press", shown.button)
+    word, left, top, width, height = answer.split()
     assert word == "shown"
 
     picture = photograph_when_still(f"{width}x{height}+{left}+{top}", wine_environment)
+    if shown.button is not None:
+        assert driver("close") == "closed"
     assert driver("cancel") == "result 80004005"
 
     assert picture.size == (int(width), int(height))

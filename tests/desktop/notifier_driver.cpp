@@ -4,6 +4,8 @@
 //   send PATH             "result CODE" when Send has returned; the path may be empty
 //   add DIRECTORY         "shown LEFT TOP WIDTH HEIGHT" when the dialog has opened
 //   edit DIRECTORY NAME   the same
+//   press BUTTON          the same of the dialog that the button opens over this one
+//   close                 "closed" when that has been cancelled
 //   cancel                "result CODE" when the dialog has closed
 // The end of the input ends the program. Texts are UTF-8.
 #include <windows.h>
@@ -40,6 +42,11 @@ std::string ResultLine(HRESULT result) {
   return std::string("result ") + code.data();
 }
 
+// A screen without a window manager has no active window; the title is to look like one's.
+void LookActive(HWND dialog) {
+  SendMessageA(dialog, WM_NCACTIVATE, TRUE, 0);
+}
+
 std::string ShownLine(HWND dialog) {
   RECT area{};
   GetWindowRect(dialog, &area);
@@ -70,6 +77,8 @@ class NotifierDriver {
     if (words[0] == "edit") {
       return Show({.notifier_class = class_, .directory = argument(1), .edited = argument(2)});
     }
+    if (words[0] == "press") return Press(std::stoi(words.at(1)));
+    if (words[0] == "close") return Close();
     if (words[0] == "cancel") return Cancel();
     throw std::runtime_error("no such command: " + words[0]);
   }
@@ -78,9 +87,21 @@ class NotifierDriver {
   std::string Show(const DialogRequest& request) {
     session_.emplace(module_, request);
     session_->AwaitSight();
-    // A screen without a window manager has no active window; the title is to look like one's.
-    SendMessageA(session_->dialog(), WM_NCACTIVATE, TRUE, 0);
+    LookActive(session_->dialog());
     return ShownLine(session_->dialog());
+  }
+
+  std::string Press(int button) {
+    session_->StartClick(button);
+    HWND opened = session_->AwaitPopup();
+    LookActive(opened);
+    return ShownLine(opened);
+  }
+
+  std::string Close() {
+    session_->ClickInPopup(IDCANCEL);
+    if (session_->popup() != nullptr) throw std::runtime_error("the dialog stays");
+    return "closed";
   }
 
   std::string Cancel() {

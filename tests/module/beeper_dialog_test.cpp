@@ -7,7 +7,10 @@
 #include <iterator>
 #include <stdexcept>
 
+#include "tests/module/beeper_settings_key.h"
 #include "tests/module/dialog_fixture.h"
+#include "tests/module/dialog_looks.h"
+#include "tests/module/help_viewer.h"
 #include "tests/module/registry_tree.h"
 #include "tests/module/utf8_text.h"
 
@@ -19,6 +22,7 @@ using ::testing::IsEmpty;
 
 constexpr int kOk = 1;
 constexpr int kCancel = 2;
+constexpr int kHelp = 9;
 constexpr int kDialingOptions = 219;
 constexpr int kPortSettings = 228;
 constexpr int kProfiles = 251;
@@ -32,84 +36,8 @@ constexpr int k2400Baud = 226;
 constexpr int kCom1 = 227;
 constexpr int kCom4 = 230;
 
-constexpr const wchar_t* kSettingsKey = L"SOFTWARE\\Brantel\\Vantrel\\notification\\Beeper";
-
-// Leaves the machine without settings of the class, as it has to be before.
-class NoSettings {
- public:
-  NoSettings() {
-    if (KeyExists(HKEY_LOCAL_MACHINE, kSettingsKey)) {
-      throw std::runtime_error("this machine has settings of its own");
-    }
-  }
-  NoSettings(const NoSettings&) = delete;
-  NoSettings& operator=(const NoSettings&) = delete;
-  ~NoSettings() {
-    if (KeyExists(HKEY_LOCAL_MACHINE, kSettingsKey)) DeleteTree(HKEY_LOCAL_MACHINE, kSettingsKey);
-  }
-};
-
-DWORD StyleOf(HWND window) {
-  return static_cast<DWORD>(GetWindowLongA(window, GWL_STYLE));
-}
-
-bool IsGroupBox(HWND window) {
-  return WindowClass(window) == "Button" && (StyleOf(window) & BS_TYPEMASK) == BS_GROUPBOX;
-}
-
-// A window's place in the dialog.
-RECT AreaOf(HWND window, HWND dialog) {
-  RECT area{};
-  GetWindowRect(window, &area);
-  MapWindowPoints(nullptr, dialog, reinterpret_cast<POINT*>(&area), 2);
-  return area;
-}
-
-// The controls without the group boxes must be apart, and each wholly inside a group box or wholly
-// outside it.
-void ExpectControlsApart(HWND dialog) {
-  RECT inside{};
-  GetClientRect(dialog, &inside);
-  std::vector<HWND> earlier;
-  for (HWND child : Children(dialog)) {
-    const RECT area = AreaOf(child, dialog);
-    RECT common{};
-    IntersectRect(&common, &area, &inside);
-    EXPECT_TRUE(EqualRect(&common, &area)) << WindowText(child);
-    for (HWND other : earlier) {
-      const RECT other_area = AreaOf(other, dialog);
-      const bool meet = IntersectRect(&common, &area, &other_area) != FALSE;
-      const bool contained = IsGroupBox(other) && EqualRect(&common, &area);
-      EXPECT_TRUE(!meet || contained) << WindowText(other) << " and " << WindowText(child);
-    }
-    earlier.push_back(child);
-  }
-}
-
-// The room that a control's text takes in the dialog's font, on one line.
-LONG WidthOfText(HWND control) {
-  HDC context = GetDC(control);
-  HGDIOBJ before =
-      SelectObject(context, reinterpret_cast<HGDIOBJ>(SendMessageA(control, WM_GETFONT, 0, 0)));
-  RECT area{};
-  DrawTextA(context, WindowText(control).c_str(), -1, &area, DT_CALCRECT | DT_SINGLELINE);
-  SelectObject(context, before);
-  ReleaseDC(control, context);
-  return area.right;
-}
-
-void ExpectTextsWhole(HWND dialog) {
-  for (HWND child : Children(dialog)) {
-    if (WindowClass(child) == "Edit") continue;
-    RECT area{};
-    GetClientRect(child, &area);
-    // A radio button has its circle on the left, a list its arrow on the right.
-    const bool has_picture =
-        WindowClass(child) == "ComboBox" || (StyleOf(child) & BS_TYPEMASK) == BS_AUTORADIOBUTTON;
-    const LONG picture = has_picture ? GetSystemMetrics(SM_CXVSCROLL) + 4 : 0;
-    EXPECT_LE(WidthOfText(child) + picture, area.right) << WindowText(child);
-  }
-}
+// What the system makes of the key F1.
+constexpr UINT kContextHelpKey = 0x4D;
 
 // The numbers of the controls that stand in the group box of this title.
 std::vector<int> ControlsInGroup(HWND dialog, const std::string& title) {
@@ -145,7 +73,7 @@ class BeeperDialogTest : public DialogFixture {
 
   static void StoreSetting(const std::wstring& profile, const wchar_t* name,
                            const std::wstring& text) {
-    SetText(CreateKey(HKEY_LOCAL_MACHINE, kSettingsKey + profile).get(), name, text);
+    SetText(CreateKey(HKEY_LOCAL_MACHINE, kBeeperSettingsKey + profile).get(), name, text);
   }
 
   // The sample instance with another profile.
@@ -165,7 +93,7 @@ class BeeperDialogTest : public DialogFixture {
 
   // The settings of a profile, by name. They are stored without a NUL.
   [[nodiscard]] static std::vector<std::string> StoredSettings(const std::wstring& profile) {
-    const OwnedKey key = OpenKey(HKEY_LOCAL_MACHINE, kSettingsKey + profile);
+    const OwnedKey key = OpenKey(HKEY_LOCAL_MACHINE, kBeeperSettingsKey + profile);
     if (!key) throw std::runtime_error("the profile has no settings");
     std::vector<std::string> settings;
     for (const StoredValue& value : ReadTree(key.get()).values) {
@@ -210,44 +138,13 @@ class BeeperDialogTest : public DialogFixture {
     return checked;
   }
 
-  NoSettings no_settings_;
+  NoBeeperSettings no_settings_;
 };
 
-TEST_F(BeeperDialogTest, HasItsControlsInOrder) {
+TEST_F(BeeperDialogTest, HasItsControlsInTheirGroups) {
   Add();
-  constexpr DWORD kSharedStyle = WS_CHILD | WS_VISIBLE;
-  std::vector<ExpectedControl> controls;
-  for (HWND child : Children(session_->dialog())) {
-    EXPECT_EQ(StyleOf(child) & kSharedStyle, kSharedStyle);
-    // A list's frame and its strings are the system's.
-    const DWORD own =
-        StyleOf(child) & ~(kSharedStyle | WS_GROUP | WS_BORDER | CBS_HASSTRINGS | WS_CLIPSIBLINGS);
-    controls.push_back(
-        {static_cast<SHORT>(GetDlgCtrlID(child)), WindowClass(child), WindowText(child), own});
-  }
-  EXPECT_EQ(controls, expected_.controls);
-}
-
-TEST_F(BeeperDialogTest, KeepsItsControlsApartAndInTheirGroups) {
-  Add();
-  ExpectControlsApart(session_->dialog());
-  ExpectTextsWhole(session_->dialog());
   EXPECT_THAT(ControlsInGroup(session_->dialog(), "Settings:"), ElementsAre(218, 219));
   EXPECT_THAT(ControlsInGroup(session_->dialog(), "Signal Codes:"), ElementsAre(220, 221, 222));
-}
-
-TEST_F(BeeperDialogTest, LeadsTheKeysThroughItsControls) {
-  Add();
-  std::vector<int> stops;
-  do {
-    stops.push_back(session_->Focus());
-    session_->PressKey(VK_TAB);
-  } while (session_->Focus() != stops.front() && stops.size() < 50);
-  EXPECT_THAT(stops, ElementsAre(223, 218, 219, 251, 228, 220, 221, 222, 1, 2, 9));
-  for (const ExpectedEdit& edit : expected_.edits) {
-    session_->PressAltAnd(edit.access_key);
-    EXPECT_EQ(session_->Focus(), edit.control) << edit.access_key;
-  }
 }
 
 TEST_F(BeeperDialogTest, OffersTheProfilesAndTheDialStringOfTheSelectedOne) {
@@ -274,20 +171,6 @@ TEST_F(BeeperDialogTest, SavesWhatWasEnteredWithTheSelectedProfile) {
   session_->Click(kOk);
   ExpectEnd(S_OK, L"night");
   EXPECT_EQ(Stored(L"night"), FileWith(2));
-}
-
-TEST_F(BeeperDialogTest, WantsItsFieldsInOrder) {
-  Add();
-  session_->SetText(kDialingOptions, "");
-  for (const ExpectedEdit& edit : expected_.edits) {
-    session_->Click(kOk);
-    ExpectMessage(edit.missing_message);
-    EXPECT_EQ(session_->Focus(), edit.control);
-    session_->SetText(edit.control, edit.sample);
-  }
-  session_->Click(kOk);
-  ExpectEnd(S_OK, L"night");
-  EXPECT_EQ(Stored(L"night"), FileWith(0));
 }
 
 TEST_F(BeeperDialogTest, ChangesNothingInAnInstanceThatIsOpenedAndSaved) {
@@ -318,7 +201,7 @@ TEST_F(BeeperDialogTest, OpensThePortSettingsOverItself) {
                           "-1 COM Port:", "227 COM &1", "228 COM &2", "229 COM &3", "230 COM &4",
                           "-1 Baud Rate:", "224 300", "225 1200", "226 2400",
                           "-1 &Modem initialization string:", "219 ATE0Q0V1X4",
-                          "-1 &Timeout:", "220 5", "1 OK", "2 Cancel", "9 &Help"));
+                          "-1 &Timeout:", "220 5", "1 OK", "2 Cancel", "9 Help"));
   EXPECT_THAT(CheckedSettings(), ElementsAre(k300Baud, kCom1));
   ExpectControlsApart(settings);
   ExpectTextsWhole(settings);
@@ -343,6 +226,19 @@ TEST_F(BeeperDialogTest, LeadsTheTabKeyThroughThePortSettings) {
   }
   // A group is one stop: at its checked button, or at the first where none is checked.
   EXPECT_THAT(stops, ElementsAre(218, 230, 224, 219, 220, 1, 2, 9));
+}
+
+TEST_F(BeeperDialogTest, ShowsTheHelpOfThePortSettings) {
+  HelpViewer viewer;
+  Add();
+  HWND settings = OpenSettings();
+  const HelpRequest wanted = {"vantrel.hlp", HELP_CONTEXT, 200000};
+  session_->ClickInPopup(kHelp);
+  EXPECT_THAT(viewer.requests(), ElementsAre(wanted));
+  PostMessageA(GetDlgItem(settings, kDialString), kContextHelpKey, 0, 0);
+  session_->Settle();
+  EXPECT_THAT(viewer.requests(), ElementsAre(wanted, wanted));
+  EXPECT_EQ(session_->popup(), settings);
 }
 
 TEST_F(BeeperDialogTest, WritesThePortSettingsOfTheSelectedProfile) {
@@ -388,7 +284,7 @@ TEST_F(BeeperDialogTest, WritesNoPortSettingsOnCancel) {
   OpenSettings();
   EnterSetting(kTimeout, "250");
   session_->ClickInPopup(kCancel);
-  EXPECT_EQ(DumpTree(HKEY_LOCAL_MACHINE, kSettingsKey), "Settings_Timeout = '9'\n");
+  EXPECT_EQ(DumpTree(HKEY_LOCAL_MACHINE, kBeeperSettingsKey), "Settings_Timeout = '9'\n");
 }
 
 }  // namespace

@@ -50,12 +50,13 @@ const ExpectedDialog& ExpectedBeeperDialog() {
                    {222, "Edit", "", kEdit},
                    {1, "Button", "OK", kDefaultButton},
                    {2, "Button", "Cancel", kButton},
-                   {9, "Button", "&Help", kButton}},
+                   {9, "Button", "Help", kButton}},
       .edits = {{223, 'd', kNameMissing, "night"},
                 {218, 'b', "Invalid value - The 'Beeper Number' field must have a value.",
                  "5551234"},
+                // The dial string of the selected profile, whatever is stored.
                 {219, 's', "Invalid value - The 'Dialing Options' field must have a value.",
-                 "ATDP%s"},
+                 "ATDT%s,,,,%s#", "ATDT%s,,,,%s#"},
                 {220, 'u', "Invalid value - The 'Up Code' field must have a value.", "11"},
                 {221, 'e', "Invalid value - The 'Down Code' field must have a value.", "22"},
                 {222, 't', "Invalid value - The 'SNMP Trap Code' field must have a value.", "33"}},
@@ -64,7 +65,8 @@ const ExpectedDialog& ExpectedBeeperDialog() {
       .sample_file = Bytes("\x81\xF4\x46\xE5\x3D\x98\x7E\x5A\x61\x0B\xE8\x0B\xF1\x58\xF2\x2E"
                            "\x08\0\0\0"
                            "5551234\0"
-                           "\x07\0\0\0ATDP%s\0"
+                           "\x0E\0\0\0"
+                           "ATDT%s,,,,%s#\0"
                            "\x03\0\0\0"
                            "11\0"
                            "\x03\0\0\0"

@@ -29,6 +29,7 @@ struct ExpectedEdit {
   char access_key;
   const char* missing_message;  // null where the field may be empty
   const char* sample;
+  const char* unfilled = "";  // what it shows where there is no instance to fill it from
 };
 
 // What an operator knows a dialog by. Written out here once more, like ExpectedClass.

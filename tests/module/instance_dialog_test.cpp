@@ -8,7 +8,9 @@
 
 #include "framework/handle_win32.h"
 #include "tests/module/allocation_ledger.h"
+#include "tests/module/beeper_settings_key.h"
 #include "tests/module/dialog_fixture.h"
+#include "tests/module/dialog_looks.h"
 #include "tests/module/help_viewer.h"
 
 namespace brantel {
@@ -52,15 +54,18 @@ class InstanceDialogTest : public DialogFixture,
                     LogCall{1, L"\r"}));
   }
 
-  void ExpectEmptyEdits() {
+  void ExpectUnfilledEdits() {
     for (const ExpectedEdit& edit : expected_.edits) {
-      EXPECT_EQ(session_->Text(edit.control), "") << edit.control;
+      EXPECT_EQ(session_->Text(edit.control), edit.unfilled) << edit.control;
     }
   }
+
+  NoBeeperSettings no_settings_;
 };
 
 INSTANTIATE_TEST_SUITE_P(Classes, InstanceDialogTest,
-                         Values(ExpectedSoundDialog(), ExpectedLaunchProgramDialog()),
+                         Values(ExpectedBeeperDialog(), ExpectedSoundDialog(),
+                                ExpectedLaunchProgramDialog()),
                          [](const auto& dialog) { return dialog.param.notifier_class.name; });
 
 // How it looks.
@@ -87,12 +92,13 @@ TEST_P(InstanceDialogTest, HasItsControlsInOrder) {
   constexpr DWORD kSharedStyle = WS_CHILD | WS_VISIBLE;
   std::vector<ExpectedControl> controls;
   for (HWND child : Children(session_->dialog())) {
-    const auto style = static_cast<DWORD>(GetWindowLongA(child, GWL_STYLE));
-    EXPECT_EQ(style & kSharedStyle, kSharedStyle);
+    EXPECT_EQ(StyleOf(child) & kSharedStyle, kSharedStyle);
+    DWORD not_compared = kSharedStyle | WS_GROUP | WS_BORDER;
+    // A list's strings and how it is painted are the system's.
+    if (WindowClass(child) == "ComboBox") not_compared |= CBS_HASSTRINGS | WS_CLIPSIBLINGS;
     const auto id = static_cast<SHORT>(GetDlgCtrlID(child));
     // The default button's style moves with the focus; here it is where it begins.
-    controls.push_back({id, WindowClass(child), WindowText(child),
-                        style & ~(kSharedStyle | WS_GROUP | WS_BORDER)});
+    controls.push_back({id, WindowClass(child), WindowText(child), StyleOf(child) & ~not_compared});
   }
   EXPECT_EQ(controls, expected_.controls);
 }
@@ -106,49 +112,10 @@ TEST_P(InstanceDialogTest, IsAFramedWindowWithATitleAndACloseButton) {
   EXPECT_NE(extended & WS_EX_CONTEXTHELP, 0U);
 }
 
-TEST_P(InstanceDialogTest, KeepsItsControlsApartAndInside) {
+TEST_P(InstanceDialogTest, KeepsItsControlsApartAndShowsTheirTextsWhole) {
   Add();
-  RECT inside{};
-  GetClientRect(session_->dialog(), &inside);
-  std::vector<RECT> areas;
-  for (HWND child : Children(session_->dialog())) {
-    RECT area{};
-    GetWindowRect(child, &area);
-    MapWindowPoints(nullptr, session_->dialog(), reinterpret_cast<POINT*>(&area), 2);
-    RECT common{};
-    IntersectRect(&common, &area, &inside);
-    EXPECT_TRUE(EqualRect(&common, &area)) << WindowText(child);
-    for (const RECT& other : areas) {
-      EXPECT_FALSE(IntersectRect(&common, &area, &other)) << WindowText(child);
-    }
-    areas.push_back(area);
-  }
-}
-
-// The room that a text takes in the dialog's font, on one line.
-LONG WidthOf(HWND control) {
-  HDC context = GetDC(control);
-  HGDIOBJ before =
-      SelectObject(context, reinterpret_cast<HGDIOBJ>(SendMessageA(control, WM_GETFONT, 0, 0)));
-  const std::string text = WindowText(control);
-  RECT area{};
-  DrawTextA(context, text.c_str(), -1, &area, DT_CALCRECT | DT_SINGLELINE);
-  SelectObject(context, before);
-  ReleaseDC(control, context);
-  return area.right;
-}
-
-TEST_P(InstanceDialogTest, ShowsItsTextsWhole) {
-  Add();
-  for (HWND child : Children(session_->dialog())) {
-    if (WindowClass(child) == "Edit") continue;
-    if ((GetWindowLongA(child, GWL_STYLE) & BS_TYPEMASK) == BS_OWNERDRAW) continue;
-    RECT area{};
-    GetClientRect(child, &area);
-    // A check box has its box on the left.
-    const LONG box = GetDlgCtrlID(child) == 213 ? GetSystemMetrics(SM_CXMENUCHECK) + 4 : 0;
-    EXPECT_LE(WidthOf(child) + box, area.right) << WindowText(child);
-  }
+  ExpectControlsApart(session_->dialog());
+  ExpectTextsWhole(session_->dialog());
 }
 
 TEST_P(InstanceDialogTest, LeadsTheTabKeyThroughItsControlsInOrder) {
@@ -199,7 +166,7 @@ TEST_P(InstanceDialogTest, OpensEmptyAndOnlyLogsWhereThereIsNoDefault) {
   Add();
   EXPECT_EQ(WindowText(session_->dialog()), expected_.add_title);
   EXPECT_EQ(session_->popup(), nullptr);
-  ExpectEmptyEdits();
+  ExpectUnfilledEdits();
   ExpectFailedLoad(expected_.default_name);
 }
 
@@ -217,7 +184,7 @@ TEST_P(InstanceDialogTest, TellsAndLogsWhenTheInstanceIsMissing) {
   Edit(L"night");
   ExpectMessage("Error loading the instance file");
   EXPECT_EQ(WindowText(session_->dialog()), expected_.failed_edit_title);
-  ExpectEmptyEdits();
+  ExpectUnfilledEdits();
   ExpectFailedLoad(L"night");
 }
 
@@ -227,7 +194,7 @@ TEST_P(InstanceDialogTest, TellsAndLogsWhenTheInstanceIsAnotherClasss) {
   ASSERT_TRUE(std::filesystem::exists(scratch_.Write(L"night", file)));
   Edit(L"night");
   ExpectMessage("Error loading the instance file");
-  ExpectEmptyEdits();
+  ExpectUnfilledEdits();
   ExpectFailedLoad(L"night");
 }
 
@@ -295,7 +262,9 @@ TEST_P(InstanceDialogTest, RefusesDefaultForANameOnlyWhereThereIsOne) {
 
 TEST_P(InstanceDialogTest, WantsItsFieldsInOrder) {
   Add();
-  session_->SetText(NameControl(), "night");
+  for (const ExpectedEdit& edit : expected_.edits) {
+    session_->SetText(edit.control, edit.control == NameControl() ? "night" : "");
+  }
   for (const ExpectedEdit& edit : expected_.edits) {
     if (edit.control == NameControl() || edit.missing_message == nullptr) continue;
     session_->Click(kOk);
