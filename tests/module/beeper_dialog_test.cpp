@@ -17,6 +17,7 @@
 namespace brantel {
 namespace {
 
+using namespace std::string_literals;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
@@ -130,6 +131,10 @@ class BeeperDialogTest : public DialogFixture {
     SendMessageA(GetDlgItem(session_->popup(), control), WM_SETTEXT, 0,
                  reinterpret_cast<LPARAM>(text.c_str()));
   }
+  void PressKeyInSettings(WORD key) {
+    PostMessageA(GetDlgItem(session_->popup(), kTimeout), WM_KEYDOWN, key, 1);
+    session_->Settle();
+  }
   [[nodiscard]] std::vector<int> CheckedSettings() const {
     std::vector<int> checked;
     for (int button = k300Baud; button <= kCom4; ++button) {
@@ -186,6 +191,21 @@ TEST_F(BeeperDialogTest, ChangesNothingInAnInstanceThatIsOpenedAndSaved) {
     ExpectEnd(S_OK, L"night");
     EXPECT_EQ(Stored(L"night"), FileWith(profile));
   }
+}
+
+TEST_F(BeeperDialogTest, OffersTheProfilesDialStringInPlaceOfTheStoredDialingOptions) {
+  const std::string stored = "\x07"s + std::string(3, '\0') + "ATDP%s"s + '\0';
+  const std::string shown = "\x0E"s + std::string(3, '\0') + "ATDT%s,,,,%s#"s + '\0';
+  std::string file = FileWith(0);
+  file.replace(file.find(shown), shown.size(), stored);
+  Store(L"night", file);
+  Edit(L"night");
+  EXPECT_EQ(session_->Text(kDialingOptions), "ATDT%s,,,,%s#");
+  session_->Click(kCancel);
+  EXPECT_EQ(Stored(L"night"), file);
+  Edit(L"night");
+  session_->Click(kOk);
+  EXPECT_EQ(Stored(L"night"), FileWith(0));
 }
 
 // The port settings.
@@ -276,6 +296,22 @@ TEST_F(BeeperDialogTest, KeepsPortSettingsForWhichItHasNoButton) {
               ElementsAre("Settings_Baud = 9600", "Settings_COMPort = COM7",
                           "Settings_DialString = ATDT%s,,,,%s#",
                           "Settings_ModemString = ATE0Q0V1X4", "Settings_Timeout = 5"));
+}
+
+TEST_F(BeeperDialogTest, TakesEnterForOkAndEscapeForCancelInThePortSettings) {
+  Add();
+  OpenSettings();
+  EnterSetting(kTimeout, "250");
+  PressKeyInSettings(VK_ESCAPE);
+  EXPECT_EQ(session_->popup(), nullptr);
+  OpenSettings();
+  EXPECT_EQ(SettingsText(kTimeout), "5");
+  EnterSetting(kTimeout, "250");
+  PressKeyInSettings(VK_RETURN);
+  EXPECT_EQ(session_->popup(), nullptr);
+  OpenSettings();
+  EXPECT_EQ(SettingsText(kTimeout), "250");
+  EXPECT_NE(session_->dialog(), nullptr);
 }
 
 TEST_F(BeeperDialogTest, WritesNoPortSettingsOnCancel) {
