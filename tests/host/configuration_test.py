@@ -127,6 +127,21 @@ def test_operator_adds_an_instance(answer_dialog, tmp_path):
     assert (tmp_path / "Nacht 2").read_bytes() == expected.read_bytes()
 
 
+def test_operator_adds_a_beeper(answer_dialog, tmp_path):
+    number, up_code, down_code, trap_code = 218, 220, 221, 222
+    outcome = answer_dialog("Add Beeper  Instance", OK,
+                            {223: "Nacht", number: "5550100", up_code: "1", down_code: "2",
+                             trap_code: "3"}, "add", "Beeper", ".")
+    assert (outcome.exit_code, outcome.errors) == (0, "")
+    assert outcome.output == ("Default Beeper - Failed to load notification from disk.\n"
+                              "Added Nacht.\n")
+    assert (tmp_path / "Nacht").read_bytes() == (
+        bytes.fromhex("81F446E5 3D98 7E5A 610BE80BF158F22E")
+        + b"\x08\0\0\0" b"5550100\0" b"\x0E\0\0\0" b"ATDT%s,,,,%s#\0"
+        + b"\x02\0\0\0" b"1\0" b"\x02\0\0\0" b"2\0" b"\x02\0\0\0" b"3\0"
+        + b"\x01\0\0\0" b"\0" b"\0\0\0\0")
+
+
 def test_operator_renames_an_instance(answer_dialog, tmp_path):
     old = write_instance(tmp_path / "Nacht", b"C:\\restart.exe", b"C:\\", b"%n")
     before = old.read_bytes()
