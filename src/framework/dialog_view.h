@@ -62,8 +62,8 @@ class DialogView {
   virtual void ShowMessage(const std::string& text, const std::string& caption,
                            MessageIcon icon) = 0;
 
-  // The help file at this context number.
-  virtual void ShowHelp(unsigned context) = 0;
+  // The help file at this context number, or at its contents.
+  virtual void ShowHelp(std::optional<unsigned> context) = 0;
 
   // Lets the operator choose an existing file, beginning with `current`. Nothing when the operator
   // gives up or `current` can be no file name.

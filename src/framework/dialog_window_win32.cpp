@@ -151,8 +151,8 @@ void DialogWindow::ShowMessage(const std::string& text, const std::string& capti
   MessageBoxA(window_, text.c_str(), caption.c_str(), MB_OK | icon_flag);
 }
 
-void DialogWindow::ShowHelp(unsigned context) {
-  WinHelpA(window_, kHelpFile, HELP_CONTEXT, context);
+void DialogWindow::ShowHelp(std::optional<unsigned> context) {
+  WinHelpA(window_, kHelpFile, context ? HELP_CONTEXT : HELP_CONTENTS, context.value_or(0));
 }
 
 std::optional<std::string> DialogWindow::ChooseFile(const FileKind& kind,

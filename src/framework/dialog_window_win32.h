@@ -26,7 +26,7 @@ class DialogWindow final : public DialogView {
   void SelectItem(int control, std::size_t position) override;
   void MoveFocus(int control) override;
   void ShowMessage(const std::string& text, const std::string& caption, MessageIcon icon) override;
-  void ShowHelp(unsigned context) override;
+  void ShowHelp(std::optional<unsigned> context) override;
   std::optional<std::string> ChooseFile(const FileKind& kind, const std::string& current) override;
   std::optional<std::string> ChooseDirectory(const std::string& title) override;
   void ShowDialog(const DialogMaker& make) override;

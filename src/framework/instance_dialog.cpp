@@ -49,6 +49,10 @@ void InstanceDialog::Open() {
 
 void InstanceDialog::OpenNew() {
   SetTitle(spec_.add_title_id);
+  if (spec_.prefilled) Prefill();
+}
+
+void InstanceDialog::Prefill() {
   if (const auto loaded = directory_.Load(kDefaultInstanceName)) {
     instance_ = *loaded;
     Show();
@@ -79,7 +83,7 @@ void InstanceDialog::LimitTyping() {
   view_.LimitTyping(spec_.name_control, kLongestName);
   for (const InstanceField& field : spec_.layout.fields) {
     if (field.control.kind == ControlKind::kEdit) {
-      view_.LimitTyping(field.control.id, LongestText(spec_.layout));
+      view_.LimitTyping(field.control.id, LongestEntry(field.control));
     }
   }
 }
@@ -112,7 +116,7 @@ void InstanceDialog::Press(int control) {
     Accept();
   } else if (control == kCancelButton) {
     view_.Close();
-  } else if (control == kHelpButton) {
+  } else if (control == spec_.help_button) {
     Help();
   } else {
     Change(control);
@@ -147,7 +151,7 @@ void InstanceDialog::Accept() {
   const bool taken_after_fields = spec_.name_taken_check == NameTakenCheck::kAfterFields;
   if (!RequireName(name)) return;
   if (!taken_after_fields && !RequireFreeName(name)) return;
-  if (!RequireFields()) return;
+  if (!RequireFields() || !RequireValidFields()) return;
   if (taken_after_fields && !RequireFreeName(name)) return;
 
   Collect();
@@ -172,13 +176,13 @@ bool InstanceDialog::RequireFreeName(const std::string& name) {
 }
 
 bool InstanceDialog::RequireFields() {
-  const auto lacks = [&](const InstanceField& field) {
-    return field.control.missing_text_id != 0 && FieldText(field).empty();
-  };
-  const auto lacking = std::ranges::find_if(spec_.layout.fields, lacks);
-  if (lacking == spec_.layout.fields.end()) return true;
-  Refuse(lacking->control.missing_text_id, "", lacking->control.id);
-  return false;
+  for (std::size_t i = 0; i < spec_.layout.fields.size(); ++i) {
+    const DialogControl& control = spec_.layout.fields[i].control;
+    if (control.missing_text_id == 0 || !FieldText(i).empty()) continue;
+    Refuse(control.missing_text_id, "", control.id);
+    return false;
+  }
+  return true;
 }
 
 // A name that leads out of the directory is nobody's in it; such a name fails when saving.
@@ -195,8 +199,13 @@ void InstanceDialog::Refuse(unsigned text_id, const std::string& caption, int fo
   view_.MoveFocus(focus);
 }
 
-std::string InstanceDialog::FieldText(const InstanceField& field) {
-  return view_.Text(field.control.id, LongestText(spec_.layout));
+std::string InstanceDialog::FieldText(std::size_t field) {
+  const DialogControl& control = spec_.layout.fields[field].control;
+  return view_.Text(control.id, LongestEntry(control));
+}
+
+std::size_t InstanceDialog::LongestEntry(const DialogControl& control) const {
+  return std::min(control.longest, LongestText(spec_.layout));
 }
 
 void InstanceDialog::Collect() {
@@ -215,9 +224,9 @@ void InstanceDialog::CollectField(std::size_t index) {
     if (position) instance_.set_integer(index, static_cast<std::int32_t>(*position));
   } else if (field.control.kind == ControlKind::kEdit) {
     if (field.kind == FieldKind::kInteger) {
-      instance_.set_integer(index, ToNumber(FieldText(field)));
+      instance_.set_integer(index, ToNumber(FieldText(index)));
     } else {
-      instance_.set_text(index, FieldText(field));
+      instance_.set_text(index, FieldText(index));
     }
   }
 }

@@ -32,7 +32,11 @@ struct InstanceDialogSpec {
   NameTakenCheck name_taken_check = NameTakenCheck::kBeforeFields;
   // Whether the dialog has its title when the instance to edit cannot be loaded.
   bool titled_after_failed_load = true;
-  unsigned help_context = 0;
+  // Whether a new instance begins as the one that is named "Default".
+  bool prefilled = true;
+  int help_button = kHelpButton;
+  // None: the help file opens at its contents.
+  std::optional<unsigned> help_context{};
   std::span<const BitmapButton> bitmap_buttons{};
 };
 
@@ -85,6 +89,16 @@ class InstanceDialog : public Dialog {
   // Another item is selected in a list. Called once for each list when the dialog opens, too.
   virtual void SelectionChanged(int /*list*/) {}
 
+  // What the class requires of its fields beyond that they are there. Tells the operator when that
+  // is not so.
+  virtual bool RequireValidFields() { return true; }
+
+  // What was entered in a field's edit.
+  std::string FieldText(std::size_t field);
+
+  // Tells why OK cannot be followed, and puts the focus where that can be mended.
+  void Refuse(unsigned text_id, const std::string& caption, int focus);
+
   // One of the class's own buttons was pressed.
   virtual void PressOwnButton(int /*control*/) {}
 
@@ -93,6 +107,7 @@ class InstanceDialog : public Dialog {
 
  private:
   void OpenNew();
+  void Prefill();
   void OpenEdited(const InstanceArgument& edited);
   void SetTitle(unsigned id);
   void LimitTyping();
@@ -106,9 +121,7 @@ class InstanceDialog : public Dialog {
   bool RequireFields();
   [[nodiscard]] bool IsTaken(const std::string& name) const;
   [[nodiscard]] bool IsEditedName(const std::string& name) const;
-  // Tells why OK cannot be followed, and puts the focus where that can be mended.
-  void Refuse(unsigned text_id, const std::string& caption, int focus);
-  std::string FieldText(const InstanceField& field);
+  [[nodiscard]] std::size_t LongestEntry(const DialogControl& control) const;
   void Collect();
   void CollectField(std::size_t index);
   bool Save(const std::string& name);

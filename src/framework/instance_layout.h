@@ -82,6 +82,8 @@ struct DialogControl {
   ControlKind kind = ControlKind::kNone;
   int id = 0;
   unsigned missing_text_id = 0;  // the message when the field is empty; 0: it may be empty
+  // How many bytes can be entered in an edit, if that is less than can be stored.
+  std::size_t longest = std::numeric_limits<std::size_t>::max();
 };
 
 // One field of a class's instances: how it is stored, posted and edited. A layout lists the fields

@@ -15,7 +15,7 @@ constexpr std::array<InstanceField, 5> kFields = {{
          FormInput::kSingleLine, "gateway",
          "<TR><TD>Mail Gateway (IP):</TD><TD><input type=text size=17 maxlength=29 "
          "name=gateway value=\"%s\"></TD></TR>\r\n"),
-     .control = {ControlKind::kEdit, 202}},
+     .control = {.kind = ControlKind::kEdit, .id = 202, .longest = 512}},
     {.name = "to",
      .form =
          SameRowOnBothPages(FormInput::kSingleLine, "to",

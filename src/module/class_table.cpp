@@ -17,7 +17,9 @@
 #include "local/sound_player_win32.h"
 #include "mail/mail_environment_win32.h"
 #include "mail/mail_socket_win32.h"
+#include "mail/name_resolver_win32.h"
 #include "mail/smtp_mail.h"
+#include "mail/smtp_mail_dialog.h"
 #include "mail/smtp_mail_layout.h"
 #include "modem/beeper.h"
 #include "modem/beeper_dialog.h"
@@ -37,6 +39,7 @@ constinit WinSock sockets_library;
 constinit SystemMachineName machine_name;
 constinit SystemMailEnvironment mail_environment;
 constinit SystemMailNetwork mail_network;
+constinit SystemNameResolver name_resolver(sockets_library);
 constinit SystemProcessStarter process_starter;
 constinit SystemRecorder recorder_system;
 constinit SystemSoundPlayer sound_player;
@@ -86,11 +89,15 @@ std::unique_ptr<Notifier> MakeSMTPMail() {
       SmtpSurroundings{mail_network, mail_environment, machine_name, smtp_state});
 }
 
+std::unique_ptr<InstanceDialog> MakeSMTPMailDialog(DialogView& view, InstanceDialogCall call) {
+  return std::make_unique<SmtpMailDialog>(view, instance_files, std::move(call), mail_network,
+                                          name_resolver);
+}
+
 constexpr auto MakeWinPopup = MakeUnbuilt;
 constexpr auto MakePager = MakeUnbuilt;
 constexpr auto MakeVoice = MakeUnbuilt;
 
-constexpr auto MakeSMTPMailDialog = nullptr;
 constexpr auto MakeWinPopupDialog = nullptr;
 constexpr auto MakePagerDialog = nullptr;
 constexpr auto MakeVoiceDialog = nullptr;

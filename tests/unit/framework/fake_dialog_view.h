@@ -26,8 +26,8 @@ class FakeDialogView final : public DialogView {
   // What the operator does in a dialog that was shown over this one and has opened.
   std::function<void(Dialog&, FakeDialogView&)> in_shown_dialog = [](Dialog&, FakeDialogView&) {};
   // What an operator notices, in order: "message TEXT", "message TEXT [CAPTION]", "error TEXT",
-  // "focus CONTROL", "help CONTEXT", "choose file LABEL PATTERN from CURRENT", "choose directory
-  // TITLE", "close".
+  // "focus CONTROL", "help CONTEXT", "help contents", "choose file LABEL PATTERN from CURRENT",
+  // "choose directory TITLE", "close".
   std::vector<std::string> events;
 
   void SetTitle(const std::string& new_title) override { title = new_title; }
@@ -57,7 +57,9 @@ class FakeDialogView final : public DialogView {
                      (caption.empty() ? "" : " [" + caption + "]"));
   }
 
-  void ShowHelp(unsigned context) override { events.push_back("help " + std::to_string(context)); }
+  void ShowHelp(std::optional<unsigned> context) override {
+    events.push_back("help " + (context ? std::to_string(*context) : "contents"));
+  }
 
   std::optional<std::string> ChooseFile(const FileKind& kind, const std::string& current) override {
     events.push_back("choose file " + std::to_string(kind.label_id) + " " +

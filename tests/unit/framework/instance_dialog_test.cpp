@@ -431,6 +431,73 @@ TEST_F(InstanceDialogTest, ShowsHelpForTheButtonAndForTheContext) {
   EXPECT_THAT(view_.events, ElementsAre("help 4711", "help 4711"));
 }
 
+TEST_F(InstanceDialogTest, ShowsTheContentsOfTheHelpWhereItHasNoPageOfItsOwn) {
+  InstanceDialogSpec spec = kSpec;
+  spec.help_context.reset();
+  InstanceDialog dialog(spec, view_, files_, CallToAdd());
+  dialog.Press(kHelpButton);
+  EXPECT_THAT(view_.events, ElementsAre("help contents"));
+}
+
+TEST_F(InstanceDialogTest, MayHaveAnotherHelpButton) {
+  InstanceDialogSpec spec = kSpec;
+  spec.help_button = kOwnButton;
+  InstanceDialog dialog(spec, view_, files_, CallToAdd());
+  dialog.Press(kHelpButton);
+  EXPECT_THAT(view_.events, IsEmpty());
+  dialog.Press(kOwnButton);
+  EXPECT_THAT(view_.events, ElementsAre("help 4711"));
+}
+
+TEST_F(InstanceDialogTest, MayLetNewInstancesBeginEmpty) {
+  files_.files["dir\\Default"] = FileOf({});
+  InstanceDialogSpec spec = kSpec;
+  spec.prefilled = false;
+  InstanceDialog dialog(spec, view_, files_, CallToAdd());
+  dialog.Open();
+  EXPECT_EQ(view_.title, "Add Pager Instance");
+  EXPECT_THAT(view_.texts, IsEmpty());
+  EXPECT_THAT(files_.calls, IsEmpty());
+  EXPECT_THAT(host_.log, IsEmpty());
+}
+
+TEST_F(InstanceDialogTest, AsksWhatTheClassRequiresWhenNothingIsMissingAndBeforeItSaves) {
+  class Demanding final : public InstanceDialog {
+   public:
+    using InstanceDialog::InstanceDialog;
+
+   private:
+    bool RequireValidFields() override {
+      if (FieldText(4) == "valid") return true;
+      Refuse(text_id::kDirectoryInvalid, "caption", kSecond);
+      return false;
+    }
+  };
+  Demanding dialog(kSpec, view_, files_, CallToAdd());
+  Enter("night", "one", "");
+  EXPECT_THAT(PressOk(dialog), ElementsAre(kSecondMissing, "focus 24"));
+  Enter("night", "one", "two");
+  EXPECT_THAT(PressOk(dialog), ElementsAre("message Directory is invalid [caption]", "focus 24"));
+  EXPECT_THAT(files_.files, IsEmpty());
+  Enter("night", "one", "valid");
+  EXPECT_THAT(PressOk(dialog), ElementsAre("close"));
+}
+
+TEST_F(InstanceDialogTest, TakesNoMoreThanAFieldsOwnLimit) {
+  std::array<InstanceField, 5> fields = kFields;
+  fields[0].control.longest = 10;
+  InstanceLayout layout = kLayout;
+  layout.fields = fields;
+  InstanceDialogSpec spec = {.layout = layout, .name_control = kName};
+  InstanceDialog dialog(spec, view_, files_, CallToAdd());
+  dialog.Open();
+  EXPECT_EQ(view_.limits[kFirst], 10U);
+  EXPECT_EQ(view_.limits[kSecond], 1022U);
+  Enter("night", "0123456789X", "two");
+  PressOk(dialog);
+  EXPECT_EQ(files_.files["dir\\night"], FileOf({.first = "0123456789"}));
+}
+
 TEST_F(InstanceDialogTest, IsModifiedByTheControlsThatItFills) {
   for (const int control : {kName, kFirst, kNumber, kSecond}) {
     InstanceDialog dialog(kSpec, view_, files_, CallToAdd());
