@@ -17,10 +17,11 @@ constexpr std::array<std::string_view, 12> kMonths = {"Jan", "Feb", "Mar", "Apr"
 }  // namespace
 
 std::string ZoneText(const TimeZone& zone) {
-  const std::int32_t west = zone.bias + (zone.is_daylight_time ? zone.daylight_bias : 0);
-  const auto distance = static_cast<std::uint32_t>(std::abs(west));
-  const std::uint32_t hours = distance / 60;
-  const std::uint32_t minutes = distance % 60;
+  // Whatever numbers the system holds, their sum has room here.
+  const std::int64_t west =
+      std::int64_t{zone.bias} + (zone.is_daylight_time ? zone.daylight_bias : 0);
+  const auto hours = static_cast<std::uint32_t>(std::abs(west) / 60);
+  const auto minutes = static_cast<std::uint32_t>(std::abs(west) % 60);
   const std::string_view sign = west > 0 ? "-" : "+";
   if (minutes == 0) return FormatText("%s%02d00", {sign, hours});
   return FormatText("%s%02d%d", {sign, hours, minutes});

@@ -20,8 +20,12 @@ std::string_view FirstLineOf(std::string_view text) {
   return text.substr(0, line_feed == std::string_view::npos ? line_feed : line_feed + 1);
 }
 
+std::string_view UpToNul(std::string_view text) {
+  return text.substr(0, text.find('\0'));
+}
+
 std::string WithoutLineEnd(std::string_view line) {
-  line = line.substr(0, line.find('\0'));
+  line = UpToNul(line);
   return std::string(line.substr(0, line.find_last_not_of("\r\n ") + 1));
 }
 
@@ -78,7 +82,7 @@ std::string SmtpConnection::ReadReplyLine() {
     const std::string_view bytes(buffer.data(), static_cast<std::size_t>(received.count));
     const std::string_view end_of_line = FirstLineOf(bytes);
     line += end_of_line;
-    carry_over_ = bytes.substr(end_of_line.size());
+    carry_over_ = UpToNul(bytes.substr(end_of_line.size()));
   }
   return WithoutLineEnd(line);
 }

@@ -6,7 +6,6 @@
 #include <cstdlib>
 #include <exception>
 #include <iostream>
-#include <string_view>
 
 #include "framework/bstr_win32.h"
 #include "tests/module/expected_classes.h"
@@ -23,13 +22,6 @@ std::wstring ToWide(const char* text) {
   MultiByteToWideChar(CP_ACP, 0, text, -1, wide.data(), length);
   wide.pop_back();
   return wide;
-}
-
-const ExpectedClass& SmtpMailClass() {
-  for (const ExpectedClass& expected : kExpectedClasses) {
-    if (std::string_view(expected.name) == "SMTPMail") return expected;
-  }
-  throw std::runtime_error("there is no class SMTPMail");
 }
 
 class Series {
@@ -51,7 +43,7 @@ class Series {
  private:
   LoadedModule module_;
   RecordingHost host_;
-  ComPointer<INotifier> notifier_ = module_.CreateNotifier(SmtpMailClass());
+  ComPointer<INotifier> notifier_ = module_.CreateNotifier(kSMTPMail);
   Bstr instance_;
 };
 

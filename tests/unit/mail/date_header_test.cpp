@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <string>
 #include <string_view>
 
@@ -120,6 +121,12 @@ TEST(ZoneText, AddsTheDaylightBiasWhileItIsOn) {
             "+0030");
   EXPECT_EQ(ZoneText(TimeZone{.bias = 60, .daylight_bias = -60, .is_daylight_time = true}),
             "+0000");
+}
+
+TEST(ZoneText, TakesAnyNumbers) {
+  constexpr std::int32_t kLeast = std::numeric_limits<std::int32_t>::min();
+  EXPECT_EQ(ZoneText(TimeZone{.bias = kLeast, .daylight_bias = kLeast, .is_daylight_time = true}),
+            "+7158278816");
 }
 
 TEST(ZoneText, IsThatOfTheVariableOnlyWhereTheSystemCannotTell) {

@@ -1,8 +1,9 @@
 // Replays the dialogues of dialogues/mail. Lines of such a file, before "run":
 //
 //   to | from | subject | message TEXT      the message; what is not said stays as kMessage has it
-//   gateway TEXT                            192.0.2.25 is an address, and so is 0.0.0.0; nothing
-//   else timeout MS                              10000 if not said code-page N 1252 if not said
+//   gateway TEXT                            192.0.2.25 is an address, nothing else is
+//   timeout MS                              10000 if not said
+//   code-page N                             1252 if not said
 //   time-zone BIAS | time-zone fails        0 if not said
 //   TZ TEXT                                 the environment variable, else not set
 //   host-name TEXT                          already known; watch.example.org if not said
