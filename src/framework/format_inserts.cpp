@@ -28,7 +28,7 @@ std::string ToText(const Insert& insert, std::span<const FormatArgument> argumen
   const FormatArgument& argument = arguments[insert.number - 1];
   const auto* const whole = std::get_if<std::string_view>(&argument);
   if (whole != nullptr && insert.directive == "s") return std::string(*whole);
-  return FormatText("%" + std::string(insert.directive), {argument});
+  return FormatText(std::string("%").append(insert.directive), {argument});
 }
 
 }  // namespace
