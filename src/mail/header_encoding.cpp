@@ -48,92 +48,46 @@ std::string ToLabelledJapanese(std::string_view text, int room) {
   }
 }
 
-// Bytes that stand for themselves in an encoded-word here. Of those that RFC 2047 allows, the blank
-// is none: it becomes an underscore.
-constexpr std::array<bool, 256> MakeLiteralTable() {
-  std::array<bool, 256> literal{};
+// What stands for each byte in an encoded-word; NUL where that is its hexadecimal form. Of the
+// bytes that RFC 2047 allows, all but the blank stand for themselves.
+constexpr char kHexadecimal = '\0';
+constexpr std::array<char, 256> MakeLiterals() {
+  std::array<char, 256> literals{};
   for (const char c : std::string_view("!#$%&'*+-\\^`{|}~"
                                        "0123456789"
                                        "ABCDEFGHIJKLMNOPQRSTUVWXYZ"
                                        "abcdefghijklmnopqrstuvwxyz")) {
-    literal.at(static_cast<std::uint8_t>(c)) = true;
+    literals.at(static_cast<std::uint8_t>(c)) = c;
   }
-  return literal;
+  literals.at(' ') = '_';
+  return literals;
 }
-constexpr std::array<bool, 256> kIsLiteral = MakeLiteralTable();
+constexpr std::array<char, 256> kLiterals = MakeLiterals();
 
-void AppendHexadecimal(std::string& destination, char c) {
-  constexpr std::string_view kDigits = "0123456789ABCDEF";
-  const auto byte = static_cast<std::uint8_t>(c);
-  destination += {'=', kDigits[byte >> 4U], kDigits[byte & 0xFU]};
-}
+constexpr int kLongestEncodedText = 55;
 
-// One encoded-word in the making.
-class QEncoder {
+// The text of an encoded-word in the making.
+class EncodedText {
  public:
-  QEncoder(std::string_view text, std::string& destination, int room)
-      : text_(text),
-        end_of_encoding_(text.size() - BehindLast(text, NeedsEncoding).size()),
-        last_escape_(text.rfind(kEscape)),
-        destination_(destination),
-        longest_(std::min(room - 2, 55)),
-        longest_for_hexadecimal_(std::min(room - 5, 52)) {}
+  void Append(char c) { characters_.at(size_++) = c; }
 
-  std::size_t Encode() {
-    while (written_ < longest_ && position_ < end_of_encoding_ && EncodeNext()) {
-    }
-    return position_;
+  void AppendHexadecimal(char c) {
+    constexpr std::string_view kDigits = "0123456789ABCDEF";
+    const auto byte = static_cast<std::uint8_t>(c);
+    Append('=');
+    Append(kDigits[byte >> 4U]);
+    Append(kDigits[byte & 0xFU]);
   }
+
+  [[nodiscard]] int size() const { return static_cast<int>(size_); }
+  [[nodiscard]] std::string_view view() const { return {characters_.data(), size_}; }
 
  private:
-  // False when encoding ends here.
-  bool EncodeNext() {
-    const char c = text_[position_];
-    if (IsClosingEscape()) {
-      AppendClosingEscape();
-      return false;
-    }
-    if (c == '\r' || c == '\n') return false;
-    if (c == ' ') {
-      AppendCharacter('_');
-    } else if (kIsLiteral.at(static_cast<std::uint8_t>(c))) {
-      AppendCharacter(c);
-    } else {
-      if (written_ > longest_for_hexadecimal_) return false;
-      AppendHexadecimal(destination_, c);
-      written_ += 3;
-    }
-    ++position_;
-    return true;
-  }
+  // The closing sequence of Japanese text can come behind all but one of the others.
+  static constexpr std::size_t kClosingSequence = std::string_view("=1B=28B").size();
 
-  void AppendCharacter(char c) {
-    destination_ += c;
-    ++written_;
-  }
-
-  // The last escape of the text is its closing sequence of three bytes, if there are three.
-  [[nodiscard]] bool IsClosingEscape() const {
-    return position_ == last_escape_ && text_.size() - position_ >= kEscapeSequenceLength;
-  }
-
-  void AppendClosingEscape() {
-    AppendHexadecimal(destination_, text_[position_]);
-    AppendHexadecimal(destination_, text_[position_ + 1]);
-    destination_ += 'B';
-    position_ += kEscapeSequenceLength;
-  }
-
-  static constexpr std::size_t kEscapeSequenceLength = 3;
-
-  std::string_view text_;
-  std::size_t position_ = 0;
-  std::size_t end_of_encoding_;
-  std::size_t last_escape_;
-  std::string& destination_;
-  int written_ = 0;
-  int longest_;
-  int longest_for_hexadecimal_;
+  std::array<char, kLongestEncodedText - 1 + kClosingSequence> characters_{};
+  std::size_t size_ = 0;
 };
 
 }  // namespace
@@ -143,7 +97,33 @@ bool HasHighBytes(std::string_view text) {
 }
 
 std::size_t QEncode(std::string_view text, std::string& destination, int room) {
-  return QEncoder(text, destination, room).Encode();
+  constexpr std::size_t kEscapeSequence = 3;
+  const int longest = std::min(room - 2, kLongestEncodedText);
+  const std::size_t end = text.size() - BehindLast(text, NeedsEncoding).size();
+  const std::size_t last_escape = text.rfind(kEscape);
+
+  EncodedText encoded;
+  std::size_t position = 0;
+  while (encoded.size() < longest && position < end) {
+    const char c = text[position];
+    const char literal = kLiterals.at(static_cast<std::uint8_t>(c));
+    if (literal != kHexadecimal) {
+      encoded.Append(literal);
+    } else if (position == last_escape && text.size() - position >= kEscapeSequence) {
+      encoded.AppendHexadecimal(c);
+      encoded.AppendHexadecimal(text[position + 1]);
+      encoded.Append('B');
+      position += kEscapeSequence;
+      break;
+    } else if (c == '\r' || c == '\n' || encoded.size() > longest - 3) {
+      break;
+    } else {
+      encoded.AppendHexadecimal(c);
+    }
+    ++position;
+  }
+  destination += encoded.view();
+  return position;
 }
 
 std::string EncodeHeaderText(std::string_view text, unsigned code_page, int limit) {
@@ -164,6 +144,8 @@ std::string EncodeHeaderText(std::string_view text, unsigned code_page, int limi
     japanese = ToLabelledJapanese(rest, room);
     rest = japanese;
   }
+  encoded.reserve(plain + static_cast<std::size_t>(charset->reserve) + kLongestEncodedText +
+                  rest.size());
   encoded += charset->encoded_word_prefix;
   rest.remove_prefix(QEncode(rest, encoded, room));
   encoded += kEncodedWordEnd;
