@@ -85,6 +85,11 @@ def sound_instance(wave_file: str, number: bytes) -> bytes:
             + instance_text(wave_file) + number)
 
 
+def smtp_mail_instance(gateway: str, to: str, sender: str, subject: str, message: str) -> bytes:
+    return (bytes.fromhex("8C26DDD6 2BA3 86EF 2683A7DA9410F949")
+            + b"".join(map(instance_text, (gateway, to, sender, subject, message))))
+
+
 def launch_program_instance(program: str, directory: str, arguments: str) -> bytes:
     return (bytes.fromhex("6C7EECEC 188E A24C C56F5334C2BD7945")
             + instance_text(program) + instance_text(directory) + instance_text(arguments))

@@ -13,8 +13,8 @@ from io import BytesIO
 import pytest
 from PIL import Image, ImageChops
 
-from conftest import (ROOT, TIME_LIMIT, beeper_instance, launch_program_instance, sound_instance,
-                      windows_path)
+from conftest import (ROOT, TIME_LIMIT, beeper_instance, launch_program_instance,
+                      smtp_mail_instance, sound_instance, windows_path)
 
 PICTURES = ROOT / "docs" / "pictures"
 
@@ -29,6 +29,11 @@ class Shown:
 
 DUTY_PAGER = beeper_instance("5550100", "ATDT%s,,,,%s#", "1", "2", "3", profile=1)
 SHOWN = {
+    "smtp_mail_dialog.png": Shown(
+        "SMTPMail", "Mail to the operators",
+        smtp_mail_instance("192.0.2.25", "ann@example.com, bob@example.com",
+                           "Network watch <watch@example.com>", "%D is down",
+                           "%D has not answered since %T.\r\n\r\nThe network watch\r\n")),
     "sound_dialog.png": Shown("Sound", "Siren",
                               sound_instance(r"C:\Sounds\siren.wav", b"\1\0\0\0")),
     "launch_program_dialog.png": Shown(

@@ -8,6 +8,8 @@ constexpr const char* kFilenameMissing = "Invalid value - The 'Filename' field m
 
 constexpr DWORD kLabel = SS_LEFT;
 constexpr DWORD kEdit = WS_TABSTOP | ES_AUTOHSCROLL;
+constexpr DWORD kLinesEdit =
+    WS_TABSTOP | WS_VSCROLL | ES_MULTILINE | ES_AUTOVSCROLL | ES_WANTRETURN;
 constexpr DWORD kButton = WS_TABSTOP | BS_PUSHBUTTON;
 constexpr DWORD kDefaultButton = WS_TABSTOP | BS_DEFPUSHBUTTON;
 constexpr DWORD kCheckBox = WS_TABSTOP | BS_AUTOCHECKBOX;
@@ -75,6 +77,54 @@ const ExpectedDialog& ExpectedBeeperDialog() {
                            "33\0"
                            "\x01\0\0\0\0"
                            "\0\0\0\0"),
+  };
+  return dialog;
+}
+
+const ExpectedDialog& ExpectedSmtpMailDialog() {
+  static const ExpectedDialog dialog = {
+      .notifier_class = kSMTPMail,
+      .add_title = "Add SMTP Instance",
+      .edit_title = "Edit SMTP Instance",
+      .failed_edit_title = "Edit SMTP Instance",
+      .default_name = nullptr,
+      .controls = {{-1, "Static", "&Display name:", kLabel},
+                   {203, "Edit", "", kEdit},
+                   {-1, "Static", "&Mail server:", kLabel},
+                   {202, "Edit", "", kEdit},
+                   {-1, "Static", "&To:", kLabel},
+                   {205, "Edit", "", kEdit},
+                   {-1, "Static", "&From:", kLabel},
+                   {204, "Edit", "", kEdit},
+                   {-1, "Static", "&Subject:", kLabel},
+                   {206, "Edit", "", kEdit},
+                   {201, "Edit", "", kLinesEdit},
+                   {1, "Button", "OK", kDefaultButton},
+                   {2, "Button", "Cancel", kButton},
+                   {208, "Button", "Help", kButton}},
+      .edits = {{203, 'd', kNameMissing, "night"},
+                {202, 'm',
+                 "Invalid value - The 'Mail Server' field must have a valid Internet Protocol (IP) "
+                 "address",
+                 "127.0.0.1"},
+                {204, 'f', "Invalid value - The 'From' field must have a valid value",
+                 "Watch <ops@%s>"},
+                {205, 't', "Invalid value - The 'To' field must have a valid value",
+                 "ann@b.example,bob@b.example"},
+                {206, 's', nullptr, "%D is down"},
+                {201, '\0', nullptr, "One\r\n\r\nTwo\r\n"}},
+      .focus_after_name_error = 203,
+      .help_button = 208,
+      .help_context = std::nullopt,
+      .load_failure_end = L"\r\n",
+      .sample_file = Bytes("\x8C\x26\xDD\xD6\x2B\xA3\x86\xEF\x26\x83\xA7\xDA\x94\x10\xF9\x49"
+                           "\x0A\0\0\0"
+                           "127.0.0.1\0"
+                           "\x1C\0\0\0"
+                           "ann@b.example,bob@b.example\0"
+                           "\x0F\0\0\0Watch <ops@%s>\0"
+                           "\x0B\0\0\0%D is down\0"
+                           "\x0D\0\0\0One\r\n\r\nTwo\r\n\0"),
   };
   return dialog;
 }

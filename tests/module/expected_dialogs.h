@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <optional>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -26,7 +27,7 @@ std::ostream& operator<<(std::ostream& out, const ExpectedControl& control);
 // A field that is entered as text.
 struct ExpectedEdit {
   int control;
-  char access_key;
+  char access_key;              // NUL where there is none
   const char* missing_message;  // null where the field may be empty
   const char* sample;
   const char* unfilled = "";  // what it shows where there is no instance to fill it from
@@ -39,13 +40,17 @@ struct ExpectedDialog {
   const char* edit_title;
   // The title when the instance to edit cannot be loaded.
   const char* failed_edit_title;
-  // What the log calls the instance that prefills new ones.
+  // What the log calls the instance that prefills new ones; null where none does.
   const wchar_t* default_name;
   std::vector<ExpectedControl> controls;
   std::vector<ExpectedEdit> edits;  // the name first, the others in the order of their checks
   // Where the focus is after a name error for which OK was clicked.
   int focus_after_name_error;
-  unsigned long help_context;
+  int help_button = 9;
+  // None where help opens at the contents.
+  std::optional<unsigned long> help_context;
+  // The last log line of an instance that cannot be loaded.
+  const wchar_t* load_failure_end = L"\r";
   // The file of an instance whose edits hold the samples and that is else as the dialog opens
   // without any instance.
   std::string sample_file;
@@ -54,6 +59,7 @@ struct ExpectedDialog {
 std::ostream& operator<<(std::ostream& out, const ExpectedDialog& expected);
 
 const ExpectedDialog& ExpectedBeeperDialog();
+const ExpectedDialog& ExpectedSmtpMailDialog();
 const ExpectedDialog& ExpectedSoundDialog();
 const ExpectedDialog& ExpectedLaunchProgramDialog();
 

@@ -2,9 +2,6 @@
 #include <windows.h>
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <string_view>
-
 #include "tests/module/expected_classes.h"
 #include "tests/module/loaded_module.h"
 #include "tests/module/recording_host.h"
@@ -24,13 +21,9 @@ bool SocketsWork() {
 
 class SmtpMailBinding : public ::testing::Test {
  protected:
-  static const ExpectedClass& SmtpMail() {
-    return *std::ranges::find(kExpectedClasses, std::string_view("SMTPMail"), &ExpectedClass::name);
-  }
-
   LoadedModule module_;
   RecordingHost host_;
-  ComPointer<INotifier> notifier_ = module_.CreateNotifier(SmtpMail());
+  ComPointer<INotifier> notifier_ = module_.CreateNotifier(kSMTPMail);
 };
 
 TEST_F(SmtpMailBinding, KeepsTheSocketsLibraryStarted) {
@@ -67,7 +60,7 @@ TEST_F(SmtpMailBinding, StopsTheSocketsLibraryWithTheObject) {
 }
 
 TEST_F(SmtpMailBinding, IsOfTheOneObjectAndNotOfItsClass) {
-  const auto other = module_.CreateNotifier(SmtpMail());
+  const auto other = module_.CreateNotifier(kSMTPMail);
   ASSERT_EQ(notifier_->Initialize(&host_), S_OK);
   ASSERT_EQ(other->Initialize(&host_), S_OK);
   ASSERT_EQ(other->Shutdown(), S_OK);
