@@ -3,11 +3,14 @@
 
 #include <fstream>
 #include <iterator>
+#include <span>
 #include <string>
+#include <string_view>
 
 #include "framework/string_table.h"
 #include "mail/smtp_mail.h"
 #include "modem/beeper_settings.h"
+#include "modem/pager_settings.h"
 
 namespace brantel {
 namespace {
@@ -17,15 +20,23 @@ std::string ReadDocument() {
   return {std::istreambuf_iterator<char>(stream), {}};
 }
 
-TEST(SettingsDocument, ListsTheBeepersSettings) {
+void ExpectSettings(std::string_view heading, std::span<const SettingRow> rows) {
   const std::string document = ReadDocument();
-  std::size_t place = document.find("## Beeper\n");
-  for (const SettingRow& row : kBeeperSettings) {
+  std::size_t place = document.find(heading);
+  for (const SettingRow& row : rows) {
     const std::string start =
         "\n| `" + std::string(row.name) + "` | `" + std::string(row.default_text) + "` | ";
     place = document.find(start, place);
     EXPECT_NE(place, std::string::npos) << start;
   }
+}
+
+TEST(SettingsDocument, ListsTheBeepersSettings) {
+  ExpectSettings("## Beeper\n", kBeeperSettings);
+}
+
+TEST(SettingsDocument, ListsThePagersSettings) {
+  ExpectSettings("## Pager\n", kPagerSettings);
 }
 
 TEST(SettingsDocument, ListsTheSettingOfMail) {
