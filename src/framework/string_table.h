@@ -89,9 +89,26 @@ inline constexpr unsigned kRecipientsLeftOut = 500;
 inline constexpr unsigned kGatewayInvalid = 510;
 inline constexpr unsigned kSenderInvalid = 511;
 inline constexpr unsigned kRecipientsInvalid = 512;
+inline constexpr unsigned kSendingPage = 600;
+inline constexpr unsigned kNoPhoneNumber = 601;
+inline constexpr unsigned kNoPagerId = 602;
+inline constexpr unsigned kNoMessage = 603;
+inline constexpr unsigned kTransmissionFailed = 604;
+inline constexpr unsigned kGaveUp = 605;
+inline constexpr unsigned kGotIdPrompt = 610;
+inline constexpr unsigned kGotGoAhead = 611;
+inline constexpr unsigned kLineNotInitialised = 620;
+inline constexpr unsigned kNoMemory = 621;
+inline constexpr unsigned kNoDialtone = 622;
+inline constexpr unsigned kNoAnswer = 623;
+inline constexpr unsigned kUcpError = 624;
+inline constexpr unsigned kTransmissionSucceeded = 625;
+inline constexpr unsigned kNttSuccess = 630;
 inline constexpr unsigned kAddVoice = 10109;
 inline constexpr unsigned kEditVoice = 10110;
 inline constexpr unsigned kFirstProtocol = 10111;
+// The meanings of a centre's refusals stand behind this number, by rows from 1 on.
+inline constexpr unsigned kUcpErrors = 10115;
 inline constexpr unsigned kTimeoutSetting = 10149;
 inline constexpr unsigned kSmtpMailKey = 10150;
 }  // namespace text_id

@@ -1,22 +1,23 @@
 #include "modem/modem_dialling.h"
 
 #include "framework/string_table.h"
+#include "modem/modem_response.h"
 
 namespace brantel {
 namespace {
 
 constexpr SerialTimeouts kDiallingTimeouts = {2000, 0, 50000, 0, 10000};
 
-bool Contains(const std::string& response, std::string_view word) {
-  return response.find(word) != std::string::npos;
-}
-
 }  // namespace
+
+std::string DialCommand(std::string_view phone_number) {
+  return "ATDT" + std::string(phone_number) + "\r";
+}
 
 bool DialCentre(ModemPort& port, std::string_view phone_number, std::uint32_t busy_wait,
                 std::string& response) {
   if (!port.SetTimeouts(kDiallingTimeouts)) return false;
-  const std::string command = "ATDT" + std::string(phone_number) + "\r";
+  const std::string command = DialCommand(phone_number);
   if (!port.SendCommand(command, response)) return false;
   while (Contains(response, "BUSY")) {
     port.LogText(text_id::kBusy);

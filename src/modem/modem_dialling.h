@@ -12,6 +12,8 @@ namespace brantel {
 inline constexpr std::uint32_t kBusyWait = 3000;
 inline constexpr std::uint32_t kBusyWaitNtt = 180000;
 
+std::string DialCommand(std::string_view phone_number);
+
 // Calls a paging centre and waits until its modem and ours are connected. A busy number is dialled
 // again after `busy_wait` milliseconds, deliberately without end: the centre will be free some
 // time, and the page is still wanted then. Holds the last response afterwards. False, with the

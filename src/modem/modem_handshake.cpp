@@ -1,25 +1,12 @@
 #include "modem/modem_handshake.h"
 
 #include "framework/string_table.h"
+#include "modem/modem_response.h"
 
 namespace brantel {
 namespace {
 
 constexpr std::string_view kAttention = "AT\r";
-
-std::string InitialisationCommand(const ModemPolicy& policy, std::string_view modem_string) {
-  std::string command(modem_string.empty() ? policy.bare_modem_string : modem_string);
-  if (command.find('\r') == std::string::npos) command += '\r';
-  return command;
-}
-
-bool HasOk(const std::string& response) {
-  return response.find("OK") != std::string::npos;
-}
-
-bool HasEcho(const std::string& response) {
-  return response.find("AT") != std::string::npos;
-}
 
 void AnnounceAttempt(ModemPort& port, unsigned text_id) {
   if (port.policy().announces_attempts) port.LogText(text_id);
@@ -27,11 +14,11 @@ void AnnounceAttempt(ModemPort& port, unsigned text_id) {
 
 bool TryAttention(ModemPort& port, std::string& response) {
   AnnounceAttempt(port, text_id::kTryingAgainForOk);
-  if (!port.SendCommand(kAttention, response) || !HasOk(response)) {
+  if (!port.SendCommand(kAttention, response) || !Contains(response, "OK")) {
     port.LogQuoted(text_id::kNoOk, response);
     return false;
   }
-  if (port.policy().refuses_echo && HasEcho(response)) {
+  if (port.policy().refuses_echo && Contains(response, "AT")) {
     port.LogQuoted(text_id::kEchoNotOff, response);
     return false;
   }
@@ -40,18 +27,24 @@ bool TryAttention(ModemPort& port, std::string& response) {
 
 }  // namespace
 
+std::string InitialisationCommand(const ModemPolicy& policy, std::string_view modem_string) {
+  std::string command(modem_string.empty() ? policy.bare_modem_string : modem_string);
+  if (command.find('\r') == std::string::npos) command += '\r';
+  return command;
+}
+
 bool InitialiseModem(ModemPort& port, std::string_view modem_string, std::string& response) {
   const ModemPolicy& policy = port.policy();
   if (policy.initialisation_timeouts && !port.SetTimeouts(*policy.initialisation_timeouts)) {
     return false;
   }
   const bool answered = port.SendCommand(InitialisationCommand(policy, modem_string), response);
-  if (HasOk(response)) return true;
+  if (Contains(response, "OK")) return true;
   if (answered) {
     AnnounceAttempt(port, text_id::kLookingForOk);
     if (!port.ReadLogged(response)) return false;
   }
-  return HasOk(response) || TryAttention(port, response);
+  return Contains(response, "OK") || TryAttention(port, response);
 }
 
 }  // namespace brantel

@@ -78,6 +78,10 @@ bool ModemPort::Succeeded(SystemFailure failure, unsigned text_id) {
   return !failure;
 }
 
+bool ModemPort::GetTimeouts(SerialTimeouts& timeouts) {
+  return Succeeded(device_->GetTimeouts(timeouts), text_id::kGetControlError);
+}
+
 // Without time-outs a read could wait for ever, so a port that does not take them is not used.
 bool ModemPort::SetTimeouts(const SerialTimeouts& timeouts) {
   return Succeeded(device_->SetTimeouts(timeouts), text_id::kSetControlError);

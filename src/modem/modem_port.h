@@ -61,7 +61,9 @@ class ModemPort {
   void Flush() { device_->Flush(); }
   SystemFailure Read(std::size_t limit, std::string& text);
 
-  // Sets the time-outs of the reads and writes that follow. Logs a failure.
+  // The time-outs that are in force, and those of the reads and writes that follow. Both log a
+  // failure.
+  bool GetTimeouts(SerialTimeouts& timeouts);
   bool SetTimeouts(const SerialTimeouts& timeouts);
 
   void Wait(std::uint32_t milliseconds) { clock_.Wait(milliseconds); }

@@ -45,6 +45,7 @@ class SerialDevice {
   // Sets rate and framing. All other control settings stay as GetControl has read them.
   virtual SystemFailure SetControl(std::uint32_t bits_per_second, const Framing& framing) = 0;
 
+  virtual SystemFailure GetTimeouts(SerialTimeouts& timeouts) = 0;
   virtual SystemFailure SetTimeouts(const SerialTimeouts& timeouts) = 0;
 
   // Writes all of the bytes; a write that ends early has failed.

@@ -30,6 +30,13 @@ class SystemSerialDevice final : public SerialDevice {
     return FailureOf(SetCommState(port_.get(), &control_block_));
   }
 
+  SystemFailure GetTimeouts(SerialTimeouts& timeouts) override {
+    COMMTIMEOUTS system_timeouts{};
+    const SystemFailure failure = FailureOf(GetCommTimeouts(port_.get(), &system_timeouts));
+    timeouts = FromCommTimeouts(system_timeouts);
+    return failure;
+  }
+
   SystemFailure SetTimeouts(const SerialTimeouts& timeouts) override {
     COMMTIMEOUTS system_timeouts = ToCommTimeouts(timeouts);
     return FailureOf(SetCommTimeouts(port_.get(), &system_timeouts));
@@ -96,6 +103,16 @@ COMMTIMEOUTS ToCommTimeouts(const SerialTimeouts& timeouts) {
       .ReadTotalTimeoutConstant = timeouts.read_total_constant,
       .WriteTotalTimeoutMultiplier = timeouts.write_total_multiplier,
       .WriteTotalTimeoutConstant = timeouts.write_total_constant,
+  };
+}
+
+SerialTimeouts FromCommTimeouts(const COMMTIMEOUTS& timeouts) {
+  return {
+      .read_interval = timeouts.ReadIntervalTimeout,
+      .read_total_multiplier = timeouts.ReadTotalTimeoutMultiplier,
+      .read_total_constant = timeouts.ReadTotalTimeoutConstant,
+      .write_total_multiplier = timeouts.WriteTotalTimeoutMultiplier,
+      .write_total_constant = timeouts.WriteTotalTimeoutConstant,
   };
 }
 

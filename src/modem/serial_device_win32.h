@@ -24,5 +24,6 @@ std::string SerialPortPath(std::uint32_t port_number);
 void SetControlBlock(DCB& control_block, std::uint32_t bits_per_second, const Framing& framing);
 
 COMMTIMEOUTS ToCommTimeouts(const SerialTimeouts& timeouts);
+SerialTimeouts FromCommTimeouts(const COMMTIMEOUTS& timeouts);
 
 }  // namespace brantel

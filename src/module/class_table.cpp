@@ -24,6 +24,7 @@
 #include "modem/beeper.h"
 #include "modem/beeper_dialog.h"
 #include "modem/beeper_layout.h"
+#include "modem/pager.h"
 #include "modem/pager_layout.h"
 #include "modem/serial_device_win32.h"
 #include "popup/win_popup_layout.h"
@@ -47,6 +48,9 @@ constinit SystemSerialPorts serial_ports;
 
 // What mail sessions leave behind for each other, whichever object runs them.
 constinit SmtpState smtp_state;
+
+// Counts what all objects send by UCP.
+constinit UcpTransactionCounter ucp_counter = 0;
 
 // A class whose delivery is still to be built.
 class UnbuiltNotifier final : public Notifier {
@@ -83,6 +87,10 @@ std::unique_ptr<Notifier> MakeBeeper() {
   return std::make_unique<Beeper>(instance_files, settings, serial_ports, system_clock);
 }
 
+std::unique_ptr<Notifier> MakePager() {
+  return std::make_unique<Pager>(instance_files, settings, serial_ports, system_clock, ucp_counter);
+}
+
 std::unique_ptr<Notifier> MakeSMTPMail() {
   return std::make_unique<SmtpMail>(
       instance_files, settings, sockets_library,
@@ -95,7 +103,6 @@ std::unique_ptr<InstanceDialog> MakeSMTPMailDialog(DialogView& view, InstanceDia
 }
 
 constexpr auto MakeWinPopup = MakeUnbuilt;
-constexpr auto MakePager = MakeUnbuilt;
 constexpr auto MakeVoice = MakeUnbuilt;
 
 constexpr auto MakeWinPopupDialog = nullptr;

@@ -58,6 +58,7 @@ class FakeModem final : public SerialPorts {
       modem_.rates.push_back(bits_per_second);
       return std::nullopt;
     }
+    SystemFailure GetTimeouts(SerialTimeouts&) override { return std::nullopt; }
     SystemFailure SetTimeouts(const SerialTimeouts&) override { return std::nullopt; }
 
     SystemFailure Write(std::string_view bytes) override {

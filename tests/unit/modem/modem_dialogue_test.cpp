@@ -1,9 +1,10 @@
-// Replays the dialogues of dialogues/modem. Lines of such a file, before "run":
+// Replays the dialogues of dialogues/modem and dialogues/pager. Lines of such a file, before "run":
 //
 //   no-instance                             the instance file is missing
 //   field NAME VALUE                        of the instance, as its class's layout names it
 //   setting PROFILE NAME VALUE              of the class's settings profile
 //   port-busy N                             what the port-busy flag holds
+//   ucp-counter N                           what the counter of UCP messages holds
 //   run OPERATION ARGUMENTS                 see kOperations
 //
 // Behind it, each with what was answered:
@@ -14,6 +15,7 @@
 //   open PORT                               [fails ERROR]
 //   get-control                             [fails ERROR]
 //   set-control RATE BITS [parity-check on|off]   [fails ERROR]
+//   get-timeouts                            [fails ERROR]; gives kDriverTimeouts
 //   set-timeouts read-interval MS read-total MS+MS/byte write-total MS+MS/byte   [fails ERROR]
 //   write BYTES                             [fails ERROR]
 //   flush
@@ -37,6 +39,8 @@
 #include "modem/modem_dialling.h"
 #include "modem/modem_handshake.h"
 #include "modem/modem_port.h"
+#include "modem/pager.h"
+#include "modem/pager_layout.h"
 #include "tests/unit/dialogue/dialogue.h"
 #include "tests/unit/framework/fake_instance_files.h"
 #include "tests/unit/framework/fake_settings_store.h"
@@ -113,6 +117,9 @@ class DialogueHost final : public NotifierHost {
   Dialogue& dialogue_;
 };
 
+// What a port has before any are set.
+constexpr SerialTimeouts kDriverTimeouts = {1, 2, 3, 4, 5};
+
 class DialogueDevice final : public SerialDevice {
  public:
   // `mismatch` takes what a destructor must not throw.
@@ -142,6 +149,11 @@ class DialogueDevice final : public SerialDevice {
       call.insert(call.end(), {"parity-check", *framing.parity_check ? "on" : "off"});
     }
     return Answer(dialogue_, call).FailureOrNothing();
+  }
+
+  SystemFailure GetTimeouts(SerialTimeouts& timeouts) override {
+    timeouts = kDriverTimeouts;
+    return Answer(dialogue_, {"get-timeouts"}).FailureOrNothing();
   }
 
   SystemFailure SetTimeouts(const SerialTimeouts& timeouts) override {
@@ -230,9 +242,7 @@ constexpr std::int32_t kBaud9600 = 4;
 
 class ModemDialogue {
  public:
-  explicit ModemDialogue(const std::filesystem::path& file) : dialogue_(file) {
-    files_.files["alert"] = "";
-  }
+  explicit ModemDialogue(const std::filesystem::path& file) : dialogue_(file) {}
 
   void Replay() {
     const Words operation = SetUp();
@@ -252,9 +262,9 @@ class ModemDialogue {
     std::size_t argument_count;
     Operation run;
   };
-  // NOTIFIER is Beeper or Pager. All but the first two work on a port that has been opened at 9600
-  // bits per second, 7E1 for the Pager.
-  static const std::array<OperationRow, 8> kOperations;
+  // NOTIFIER is Beeper or Pager. All but the first three work on a port that has been opened at
+  // 9600 bits per second, 7E1 for the Pager.
+  static const std::array<OperationRow, 9> kOperations;
 
   // Reads how things stand before, up to "run", and returns what is run.
   Words SetUp() {
@@ -263,30 +273,47 @@ class ModemDialogue {
       const std::string& kind = line.front();
       if (kind == "run") return {line.begin() + 1, line.end()};
       if (kind == "no-instance") {
-        files_.files.clear();
+        has_instance_ = false;
       } else if (kind == "field") {
-        SetField(line.at(1), line.at(2));
+        fields_.push_back(line);
       } else if (kind == "setting") {
-        const std::string key = "SOFTWARE\\Brantel\\Vantrel\\notification\\Beeper";
-        settings_.keys[ProfileKeyPath(key, std::stoi(line.at(1)))][line.at(2)] = {
-            SettingType::kText, line.at(3)};
+        stored_settings_.push_back(line);
       } else if (kind == "port-busy") {
         busy_ = ToNumber(line.at(1));
+      } else if (kind == "ucp-counter") {
+        ucp_counter_ = ToNumber(line.at(1));
       } else {
         throw DialogueMismatch(dialogue_.Place() + ": unknown line");
       }
     }
   }
 
-  void SetField(const std::string& name, const std::string& value) {
-    const auto field = std::ranges::find(kBeeperLayout.fields, name, &InstanceField::name);
-    if (field == kBeeperLayout.fields.end()) throw DialogueMismatch("there is no field " + name);
-    const auto index = static_cast<std::size_t>(field - kBeeperLayout.fields.begin());
+  static void SetField(const InstanceLayout& layout, Instance& instance, const std::string& name,
+                       const std::string& value) {
+    const auto field = std::ranges::find(layout.fields, name, &InstanceField::name);
+    if (field == layout.fields.end()) throw DialogueMismatch("there is no field " + name);
+    const auto index = static_cast<std::size_t>(field - layout.fields.begin());
     if (field->kind == FieldKind::kInteger) {
-      instance_.set_integer(index, std::stoi(value));
+      instance.set_integer(index, std::stoi(value));
     } else {
-      instance_.set_text(index, value);
+      instance.set_text(index, value);
     }
+  }
+
+  // Stores instance and settings of the class that the dialogue is about.
+  void Store(const InstanceLayout& layout) {
+    const std::string key =
+        "SOFTWARE\\Brantel\\Vantrel\\notification\\" + std::string(layout.class_name);
+    for (const Words& setting : stored_settings_) {
+      settings_.keys[ProfileKeyPath(key, std::stoi(setting.at(1)))][setting.at(2)] = {
+          SettingType::kText, setting.at(3)};
+    }
+    if (!has_instance_) return;
+    Instance instance(layout.fields.size());
+    for (const Words& field : fields_) {
+      SetField(layout, instance, field.at(1), field.at(2));
+    }
+    files_.files["alert"] = EncodeInstance(layout, instance);
   }
 
   void Run(const Words& operation) {
@@ -300,11 +327,15 @@ class ModemDialogue {
   void ExpectResult(const std::string& result) { Answer(dialogue_, {"result", result}).Nothing(); }
 
   void RunBeeper(const Words&) {
-    if (files_.files.contains("alert")) {
-      files_.files["alert"] = EncodeInstance(kBeeperLayout, instance_);
-    }
+    Store(kBeeperLayout);
     Beeper beeper(files_, settings_, ports_, clock_);
     ExpectResult(ResultWord(beeper.Send({u"alert", "alert"}, &host_)));
+  }
+
+  void RunPager(const Words&) {
+    Store(kPagerLayout);
+    Pager pager(files_, settings_, ports_, clock_, ucp_counter_);
+    ExpectResult(ResultWord(pager.Send({u"alert", "alert"}, &host_)));
   }
 
   void RunOpenPort(const Words& arguments) {
@@ -365,18 +396,22 @@ class ModemDialogue {
 
   Dialogue dialogue_;
   std::string mismatch_;
-  Instance instance_{kBeeperLayout.fields.size()};
+  bool has_instance_ = true;
+  std::vector<Words> fields_;
+  std::vector<Words> stored_settings_;
   FakeInstanceFiles files_;
   FakeSettingsStore settings_;
   PortBusyFlag busy_ = 0;
+  UcpTransactionCounter ucp_counter_ = 0;
   DialogueHost host_{dialogue_};
   DialoguePorts ports_{dialogue_, mismatch_};
   DialogueClock clock_{dialogue_, busy_};
   std::string response_;
 };
 
-const std::array<ModemDialogue::OperationRow, 8> ModemDialogue::kOperations = {{
+const std::array<ModemDialogue::OperationRow, 9> ModemDialogue::kOperations = {{
     {"Beeper.Send", 0, &ModemDialogue::RunBeeper},
+    {"Pager.Send", 0, &ModemDialogue::RunPager},
     {"OpenPort", 4, &ModemDialogue::RunOpenPort},                // NOTIFIER PORT SELECTOR BITS
     {"WriteLogged", 2, &ModemDialogue::RunWriteLogged},          // NOTIFIER TEXT
     {"ReadLogged", 1, &ModemDialogue::RunReadLogged},            // NOTIFIER
@@ -388,9 +423,11 @@ const std::array<ModemDialogue::OperationRow, 8> ModemDialogue::kOperations = {{
 
 std::vector<std::filesystem::path> DialogueFiles() {
   std::vector<std::filesystem::path> files;
-  for (const auto& entry :
-       std::filesystem::directory_iterator(PROJECT_DIR "/tests/unit/dialogues/modem")) {
-    files.push_back(entry.path());
+  for (const auto* const room : {"modem", "pager"}) {
+    const auto folder = std::filesystem::path(PROJECT_DIR "/tests/unit/dialogues") / room;
+    for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+      files.push_back(entry.path());
+    }
   }
   std::ranges::sort(files);
   return files;

@@ -63,6 +63,7 @@ TEST(ToCommTimeouts, KeepsEachOfTheFive) {
   EXPECT_EQ(timeouts.ReadTotalTimeoutConstant, 10000U);
   EXPECT_EQ(timeouts.WriteTotalTimeoutMultiplier, 20U);
   EXPECT_EQ(timeouts.WriteTotalTimeoutConstant, 35000U);
+  EXPECT_EQ(FromCommTimeouts(timeouts), (SerialTimeouts{1000, 100, 10000, 20, 35000}));
 }
 
 TEST(SerialPortPath, NamesPortsAboveNineInTheDeviceNamespace) {

@@ -1,0 +1,83 @@
+#include "modem/pager.h"
+
+#include "framework/format_inserts.h"
+#include "framework/leading_number.h"
+#include "framework/string_table.h"
+#include "modem/com_port_number.h"
+#include "modem/ntt_session.h"
+#include "modem/pager_call.h"
+#include "modem/pager_layout.h"
+#include "modem/pager_protocol.h"
+#include "modem/pager_settings.h"
+#include "modem/tap_session.h"
+
+namespace brantel {
+namespace {
+
+using Settings = std::vector<std::string>;
+
+const Framing& FramingOf(const Settings& settings) {
+  return settings[pager_setting::k8N1] == kFramed8N1 ? kPagerFraming8N1 : kPagerFraming7E1;
+}
+
+void LogCall(NotifierHost& host, const PagerCall& call, std::uint32_t port_number) {
+  host.LogMessage(FormatInserts(LoadText(text_id::kSendingPage),
+                                {call.pager_id, call.pager_number, port_number}));
+}
+
+PagerCall MakeCall(const Instance& instance, const Settings& settings, std::string_view message) {
+  return {
+      .modem_string = settings[pager_setting::kModemString],
+      .pager_number = instance.text(pager_field::kPagerNumber),
+      .terminal_password = instance.text(pager_field::kTerminalPassword),
+      .pager_id = instance.text(pager_field::kPagerId),
+      .message = message.substr(0, message.find('\0')),
+  };
+}
+
+// The other protocols tell by their own words what became of a page.
+bool SendByTapAndTell(ModemPort& port, const PagerCall& call, const TapVariant& variant) {
+  const bool sent = SendByTap(port, call, variant);
+  if (!sent) port.LogText(text_id::kTransmissionFailed);
+  return sent;
+}
+
+bool SendBy(PagerProtocol protocol, ModemPort& port, const PagerCall& call,
+            UcpTransactionCounter& ucp_counter) {
+  switch (protocol) {
+    case PagerProtocol::kNtt:
+      return SendByNtt(port, call);
+    case PagerProtocol::kUcpSms:
+      return SendByUcp(port, call, ucp_counter);
+    case PagerProtocol::kSmsTap:
+      return SendByTapAndTell(port, call, kSmsTap);
+    default:
+      return SendByTapAndTell(port, call, kTap);
+  }
+}
+
+}  // namespace
+
+Result Pager::Send(const InstanceArgument& argument, NotifierHost* host) {
+  const auto instance = LoadInstanceForAlert(files_, kPagerLayout, argument, host);
+  if (!instance || host == nullptr) return kFail;
+
+  std::string message = instance->text(pager_field::kMessage);
+  const Result expanded = host->ExpandMessage(message);
+  if (Failed(expanded)) return expanded;
+
+  const Settings settings =
+      ReadPagerSettings(settings_, instance->integer(pager_field::kSettingsProfile));
+  const std::optional<std::uint32_t> port_number = ComPortNumber(settings[pager_setting::kComPort]);
+  const PagerCall call = MakeCall(*instance, settings, message);
+  LogCall(*host, call, port_number.value_or(0));
+  ModemPort port(kPagerPolicy, port_busy_, ports_, clock_, *host);
+  if (!port.OpenPort(port_number, LeadingNumber(settings[pager_setting::kBaud]),
+                     FramingOf(settings))) {
+    return kFail;
+  }
+  const PagerProtocol protocol = ProtocolNamed(instance->text(pager_field::kProtocol));
+  return SendBy(protocol, port, call, ucp_counter_) ? kOk : kFail;
+}
+
+}  // namespace brantel

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "modem/modem_port.h"
+#include "modem/serial_device.h"
+
+namespace brantel {
+
+// While the service's log-in and the page go over the line.
+inline constexpr SerialTimeouts kTransferTimeouts = {1000, 0, 10000, 0, 10000};
+
+// A text by which replies of a service are known.
+struct ReplySign {
+  enum class Place { kAnywhere, kAtStart };
+
+  std::string_view text;
+  Place place = Place::kAnywhere;
+};
+
+bool Shows(std::string_view reply, const ReplySign& sign);
+
+// Whether a reply tells that the line is lost or that the service will not go on: by the modem's
+// words, or by the service's own sign, if it has one.
+bool EndsCall(std::string_view reply, const ReplySign* refusal);
+
+// Sends line ends until the service, whose modem has just answered ours, shows `prompt`; five at
+// most. Holds the last reply afterwards, which need not show it yet. False when the call ends.
+bool WakeService(ModemPort& port, const ReplySign& prompt, const ReplySign* refusal,
+                 std::string& reply);
+
+// Reads until a reply shows `sign`; six times at most. False, with the reason in the log, when none
+// does, and when the call ends.
+bool WaitForReply(ModemPort& port, const ReplySign& sign, const ReplySign* refusal,
+                  std::string& reply);
+
+}  // namespace brantel
