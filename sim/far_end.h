@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <string>
 #include <string_view>
 
 #include "sim/timeline.h"
@@ -10,12 +11,17 @@ namespace brantel::sim {
 
 // What a far end works with. All of it outlives the far end.
 struct Surroundings {
+  // The number that was called.
+  std::string number;
   Timeline& timeline;
   Transcript& transcript;
   // Sends bytes to the caller over the carrier.
   std::function<void(std::string_view)> send;
   // Puts the receiver down.
   std::function<void()> hang_up;
+
+  // By which some far ends know what they are to answer.
+  [[nodiscard]] std::string LastTwoDigits() const { return number.substr(number.size() - 2); }
 };
 
 // Who has answered a call. A far end lives as long as the call, so what it has planned for later

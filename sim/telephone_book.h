@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <span>
 #include <string_view>
@@ -24,7 +25,7 @@ enum class CallOutcome {
 
 // A telephone number and what happens to who dials it.
 struct Subscriber {
-  std::string_view number;
+  std::string_view number;  // "n" stands for any digit
   std::string_view description;
   CallOutcome outcome = CallOutcome::kNoCarrier;
   // From the last digit of the number.
@@ -32,7 +33,7 @@ struct Subscriber {
   // So many calls find the number busy before one comes through.
   unsigned busy_calls = 0;
   // Who answers; for kVoice and kModem.
-  std::unique_ptr<FarEnd> (*make_far_end)(const Surroundings&) = nullptr;
+  std::function<std::unique_ptr<FarEnd>(const Surroundings&)> make_far_end{};
 };
 
 std::span<const Subscriber> TelephoneBook();

@@ -10,24 +10,25 @@ void TelephoneLine::Call(const std::string& number) {
   in_call_ = true;
   const Subscriber& subscriber = FindSubscriber(number);
   const bool busy = calls_[number]++ < subscriber.busy_calls;
-  planned_ = timeline_.After(subscriber.delay, [this, &subscriber, busy] {
+  planned_ = timeline_.After(subscriber.delay, [this, &subscriber, number, busy] {
     if (busy) {
       listener_.on_outcome(CallOutcome::kBusy);
     } else {
-      Resolve(subscriber);
+      Resolve(subscriber, number);
     }
   });
 }
 
-void TelephoneLine::Resolve(const Subscriber& subscriber) {
-  if (subscriber.make_far_end != nullptr) Answer(subscriber);
+void TelephoneLine::Resolve(const Subscriber& subscriber, const std::string& number) {
+  if (subscriber.make_far_end) Answer(subscriber, number);
   if (subscriber.outcome != CallOutcome::kVoice) listener_.on_outcome(subscriber.outcome);
   if (subscriber.outcome == CallOutcome::kModem && far_end_) far_end_->Connect();
 }
 
-void TelephoneLine::Answer(const Subscriber& subscriber) {
+void TelephoneLine::Answer(const Subscriber& subscriber, const std::string& number) {
   transcript_.Note("line", "is answered");
   far_end_ = subscriber.make_far_end({
+      .number = number,
       .timeline = timeline_,
       .transcript = transcript_,
       .send = [this](std::string_view bytes) { listener_.on_bytes(bytes); },

@@ -37,8 +37,8 @@ class TelephoneLine {
   void HangUp();
 
  private:
-  void Resolve(const Subscriber& subscriber);
-  void Answer(const Subscriber& subscriber);
+  void Resolve(const Subscriber& subscriber, const std::string& number);
+  void Answer(const Subscriber& subscriber, const std::string& number);
   void FarEndHangsUp();
 
   Timeline& timeline_;

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "sim/paging_centre.h"
+
+namespace brantel::sim {
+
+// How a UCP centre behaves towards its callers.
+struct UcpHabits {
+  enum class Reply { kResult, kErrorOfNumber, kNothing, kEmptyFrame, kGarbage };
+
+  Time pace{300};
+  // What a message gets that is in order; kErrorOfNumber: the error of the number's last two
+  // digits.
+  Reply reply = Reply::kResult;
+  CarrierLoss loss = CarrierLoss::kNever;
+};
+
+// The computer of a message service that takes messages by UCP. It refuses a frame that is not in
+// order with the error that tells why.
+class UcpCentre final : public PagingCentre {
+ public:
+  UcpCentre(const Surroundings& surroundings, const UcpHabits& habits)
+      : PagingCentre(surroundings, habits.pace, habits.loss),
+        habits_(habits),
+        error_(surroundings.LastTwoDigits()) {}
+
+  void Receive(std::string_view bytes) override;
+
+ private:
+  void TakeFrame(const std::string& frame);
+
+  const UcpHabits habits_;
+  const std::string error_;
+  std::string received_;
+};
+
+}  // namespace brantel::sim
