@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <charconv>
 
+#include "framework/text_choice.h"
+
 namespace brantel {
 namespace {
 
@@ -43,6 +45,7 @@ void InstanceDialog::Open() {
   } else {
     OpenNew();
   }
+  CheckChoices();
   SelectInLists();
   modified_ = false;  // what was filled in is no change of the operator's
 }
@@ -101,6 +104,19 @@ void InstanceDialog::Show() {
   }
 }
 
+// Also when nothing was loaded: something is always chosen.
+void InstanceDialog::CheckChoices() {
+  for (std::size_t i = 0; i < spec_.layout.fields.size(); ++i) {
+    const InstanceField& field = spec_.layout.fields[i];
+    const auto& buttons = field.control.choice_buttons;
+    const std::size_t chosen =
+        call_.edited ? ChosenPosition(field.form.choices, instance_.text(i)) : 0;
+    for (std::size_t position = 0; position < buttons.size(); ++position) {
+      view_.SetChecked(buttons[position], position == chosen);
+    }
+  }
+}
+
 // Also when nothing was loaded: a list always shows what a new instance would have.
 void InstanceDialog::SelectInLists() {
   for (std::size_t i = 0; i < spec_.layout.fields.size(); ++i) {
@@ -126,7 +142,8 @@ void InstanceDialog::Press(int control) {
 
 void InstanceDialog::Change(int control) {
   const auto shows = [&](const InstanceField& field) {
-    return field.control.kind != ControlKind::kNone && field.control.id == control;
+    return (field.control.kind != ControlKind::kNone && field.control.id == control) ||
+           std::ranges::count(field.control.choice_buttons, control) != 0;
   };
   modified_ =
       modified_ || control == spec_.name_control || std::ranges::any_of(spec_.layout.fields, shows);
@@ -222,12 +239,23 @@ void InstanceDialog::CollectField(std::size_t index) {
   } else if (field.control.kind == ControlKind::kList) {
     const auto position = view_.SelectedItem(control);
     if (position) instance_.set_integer(index, static_cast<std::int32_t>(*position));
+  } else if (field.control.kind == ControlKind::kChoice) {
+    CollectChoice(index);
   } else if (field.control.kind == ControlKind::kEdit) {
     if (field.kind == FieldKind::kInteger) {
       instance_.set_integer(index, ToNumber(FieldText(index)));
     } else {
       instance_.set_text(index, FieldText(index));
     }
+  }
+}
+
+void InstanceDialog::CollectChoice(std::size_t index) {
+  const InstanceField& field = spec_.layout.fields[index];
+  unsigned id = field.form.choices.first_id;
+  for (const int button : field.control.choice_buttons) {
+    if (view_.IsChecked(button)) return instance_.set_text(index, LoadText(id));
+    ++id;
   }
 }
 

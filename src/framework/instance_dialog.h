@@ -112,6 +112,7 @@ class InstanceDialog : public Dialog {
   void SetTitle(unsigned id);
   void LimitTyping();
   void Show();
+  void CheckChoices();
   void SelectInLists();
 
   void Accept();
@@ -124,6 +125,7 @@ class InstanceDialog : public Dialog {
   [[nodiscard]] std::size_t LongestEntry(const DialogControl& control) const;
   void Collect();
   void CollectField(std::size_t index);
+  void CollectChoice(std::size_t index);
   bool Save(const std::string& name);
 
   const InstanceDialogSpec& spec_;

@@ -75,6 +75,10 @@ enum class ControlKind {
   kEdit,      // a text, or a signed number for a number field
   kCheckBox,  // a number field: 1 when checked, else 0
   kList,      // a number field: a position in a list; kept while none is selected
+  // A text field: a group of radio buttons, one for each choice that the form offers. The first
+  // stands for every other text, and is the choice of a new instance; the text is kept while none
+  // is checked.
+  kChoice,
 };
 
 // How the dialog shows a field.
@@ -84,6 +88,7 @@ struct DialogControl {
   unsigned missing_text_id = 0;  // the message when the field is empty; 0: it may be empty
   // How many bytes can be entered in an edit, if that is less than can be stored.
   std::size_t longest = std::numeric_limits<std::size_t>::max();
+  std::span<const int> choice_buttons{};  // of kChoice, which has no other number
 };
 
 // One field of a class's instances: how it is stored, posted and edited. A layout lists the fields

@@ -85,6 +85,7 @@ inline constexpr unsigned kAlternateProfile = 451;
 inline constexpr unsigned kBeeperPortSettings = 452;
 inline constexpr unsigned kErrorSavingPortSettings = 453;
 inline constexpr unsigned kPagerSettingsKey = 480;
+inline constexpr unsigned kPagerPortSettings = 481;
 inline constexpr unsigned kRecipientsLeftOut = 500;
 inline constexpr unsigned kGatewayInvalid = 510;
 inline constexpr unsigned kSenderInvalid = 511;

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "framework/string_table.h"
+#include "framework/text_choice.h"
 
 namespace brantel {
 namespace {
@@ -72,24 +73,16 @@ struct RowStyle {
 constexpr RowStyle kAddRows = {&FormRow::add_row, &HtmlText::Append};
 constexpr RowStyle kEditRows = {&FormRow::edit_row, &HtmlText::AppendEscaped};
 
-unsigned ChosenText(const TextRange& choices, std::string_view value) {
-  for (unsigned i = 0; i < choices.count; ++i) {
-    if (LoadText(choices.first_id + i) == value) return choices.first_id + i;
-  }
-  return choices.first_id;
-}
-
 void AppendRadioButtons(HtmlText& page, const FormRow& row, std::string_view value) {
-  const unsigned chosen = ChosenText(row.choices, value);
+  const std::size_t chosen = ChosenPosition(row.choices, value);
   for (unsigned i = 0; i < row.choices.count; ++i) {
-    const unsigned id = row.choices.first_id + i;
-    const std::string text = LoadText(id);
+    const std::string text = LoadText(row.choices.first_id + i);
     page.Append(i == 0 ? "" : " ");
     page.Append("<input type=RADIO name=");
     page.Append(row.name);
     page.Append(" value=\"");
     page.Append(text);
-    page.Append(id == chosen ? "\" checked>" : "\">");
+    page.Append(i == chosen ? "\" checked>" : "\">");
     page.Append(text);
   }
 }

@@ -8,6 +8,9 @@
 namespace brantel {
 namespace {
 
+// In the order of the protocols' names.
+constexpr std::array<int, 4> kProtocolButtons = {231, 232, 233, 235};
+
 constexpr std::array<InstanceField, 6> kFields = {{
     {.name = "pager number",
      .form =
@@ -35,12 +38,14 @@ constexpr std::array<InstanceField, 6> kFields = {{
      // A text that is no protocol's name is sent as the first one, so that one is shown for it.
      .form = SameRowOnBothPages(FormInput::kChoice, "protocol",
                                 "<tr><td>Protocol:</td><td>%s</td></tr>\r\n",
-                                {text_id::kFirstProtocol, 4})},
+                                {text_id::kFirstProtocol, 4}),
+     .control = {.kind = ControlKind::kChoice, .choice_buttons = kProtocolButtons}},
     {.name = "settings profile",
      .kind = FieldKind::kInteger,
      .presence = FieldPresence::kOptional,
      .minimum = kFirstSettingsProfile,
-     .maximum = kLastSettingsProfile},
+     .maximum = kLastSettingsProfile,
+     .control = {ControlKind::kList, 251}},
 }};
 
 }  // namespace

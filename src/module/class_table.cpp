@@ -25,6 +25,7 @@
 #include "modem/beeper_dialog.h"
 #include "modem/beeper_layout.h"
 #include "modem/pager.h"
+#include "modem/pager_dialog.h"
 #include "modem/pager_layout.h"
 #include "modem/serial_device_win32.h"
 #include "popup/win_popup_layout.h"
@@ -70,6 +71,10 @@ std::unique_ptr<InstanceDialog> MakeBeeperDialog(DialogView& view, InstanceDialo
   return std::make_unique<BeeperDialog>(view, instance_files, std::move(call), settings);
 }
 
+std::unique_ptr<InstanceDialog> MakePagerDialog(DialogView& view, InstanceDialogCall call) {
+  return std::make_unique<PagerDialog>(view, instance_files, std::move(call), settings);
+}
+
 std::unique_ptr<InstanceDialog> MakeLaunchProgramDialog(DialogView& view, InstanceDialogCall call) {
   return std::make_unique<LaunchProgramDialog>(view, instance_files, std::move(call),
                                                process_starter);
@@ -106,7 +111,6 @@ constexpr auto MakeWinPopup = MakeUnbuilt;
 constexpr auto MakeVoice = MakeUnbuilt;
 
 constexpr auto MakeWinPopupDialog = nullptr;
-constexpr auto MakePagerDialog = nullptr;
 constexpr auto MakeVoiceDialog = nullptr;
 
 #define NOTIFIER_CLASS(name, clsid, script_id, icon_id, stem, web_form, programmable) \

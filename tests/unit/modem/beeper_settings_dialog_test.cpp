@@ -3,8 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "tests/unit/framework/fake_dialog_view.h"
-#include "tests/unit/framework/fake_settings_store.h"
+#include "tests/unit/modem/port_settings_fixture.h"
 
 namespace brantel {
 namespace {
@@ -21,35 +20,13 @@ constexpr int kCom3 = 229;
 
 const std::string kKey = "SOFTWARE\\Brantel\\Vantrel\\notification\\Beeper";
 
-class BeeperSettingsDialogTest : public ::testing::Test {
+class BeeperSettingsDialogTest : public PortSettingsFixture {
  protected:
-  BeeperSettingsDialog Dialog(std::int32_t profile = 0) { return {view_, store_, profile}; }
-
-  void Store(const std::string& name, const std::string& text) {
-    store_.keys[kKey][name] = {SettingType::kText, text};
-  }
-
-  std::string Stored(const std::string& name, const std::string& key = kKey) {
-    const StoredSetting& setting = store_.keys[key][name];
-    EXPECT_EQ(setting.type, SettingType::kText);
-    return setting.data;
-  }
-
-  // The radio buttons that are checked.
-  std::vector<int> Checked() {
-    std::vector<int> checked;
-    for (const auto& [control, is_checked] : view_.checks) {
-      if (is_checked) checked.push_back(control);
-    }
-    return checked;
-  }
-
-  FakeDialogView view_;
-  FakeSettingsStore store_;
+  BeeperSettingsDialogTest() : PortSettingsFixture(kBeeperSettingsDialog, kKey) {}
 };
 
 TEST_F(BeeperSettingsDialogTest, IsDialog125WithItsHelp) {
-  BeeperSettingsDialog dialog = Dialog();
+  PortSettingsDialog dialog = Dialog();
   EXPECT_EQ(dialog.template_id(), 125);
   dialog.Press(kHelpButton);
   dialog.Help();
@@ -104,7 +81,7 @@ TEST_F(BeeperSettingsDialogTest, ChecksNoButtonForOtherSettingsAndKeepsThem) {
     Store("Settings_COMPort", port);
     Store("Settings_Baud", baud);
     view_.checks.clear();
-    BeeperSettingsDialog dialog = Dialog();
+    PortSettingsDialog dialog = Dialog();
     dialog.Open();
     EXPECT_THAT(view_.checks, IsEmpty());
     dialog.Press(kOkButton);
@@ -116,7 +93,7 @@ TEST_F(BeeperSettingsDialogTest, ChecksNoButtonForOtherSettingsAndKeepsThem) {
 TEST_F(BeeperSettingsDialogTest, TakesTheButtonsThatTheOperatorChecks) {
   Store("Settings_COMPort", "COM9");
   Store("Settings_Baud", "9600");
-  BeeperSettingsDialog dialog = Dialog();
+  PortSettingsDialog dialog = Dialog();
   dialog.Open();
   view_.checks[k1200Baud] = true;
   view_.checks[kCom3] = true;
@@ -126,7 +103,7 @@ TEST_F(BeeperSettingsDialogTest, TakesTheButtonsThatTheOperatorChecks) {
 }
 
 TEST_F(BeeperSettingsDialogTest, WritesAllSettingsOfTheProfileInOrder) {
-  BeeperSettingsDialog dialog = Dialog(2);
+  PortSettingsDialog dialog = Dialog(2);
   dialog.Open();
   view_.texts = {{kDialString, "ATDP%s"}, {kModemString, "ATZ"}, {kTimeout, ""}};
   store_.calls.clear();
@@ -144,7 +121,7 @@ TEST_F(BeeperSettingsDialogTest, WritesAllSettingsOfTheProfileInOrder) {
 }
 
 TEST_F(BeeperSettingsDialogTest, WritesNoMoreThanCanBeReadAgain) {
-  BeeperSettingsDialog dialog = Dialog();
+  PortSettingsDialog dialog = Dialog();
   dialog.Open();
   EXPECT_THAT(view_.limits, ElementsAre(Pair(kDialString, 1023U), Pair(kModemString, 1023U),
                                         Pair(kTimeout, 1023U)));
@@ -158,7 +135,7 @@ TEST_F(BeeperSettingsDialogTest, WritesNoMoreThanCanBeReadAgain) {
 }
 
 TEST_F(BeeperSettingsDialogTest, WritesNothingOnCancel) {
-  BeeperSettingsDialog dialog = Dialog();
+  PortSettingsDialog dialog = Dialog();
   dialog.Open();
   view_.texts[kDialString] = "changed";
   store_.calls.clear();
@@ -168,7 +145,7 @@ TEST_F(BeeperSettingsDialogTest, WritesNothingOnCancel) {
 }
 
 TEST_F(BeeperSettingsDialogTest, StaysOpenAndTellsWhenTheSettingsCannotBeWritten) {
-  BeeperSettingsDialog dialog = Dialog();
+  PortSettingsDialog dialog = Dialog();
   dialog.Open();
   store_.opens = false;
   dialog.Press(kOkButton);

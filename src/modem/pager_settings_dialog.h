@@ -1,0 +1,9 @@
+#pragma once
+
+#include "modem/port_settings_dialog.h"
+
+namespace brantel {
+
+extern const PortSettingsDialogSpec kPagerSettingsDialog;
+
+}  // namespace brantel
