@@ -15,11 +15,11 @@ import email.policy
 import os
 import pathlib
 import pwd
+import select
 import socket
 import subprocess
 import sys
 import tempfile
-import threading
 import time
 
 POSTFIX_PROGRAMS = "/usr/lib/postfix/sbin"
@@ -173,22 +173,24 @@ def show(raw: bytes) -> None:
     print(f"\n{message.get_content()}", flush=True)
 
 
+def input_ends_within(seconds: float) -> bool:
+    return bool(select.select([sys.stdin], [], [], seconds)[0])
+
+
 def show_arrivals(server: MailServer, mailbox: str) -> None:
     shown = 0
-    while True:
+    while not input_ends_within(0.1):
         messages = server.mail_in(mailbox)
         for raw in messages[shown:]:
             show(raw)
         shown = len(messages)
-        time.sleep(0.1)
 
 
 def main() -> None:
     address, mailbox = sys.argv[1:]
     with server_folder() as folder, MailServer(folder, address, [mailbox]).running() as server:
         print("listening", flush=True)
-        threading.Thread(target=show_arrivals, args=(server, mailbox), daemon=True).start()
-        sys.stdin.read()
+        show_arrivals(server, mailbox)
 
 
 if __name__ == "__main__":

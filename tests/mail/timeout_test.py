@@ -26,7 +26,7 @@ class Setting:
         assert self._reg("add", KEY, "/v", VALUE, "/t", "REG_SZ", "/d", text, "/f").returncode == 0
 
     def remove(self) -> None:
-        self._reg("delete", KEY, "/v", VALUE, "/f")
+        self._reg("delete", KEY, "/f")
 
     def query(self) -> list[str]:
         """Name, type and data."""
@@ -62,7 +62,7 @@ def test_silence_lasts_as_long_as_the_setting_says(mailer, silent_relay, setting
     assert setting.query() == [VALUE, "REG_SZ", text]
 
 
-def test_a_missing_setting_is_written(mailer, silent_relay, setting):
+def test_a_missing_setting_is_written_with_its_key(mailer, silent_relay, setting):
     started = time.monotonic()
     outcome = mailer.send(gateway=silent_relay.address)
     assert outcome.exit_code == 1
