@@ -52,6 +52,7 @@ SUITES = [
     Suite("fuzz", ["/usr/bin/python3", str(ROOT / "fuzz/run.py"), str(BUILD / "fuzz"), "RESULTS"],
           ["fuzz"], 900),
     Suite("web", pytest("tests/web"), ["native"], 600),
+    Suite("paging", pytest("tests/paging"), ["native"], 300),
     Suite("unit-windows", wine_gtest(BUILD / "win32-tests/tests/unit/unit_tests.exe"),
           ["win32-tests"], 300, wine=True),
     Suite("module", wine_gtest(BUILD / "win32-tests/tests/module/module_tests.exe"),

@@ -1,8 +1,6 @@
 // text_converter OPERATION: converts texts by the module's own code, so that tests can compare it
 // with what others wrote. Each line of the input is a text in hexadecimal, and so is each line of
 // the output. OPERATION is one of the names below, or "header-" and a code page.
-#include <array>
-#include <cstdint>
 #include <exception>
 #include <iostream>
 #include <string>
@@ -11,6 +9,7 @@
 #include "framework/japanese_code.h"
 #include "framework/japanese_text.h"
 #include "mail/header_encoding.h"
+#include "tests/hexadecimal.h"
 
 namespace brantel {
 namespace {
@@ -18,24 +17,6 @@ namespace {
 constexpr int kHeaderLimit = 512;
 // More than the conversions need of it, so that none is cut.
 constexpr std::size_t kRoom = 1U << 20U;
-
-std::string FromHexadecimal(const std::string& digits) {
-  std::string bytes;
-  for (std::size_t i = 0; i + 1 < digits.size(); i += 2) {
-    bytes += static_cast<char>(std::stoi(digits.substr(i, 2), nullptr, 16));
-  }
-  return bytes;
-}
-
-std::string ToHexadecimal(const std::string& bytes) {
-  constexpr std::string_view kDigits = "0123456789abcdef";
-  std::string digits;
-  for (const char c : bytes) {
-    const auto byte = static_cast<std::uint8_t>(c);
-    digits += {kDigits[byte >> 4U], kDigits[byte & 0xFU]};
-  }
-  return digits;
-}
 
 std::string Convert(const std::string& operation, const std::string& text) {
   constexpr std::string_view kHeader = "header-";
