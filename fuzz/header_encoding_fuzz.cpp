@@ -3,21 +3,19 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 #include <string_view>
 
+#include "fuzz/fuzz_input.h"
 #include "mail/charset.h"
 #include "mail/header_encoding.h"
 
 namespace {
 
+using brantel::Require;
+
 constexpr std::array kCodePages = {1252U, 932U, 1250U, 949U, 437U};
 constexpr int kLimit = 512;
-
-void Require(bool condition) {
-  if (!condition) std::abort();
-}
 
 int FromHexadecimal(char digit) {
   return digit <= '9' ? digit - '0' : digit - 'A' + 10;

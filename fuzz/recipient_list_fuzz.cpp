@@ -3,17 +3,15 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 #include <string_view>
 
+#include "fuzz/fuzz_input.h"
 #include "mail/recipient_list.h"
 
 namespace {
 
-void Require(bool condition) {
-  if (!condition) std::abort();
-}
+using brantel::Require;
 
 std::string WithoutBlanksAndCommas(std::string_view text) {
   std::string kept(text);

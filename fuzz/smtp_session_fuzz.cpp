@@ -5,54 +5,19 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 #include <string_view>
 
+#include "fuzz/fuzz_input.h"
 #include "mail/mail_socket.h"
 #include "mail/smtp_session.h"
 
 namespace brantel {
 namespace {
 
-// Hands out parts of the input.
-class Input {
- public:
-  explicit Input(std::string_view bytes) : rest_(bytes) {}
-
-  std::uint8_t Byte() {
-    if (rest_.empty()) return 0;
-    const auto byte = static_cast<std::uint8_t>(rest_.front());
-    rest_.remove_prefix(1);
-    return byte;
-  }
-
-  // Up to the next vertical tab.
-  std::string_view Field() {
-    const std::string_view field = rest_.substr(0, rest_.find('\v'));
-    rest_.remove_prefix(std::min(rest_.size(), field.size() + 1));
-    return field;
-  }
-
-  std::string_view Take(std::size_t count) {
-    const std::string_view taken = rest_.substr(0, count);
-    rest_.remove_prefix(taken.size());
-    return taken;
-  }
-
-  [[nodiscard]] bool AtEnd() const { return rest_.empty(); }
-
- private:
-  std::string_view rest_;
-};
-
-void Require(bool condition) {
-  if (!condition) std::abort();
-}
-
 class Relay final : public MailSocket {
  public:
-  Relay(Input& input, std::size_t body_size) : input_(input), body_size_(body_size) {}
+  Relay(FuzzInput& input, std::size_t body_size) : input_(input), body_size_(body_size) {}
 
   bool Connect(Ipv4Address, std::uint16_t) override { return true; }
 
@@ -85,14 +50,14 @@ class Relay final : public MailSocket {
   [[nodiscard]] int LastError() const override { return 10054; }
 
  private:
-  Input& input_;
+  FuzzInput& input_;
   std::size_t body_size_;
   bool is_body_ = false;
 };
 
 class Network final : public MailNetwork {
  public:
-  Network(Input& input, std::size_t body_size) : input_(input), body_size_(body_size) {}
+  Network(FuzzInput& input, std::size_t body_size) : input_(input), body_size_(body_size) {}
 
   [[nodiscard]] std::optional<Ipv4Address> ParseAddress(const std::string&) const override {
     return Ipv4Address{};
@@ -102,13 +67,13 @@ class Network final : public MailNetwork {
   }
 
  private:
-  Input& input_;
+  FuzzInput& input_;
   std::size_t body_size_;
 };
 
 class Machine final : public MailEnvironment, public MachineName {
  public:
-  explicit Machine(Input& input)
+  explicit Machine(FuzzInput& input)
       : code_page_(kCodePages.at(input.Byte() % kCodePages.size())),
         host_name_(input.Field()),
         zone_(input.Field()) {}
@@ -136,7 +101,7 @@ class Machine final : public MailEnvironment, public MachineName {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace brantel;
   const std::string bytes(data, data + size);
-  Input input(bytes);
+  FuzzInput input(bytes);
   Machine machine(input);
   const MailMessage message{.to = input.Field(),
                             .from = input.Field(),
