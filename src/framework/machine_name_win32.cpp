@@ -4,15 +4,9 @@
 #include <windows.h>
 
 #include "framework/registry_key_win32.h"
+#include "framework/text_end.h"
 
 namespace brantel {
-namespace {
-
-std::string UpToNul(const std::string& text) {
-  return text.substr(0, text.find('\0'));
-}
-
-}  // namespace
 
 std::optional<std::string> SystemMachineName::TcpipParameter(const std::string& name,
                                                              std::size_t capacity) {
@@ -27,13 +21,13 @@ std::optional<std::string> SystemMachineName::TcpipParameter(const std::string& 
                        reinterpret_cast<BYTE*>(value.data()), &size) != ERROR_SUCCESS) {
     return std::nullopt;
   }
-  return UpToNul(value);
+  return std::string(UpToNul(value));
 }
 
 std::optional<std::string> SystemMachineName::SocketsHostName() {
   std::string name(250, '\0');
   if (gethostname(name.data(), static_cast<int>(name.size())) != 0) return std::nullopt;
-  return UpToNul(name);
+  return std::string(UpToNul(name));
 }
 
 }  // namespace brantel

@@ -7,7 +7,9 @@
 #include <utility>
 
 #include "framework/leading_number.h"
+#include "framework/sockets_binding.h"
 #include "framework/string_table.h"
+#include "framework/text_end.h"
 #include "mail/smtp_mail_layout.h"
 
 namespace brantel {
@@ -32,11 +34,6 @@ std::uint32_t ReadTimeout(SettingsStore& settings) {
   return static_cast<std::uint32_t>(std::max(LeadingNumber(timeout), kShortest));
 }
 
-// A host may put a NUL into a text that it expands. Mail ends there.
-std::string_view UpToNul(const std::string& text) {
-  return std::string_view(text).substr(0, text.find('\0'));
-}
-
 // Lets the host fill in its variables. The gateway and the recipients are deliberately left alone.
 Result Expand(Instance& instance, NotifierHost& host) {
   using namespace smtp_mail_field;
@@ -58,10 +55,7 @@ Result ToResult(int session_result) {
 }  // namespace
 
 std::shared_ptr<NotifierHost> SmtpMail::Initialize(const HostQuery& query_host) {
-  if (!sockets_.Start()) return nullptr;
-  auto host = query_host();
-  if (!host) sockets_.Stop();
-  return host;
+  return BindWithSockets(sockets_, query_host);
 }
 
 void SmtpMail::Shutdown() noexcept {

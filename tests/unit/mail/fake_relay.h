@@ -9,7 +9,6 @@
 #include <string_view>
 #include <vector>
 
-#include "framework/machine_name.h"
 #include "mail/mail_socket.h"
 
 namespace brantel {
@@ -104,19 +103,6 @@ class FakeRelay final : public MailNetwork {
     std::string unread_;
     bool is_in_message_ = false;
   };
-};
-
-// A machine with a name.
-class FakeMachineName final : public MachineName {
- public:
-  std::string host_name = "watch";
-  std::optional<std::string> domain;
-
-  std::optional<std::string> TcpipParameter(const std::string& name, std::size_t) override {
-    if (name == "Hostname") return host_name;
-    return domain;
-  }
-  std::optional<std::string> SocketsHostName() override { return std::nullopt; }
 };
 
 }  // namespace brantel

@@ -11,6 +11,7 @@
 #include "mail/smtp_mail.h"
 #include "mail/smtp_mail_layout.h"
 #include "tests/unit/framework/fake_instance_files.h"
+#include "tests/unit/framework/fake_machine_name.h"
 #include "tests/unit/framework/fake_notifier_host.h"
 #include "tests/unit/framework/fake_settings_store.h"
 #include "tests/unit/mail/fake_mail_environment.h"

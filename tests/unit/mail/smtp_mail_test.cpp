@@ -11,8 +11,10 @@
 
 #include "mail/smtp_mail_layout.h"
 #include "tests/unit/framework/fake_instance_files.h"
+#include "tests/unit/framework/fake_machine_name.h"
 #include "tests/unit/framework/fake_notifier_host.h"
 #include "tests/unit/framework/fake_settings_store.h"
+#include "tests/unit/framework/fake_sockets_library.h"
 #include "tests/unit/mail/fake_mail_environment.h"
 #include "tests/unit/mail/fake_relay.h"
 
@@ -26,18 +28,6 @@ using ::testing::IsEmpty;
 constexpr Result kHostFailure = static_cast<Result>(0x80070057);
 constexpr const char* kKey = "SOFTWARE\\Brantel\\Vantrel\\notification\\SMTPMail";
 constexpr const char* kTimeout = "Settings_Timeout";
-
-class FakeSocketsLibrary final : public SocketsLibrary {
- public:
-  bool starts = true;
-  std::vector<std::string>* calls = nullptr;
-
-  bool Start() override {
-    calls->emplace_back("start");
-    return starts;
-  }
-  void Stop() noexcept override { calls->emplace_back("stop"); }
-};
 
 class SmtpMailTest : public ::testing::Test {
  protected:
