@@ -25,6 +25,7 @@ struct FileKind {
 };
 
 class Dialog;
+class DialogTasks;
 class DialogView;
 
 // Makes a dialog that answers through the view, which outlives it.
@@ -55,6 +56,11 @@ class DialogView {
   // Selects none when the list has no such position. Is no selection of the operator's.
   virtual void SelectItem(int control, std::size_t position) = 0;
 
+  // Adds to the items of a list, leaving the selection and what was typed beside the list alone.
+  virtual void AppendItem(int control, const std::string& item) = 0;
+  // Whether the list has the item, as the system compares them: letter case does not matter.
+  virtual bool HasItem(int control, const std::string& item) = 0;
+
   // Does nothing when the dialog has no such control.
   virtual void MoveFocus(int control) = 0;
 
@@ -76,6 +82,9 @@ class DialogView {
 
   // Shows another dialog over this one until the operator closes it.
   virtual void ShowDialog(const DialogMaker& make) = 0;
+
+  // Where other threads leave what is to be done in the dialog, once that is being opened.
+  virtual std::shared_ptr<DialogTasks> Tasks() = 0;
 
   // Closes the dialog after the event that is being handled.
   virtual void Close() = 0;

@@ -1,6 +1,8 @@
 #include "framework/dialog_window_win32.h"
 
 #include <algorithm>
+#include <array>
+#include <string_view>
 
 #include "framework/bitmap_button_win32.h"
 #include "framework/exception_guard.h"
@@ -19,6 +21,12 @@ constexpr INT_PTR kBrokenOff = 2;
 // An edit takes this for "as much as there can be".
 constexpr std::size_t kNoLimit = 0;
 constexpr std::size_t kHighestLimit = 0x7FFFFFFE;
+
+bool IsComboBox(HWND window) {
+  std::array<char, 16> name{};
+  GetClassNameA(window, name.data(), static_cast<int>(name.size()));
+  return std::string_view(name.data()) == "ComboBox";
+}
 
 // As many whole characters as `limit` bytes hold.
 std::string Shortened(const std::string& text, std::size_t limit) {
@@ -72,6 +80,12 @@ bool DialogWindow::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
     case WM_HELP:
       dialog_->Help();
       return true;
+    case WindowTasks::kMessage:
+      if (tasks_) tasks_->Do();
+      return true;
+    case WM_DESTROY:
+      if (tasks_) tasks_->Close();
+      return false;
     case WM_DRAWITEM:
       return Draw(*reinterpret_cast<const DRAWITEMSTRUCT*>(lparam));
     default:
@@ -81,7 +95,7 @@ bool DialogWindow::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
 
 void DialogWindow::HandleCommand(int control, int notification) {
   if (notification == BN_CLICKED) dialog_->Press(control);
-  if (notification == EN_CHANGE) dialog_->Change(control);
+  if (notification == EN_CHANGE || notification == CBN_EDITCHANGE) dialog_->Change(control);
   if (notification == CBN_SELCHANGE) dialog_->Select(control);
 }
 
@@ -111,7 +125,8 @@ void DialogWindow::SetText(int control, const std::string& text) {
 }
 
 void DialogWindow::LimitTyping(int control, std::size_t limit) {
-  SendDlgItemMessageA(window_, control, EM_LIMITTEXT, limit <= kHighestLimit ? limit : kNoLimit, 0);
+  const UINT message = IsComboBox(GetDlgItem(window_, control)) ? CB_LIMITTEXT : EM_LIMITTEXT;
+  SendDlgItemMessageA(window_, control, message, limit <= kHighestLimit ? limit : kNoLimit, 0);
 }
 
 bool DialogWindow::IsChecked(int control) {
@@ -125,7 +140,7 @@ void DialogWindow::SetChecked(int control, bool checked) {
 void DialogWindow::FillList(int control, const std::vector<std::string>& items) {
   SendDlgItemMessageA(window_, control, CB_RESETCONTENT, 0, 0);
   for (const std::string& item : items) {
-    SendDlgItemMessageA(window_, control, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(item.c_str()));
+    AppendItem(control, item);
   }
 }
 
@@ -137,6 +152,16 @@ std::optional<std::size_t> DialogWindow::SelectedItem(int control) {
 
 void DialogWindow::SelectItem(int control, std::size_t position) {
   SendDlgItemMessageA(window_, control, CB_SETCURSEL, position, 0);
+}
+
+void DialogWindow::AppendItem(int control, const std::string& item) {
+  SendDlgItemMessageA(window_, control, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(item.c_str()));
+}
+
+bool DialogWindow::HasItem(int control, const std::string& item) {
+  constexpr WPARAM kFromTheStart = static_cast<WPARAM>(-1);
+  return SendDlgItemMessageA(window_, control, CB_FINDSTRINGEXACT, kFromTheStart,
+                             reinterpret_cast<LPARAM>(item.c_str())) != CB_ERR;
 }
 
 void DialogWindow::MoveFocus(int control) {
@@ -168,6 +193,11 @@ void DialogWindow::ShowDialog(const DialogMaker& make) {
   DialogWindow window;
   const auto dialog = make(window);
   window.Run(*dialog, window_);
+}
+
+std::shared_ptr<DialogTasks> DialogWindow::Tasks() {
+  if (!tasks_) tasks_ = std::make_shared<WindowTasks>(window_);
+  return tasks_;
 }
 
 void DialogWindow::Close() {

@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include "framework/dialog.h"
+#include "framework/dialog_tasks_win32.h"
 #include "framework/dialog_view.h"
 #include "framework/result.h"
 
@@ -24,12 +25,15 @@ class DialogWindow final : public DialogView {
   void FillList(int control, const std::vector<std::string>& items) override;
   std::optional<std::size_t> SelectedItem(int control) override;
   void SelectItem(int control, std::size_t position) override;
+  void AppendItem(int control, const std::string& item) override;
+  bool HasItem(int control, const std::string& item) override;
   void MoveFocus(int control) override;
   void ShowMessage(const std::string& text, const std::string& caption, MessageIcon icon) override;
   void ShowHelp(std::optional<unsigned> context) override;
   std::optional<std::string> ChooseFile(const FileKind& kind, const std::string& current) override;
   std::optional<std::string> ChooseDirectory(const std::string& title) override;
   void ShowDialog(const DialogMaker& make) override;
+  std::shared_ptr<DialogTasks> Tasks() override;
   void Close() override;
 
  private:
@@ -41,7 +45,8 @@ class DialogWindow final : public DialogView {
   bool Draw(const DRAWITEMSTRUCT& item);
 
   HWND window_ = nullptr;
-  Dialog* dialog_ = nullptr;  // the one that is shown
+  Dialog* dialog_ = nullptr;            // the one that is shown
+  std::shared_ptr<WindowTasks> tasks_;  // null as long as nobody wants to leave any
 };
 
 }  // namespace brantel

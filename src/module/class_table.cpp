@@ -28,7 +28,12 @@
 #include "modem/pager_dialog.h"
 #include "modem/pager_layout.h"
 #include "modem/serial_device_win32.h"
+#include "popup/network_neighbourhood_win32.h"
+#include "popup/network_system_win32.h"
+#include "popup/win_popup.h"
+#include "popup/win_popup_dialog.h"
 #include "popup/win_popup_layout.h"
+#include "popup/worker_threads_win32.h"
 
 namespace brantel {
 namespace {
@@ -46,6 +51,9 @@ constinit SystemProcessStarter process_starter;
 constinit SystemRecorder recorder_system;
 constinit SystemSoundPlayer sound_player;
 constinit SystemSerialPorts serial_ports;
+constinit WindowsNetworkSystem network_system;
+constinit WindowsNetworkNeighbourhood neighbourhood;
+constinit WindowsWorkerThreads worker_threads;
 
 // What mail sessions leave behind for each other, whichever object runs them.
 constinit SmtpState smtp_state;
@@ -107,10 +115,24 @@ std::unique_ptr<InstanceDialog> MakeSMTPMailDialog(DialogView& view, InstanceDia
                                           name_resolver);
 }
 
-constexpr auto MakeWinPopup = MakeUnbuilt;
+std::u16string AnsiToUtf16(std::string_view text) {
+  const std::wstring wide = FromAnsi(text);
+  return {wide.begin(), wide.end()};
+}
+
+std::unique_ptr<Notifier> MakeWinPopup() {
+  return std::make_unique<WinPopup>(instance_files, sockets_library, network_system,
+                                    PopupSurroundings{machine_name, AnsiToUtf16});
+}
+
+std::unique_ptr<InstanceDialog> MakeWinPopupDialog(DialogView& view, InstanceDialogCall call) {
+  return std::make_unique<WinPopupDialog>(
+      view, instance_files, std::move(call),
+      DestinationSources{network_system, neighbourhood, worker_threads});
+}
+
 constexpr auto MakeVoice = MakeUnbuilt;
 
-constexpr auto MakeWinPopupDialog = nullptr;
 constexpr auto MakeVoiceDialog = nullptr;
 
 #define NOTIFIER_CLASS(name, clsid, script_id, icon_id, stem, web_form, programmable) \

@@ -1,15 +1,37 @@
 #pragma once
 
+#include <algorithm>
 #include <functional>
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "framework/dialog.h"
+#include "framework/dialog_tasks.h"
 #include "framework/dialog_view.h"
 
 namespace brantel {
+
+// Tasks that wait until the test lets the dialog do them.
+class FakeDialogTasks final : public DialogTasks {
+ public:
+  bool is_open = true;
+  std::vector<std::function<void()>> left;
+
+  bool Leave(std::function<void()> task) override {
+    if (is_open) left.push_back(std::move(task));
+    return is_open;
+  }
+
+  void Do() {
+    for (const auto& task : std::exchange(left, {})) {
+      task();
+    }
+  }
+};
 
 // A dialog in memory, with whatever controls are asked for.
 class FakeDialogView final : public DialogView {
@@ -50,6 +72,11 @@ class FakeDialogView final : public DialogView {
     selections[control] = position < lists[control].size() ? std::optional(position) : std::nullopt;
   }
 
+  void AppendItem(int control, const std::string& item) override { lists[control].push_back(item); }
+  bool HasItem(int control, const std::string& item) override {
+    return std::ranges::find(lists[control], item) != lists[control].end();
+  }
+
   void MoveFocus(int control) override { events.push_back("focus " + std::to_string(control)); }
 
   void ShowMessage(const std::string& text, const std::string& caption, MessageIcon icon) override {
@@ -79,7 +106,11 @@ class FakeDialogView final : public DialogView {
     in_shown_dialog(*dialog, view);
   }
 
+  std::shared_ptr<DialogTasks> Tasks() override { return tasks; }
+
   void Close() override { events.emplace_back("close"); }
+
+  std::shared_ptr<FakeDialogTasks> tasks = std::make_shared<FakeDialogTasks>();
 };
 
 }  // namespace brantel

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "popup/network_library.h"
+
+namespace brantel {
+
+class WindowsNetworkSystem final : public NetworkSystem {
+ public:
+  WindowsFamily Family() override;
+  std::unique_ptr<NetworkLibrary> Load(std::string_view name) override;
+};
+
+}  // namespace brantel

@@ -1,0 +1,12 @@
+#pragma once
+
+#include "popup/worker_threads.h"
+
+namespace brantel {
+
+class WindowsWorkerThreads final : public WorkerThreads {
+ public:
+  void Start(std::function<void()> work) override;
+};
+
+}  // namespace brantel
