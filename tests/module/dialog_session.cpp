@@ -183,13 +183,21 @@ bool DialogSession::IsChecked(int id) const {
   return SendMessageA(Control(id), BM_GETCHECK, 0, 0) == BST_CHECKED;
 }
 
-int DialogSession::Focus() const {
+HWND DialogSession::FocusedWindow() const {
   GUITHREADINFO information{};
   information.cbSize = sizeof information;
   if (GetGUIThreadInfo(thread_id_, &information) == FALSE) {
     throw std::runtime_error("nobody knows where the focus is");
   }
-  return information.hwndFocus == nullptr ? 0 : GetDlgCtrlID(information.hwndFocus);
+  return information.hwndFocus;
+}
+
+int DialogSession::Focus() const {
+  HWND control = FocusedWindow();
+  if (control == nullptr) return 0;
+  // A combo box leaves the focus to the edit in it.
+  if (WindowClass(GetParent(control)) == "ComboBox") control = GetParent(control);
+  return GetDlgCtrlID(control);
 }
 
 void DialogSession::SetText(int id, const std::string& text) const {
@@ -206,7 +214,7 @@ void DialogSession::StartClick(int id) const {
 }
 
 void DialogSession::PressKey(WORD key) {
-  HWND control = Control(Focus());
+  HWND control = FocusedWindow();
   PostMessageA(control, WM_KEYDOWN, key, 1);
   PostMessageA(control, WM_KEYUP, key, static_cast<LPARAM>(0xC0000001));
   Settle();
@@ -214,12 +222,12 @@ void DialogSession::PressKey(WORD key) {
 
 void DialogSession::PressAltAnd(char letter) {
   constexpr LPARAM kAltIsDown = 0x20000001;
-  PostMessageA(Control(Focus()), WM_SYSCHAR, static_cast<WPARAM>(letter), kAltIsDown);
+  PostMessageA(FocusedWindow(), WM_SYSCHAR, static_cast<WPARAM>(letter), kAltIsDown);
   Settle();
 }
 
 void DialogSession::Type(const std::string& text) {
-  HWND control = Control(Focus());
+  HWND control = FocusedWindow();
   for (const char letter : text) {
     PostMessageA(control, WM_CHAR, static_cast<unsigned char>(letter), 1);
   }

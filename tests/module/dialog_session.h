@@ -99,6 +99,8 @@ class DialogSession {
   const DialogOutcome& Await();
 
  private:
+  [[nodiscard]] HWND FocusedWindow() const;
+
   void Run(const LoadedModule& module, const DialogRequest& request);
   void CreateThreadsWindows(bool with_owner);
   void Call(INotifierConfig& config, const DialogRequest& request);

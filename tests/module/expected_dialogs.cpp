@@ -15,6 +15,7 @@ constexpr DWORD kDefaultButton = WS_TABSTOP | BS_DEFPUSHBUTTON;
 constexpr DWORD kCheckBox = WS_TABSTOP | BS_AUTOCHECKBOX;
 constexpr DWORD kGroupBox = BS_GROUPBOX;
 constexpr DWORD kDropDownList = WS_TABSTOP | CBS_DROPDOWNLIST;
+constexpr DWORD kDropDownEdit = WS_TABSTOP | CBS_DROPDOWN | CBS_AUTOHSCROLL;
 constexpr DWORD kPictureButton = WS_TABSTOP | BS_OWNERDRAW;
 
 // With the NULs inside.
@@ -188,6 +189,34 @@ const ExpectedDialog& ExpectedLaunchProgramDialog() {
                            "\x09\0\0\0page.exe\0"
                            "\x09\0\0\0C:\\tools\0"
                            "\x06\0\0\0-x %n\0"),
+  };
+  return dialog;
+}
+
+const ExpectedDialog& ExpectedWinPopupDialog() {
+  static const ExpectedDialog dialog = {
+      .notifier_class = kWinPopup,
+      .add_title = "Add WinPopup Instance",
+      .edit_title = "Edit WinPopup Instance",
+      .failed_edit_title = "Edit WinPopup Instance",
+      .default_name = L"Default WinPopup",
+      .controls = {{-1, "Static", "&Display name:", kLabel},
+                   {203, "Edit", "", kEdit},
+                   {-1, "Static", "De&stination:", kLabel},
+                   {215, "ComboBox", "", kDropDownEdit},
+                   {-1, "Static", "&Message:", kLabel},
+                   {201, "Edit", "", kEdit},
+                   {1, "Button", "OK", kDefaultButton},
+                   {2, "Button", "Cancel", kButton},
+                   {9, "Button", "&Help", kButton}},
+      .edits = {{203, 'd', kNameMissing, "night"},
+                {215, 's', "Invalid value - The 'Destination' field must have a value.", "pc9"},
+                {201, 'm', "Invalid value - The 'Message' field must have a value.", "%n is down"}},
+      .focus_after_name_error = 203,
+      .help_context = 0,
+      .sample_file = Bytes("\x29\x2C\x76\x8B\x2E\x0B\x58\x9C\x6C\x92\x5C\x2A\x02\x1A\xFB\x08"
+                           "\x04\0\0\0pc9\0"
+                           "\x0B\0\0\0%n is down\0"),
   };
   return dialog;
 }

@@ -62,5 +62,6 @@ const ExpectedDialog& ExpectedBeeperDialog();
 const ExpectedDialog& ExpectedSmtpMailDialog();
 const ExpectedDialog& ExpectedSoundDialog();
 const ExpectedDialog& ExpectedLaunchProgramDialog();
+const ExpectedDialog& ExpectedWinPopupDialog();
 
 }  // namespace brantel

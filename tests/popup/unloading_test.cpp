@@ -1,0 +1,136 @@
+// What happens to the search when the dialog closes, and when the host goes.
+#include <windows.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "tests/module/allocation_ledger.h"
+#include "tests/module/loaded_module.h"
+#include "tests/module/portable_executable.h"
+#include "tests/module/process_level.h"
+#include "tests/module/scratch_directory.h"
+#include "tests/popup/win_popup_fixture.h"
+
+namespace brantel {
+namespace {
+
+constexpr int kCancel = 2;
+
+bool IsLoaded() {
+  return GetModuleHandleW(ModuleFile().c_str()) != nullptr;
+}
+
+void AwaitUnloading() {
+  AwaitThat([] { return !IsLoaded(); }, "the module stays in the process");
+}
+
+class Unloading : public ::testing::Test {
+ protected:
+  // Opens the dialog and closes it at once. How many milliseconds the closing took.
+  DWORD OpenAndClose(const LoadedModule& module) {
+    DialogSession session(module,
+                          {.notifier_class = kWinPopup, .directory = scratch_.path().wstring()});
+    const DWORD before = GetTickCount();
+    session.Click(kCancel);
+    EXPECT_EQ(session.Await().result, E_FAIL);
+    return GetTickCount() - before;
+  }
+
+  StandIns stand_ins_;
+  ScratchDirectory scratch_;
+};
+
+TEST_F(Unloading, WaitsForTheSearchAndTheHostDoesNot) {
+  stand_ins_.CloseGate();
+  {
+    const LoadedModule module;
+    OpenAndClose(module);
+    EXPECT_EQ(module.CanUnloadNow(), S_OK);  // no object is left
+  }
+  EXPECT_TRUE(IsLoaded());
+  stand_ins_.OpenGate();
+  AwaitUnloading();
+}
+
+TEST_F(Unloading, IsCalledOffByTheNextUse) {
+  stand_ins_.CloseGate();
+  std::optional<LoadedModule> module(std::in_place);
+  OpenAndClose(*module);
+  module.reset();
+  module.emplace();
+  stand_ins_.OpenGate();
+  AwaitThat([&] { return stand_ins_.Report().back().starts_with("unloaded"); },
+            "the search does not end");
+  EXPECT_TRUE(IsLoaded());
+  EXPECT_EQ(module->CreateNotifier(kWinPopup)->Shutdown(), S_OK);
+  module.reset();
+  AwaitUnloading();
+}
+
+// Opens and closes dialogs while the network takes its time, lets the module go while all of their
+// searches are under way, and waits for those.
+void CloseAtOnceManyTimes(int times, const std::function<DWORD(const LoadedModule&)>& once) {
+  DWORD longest = 0;
+  {
+    const LoadedModule module;
+    for (int i = 0; i < times; ++i) {
+      longest = std::max(longest, once(module));
+    }
+  }
+  EXPECT_TRUE(IsLoaded());
+  AwaitUnloading();
+  EXPECT_LT(longest, 2500U);
+}
+
+// The libraries around the module stay loaded meanwhile: what they take and leave when they come
+// and go is not the module's.
+class LibrariesAround {
+ public:
+  LibrariesAround() {
+    for (const std::string& name : PortableExecutable(ModuleFile()).ImportedLibraries()) {
+      libraries_.push_back(LoadLibraryA(name.c_str()));
+    }
+    libraries_.push_back(LoadLibraryA("netapi32.dll"));
+  }
+  LibrariesAround(const LibrariesAround&) = delete;
+  LibrariesAround& operator=(const LibrariesAround&) = delete;
+  ~LibrariesAround() {
+    for (HMODULE library : libraries_) {
+      FreeLibrary(library);
+    }
+  }
+
+ private:
+  std::vector<HMODULE> libraries_;
+};
+
+TEST_F(Unloading, FollowsTwoHundredDialogsThatCloseAtOnceInASlowNetwork) {
+  constexpr unsigned kAnswerTakes = 5000;
+  constexpr int kTimes = 200;
+  // Of blocks of the heap and of handles; less than one for every second of the dialogs.
+  constexpr std::size_t kTolerance = 50;
+  const LibrariesAround libraries_around;
+  stand_ins_.SetNetwork(L"OPS PC1;SALES PC2");
+  const auto once = [&](const LoadedModule& module) { return OpenAndClose(module); };
+
+  stand_ins_.SetNetworkDelay(500);
+  CloseAtOnceManyTimes(kTimes, once);  // the system has now made what it makes once
+  const std::size_t heap_blocks = MeasureHeaps().blocks;
+  const std::size_t handles = OpenHandles().size();
+  const std::size_t thread_slots = FreeThreadSlots();
+  const AllocationBalance balance;
+
+  stand_ins_.SetNetworkDelay(kAnswerTakes);
+  CloseAtOnceManyTimes(kTimes, once);
+  EXPECT_LE(MeasureHeaps().blocks, heap_blocks + kTolerance);
+  EXPECT_LE(OpenHandles().size(), handles + kTolerance);
+  EXPECT_EQ(FreeThreadSlots(), thread_slots);
+  EXPECT_EQ(balance.Outstanding(), 0);
+}
+
+}  // namespace
+}  // namespace brantel
