@@ -5,8 +5,6 @@
 namespace brantel {
 namespace {
 
-constexpr std::size_t kLongestFile = 512;
-
 std::string FindRecorder(RecorderSystem& system) {
   std::string configured = system.ConfiguredRecorder();
   return configured.empty() ? system.SystemDirectory() + "\\sndrec32.exe" : configured;
@@ -17,8 +15,8 @@ std::string FindRecorder(RecorderSystem& system) {
 SoundRecorder::SoundRecorder(RecorderSystem& system)
     : system_(system), path_(FindRecorder(system)) {}
 
-void SoundRecorder::Record(DialogView& view, int edit) {
-  if (system_.Run(path_ + " " + view.Text(edit, kLongestFile))) return;
+void SoundRecorder::Record(DialogView& view, int edit, std::size_t limit) {
+  if (system_.Run(path_ + " " + view.Text(edit, limit))) return;
   view.ShowMessage(LoadText(text_id::kRecorderFailed), "", MessageIcon::kNone);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 #include "framework/dialog_view.h"
@@ -28,8 +29,9 @@ class SoundRecorder {
   explicit SoundRecorder(RecorderSystem& system);
 
   // Starts the recorder with the file that an edit names. Deliberately waits for the recorder's
-  // end, so that the dialog, which stands still meanwhile, goes on with the recorded file.
-  void Record(DialogView& view, int edit);
+  // end, so that the dialog, which stands still meanwhile, goes on with the recorded file. Of the
+  // edit's text the recorder gets no more than `limit` bytes.
+  void Record(DialogView& view, int edit, std::size_t limit);
 
  private:
   RecorderSystem& system_;

@@ -14,6 +14,8 @@ constexpr int kFilenameEdit = 212;
 
 constexpr FileKind kWaveFiles = {text_id::kWaveFiles, "*.wav"};
 
+constexpr std::size_t kLongestRecorded = 512;
+
 constexpr std::array<BitmapButton, 2> kBitmapButtons = {{
     {kBrowseButton, BITMAP_BROWSE},
     {kRecordButton, BITMAP_RECORD},
@@ -40,7 +42,7 @@ void SoundDialog::PressOwnButton(int control) {
   if (control == kBrowseButton) {
     BrowseForFile(kFilenameEdit, kWaveFiles);
   } else if (control == kRecordButton) {
-    recorder_.Record(view(), kFilenameEdit);
+    recorder_.Record(view(), kFilenameEdit, kLongestRecorded);
   }
 }
 

@@ -16,7 +16,7 @@ constexpr int kEdit = 7;
 
 class SoundRecorderTest : public ::testing::Test {
  protected:
-  void Record() { SoundRecorder(system_).Record(view_, kEdit); }
+  void Record() { SoundRecorder(system_).Record(view_, kEdit, 511); }
 
   FakeRecorderSystem system_;
   FakeDialogView view_;
@@ -40,15 +40,15 @@ TEST_F(SoundRecorderTest, IsTheConfiguredOneBeforeTheSystems) {
 TEST_F(SoundRecorderTest, IsFoundWhenTheDialogIsMade) {
   SoundRecorder recorder(system_);
   system_.configured = "D:\\late.exe";
-  recorder.Record(view_, kEdit);
+  recorder.Record(view_, kEdit, 511);
   EXPECT_THAT(system_.command_lines, ElementsAre("C:\\WINDOWS\\system32\\sndrec32.exe "));
 }
 
-TEST_F(SoundRecorderTest, TakesAFileOf512Bytes) {
-  view_.texts[kEdit] = std::string(513, 'x');
+TEST_F(SoundRecorderTest, TakesNoMoreOfTheFileThanItIsAllowed) {
+  view_.texts[kEdit] = std::string(512, 'x');
   Record();
   EXPECT_THAT(system_.command_lines,
-              ElementsAre("C:\\WINDOWS\\system32\\sndrec32.exe " + std::string(512, 'x')));
+              ElementsAre("C:\\WINDOWS\\system32\\sndrec32.exe " + std::string(511, 'x')));
 }
 
 TEST_F(SoundRecorderTest, TellsWhenItCannotBeStarted) {

@@ -144,6 +144,14 @@ TEST_F(SoundDialogTest, RecordsIntoTheNamedFile) {
   EXPECT_THAT(view_.events, IsEmpty());
 }
 
+TEST_F(SoundDialogTest, RecordsIntoAFileOf512Bytes) {
+  SoundDialog dialog = Add();
+  view_.texts[kFilename] = std::string(513, 'x');
+  dialog.Press(kRecord);
+  EXPECT_THAT(system_.command_lines,
+              ElementsAre("C:\\WINDOWS\\system32\\sndrec32.exe " + std::string(512, 'x')));
+}
+
 TEST_F(SoundDialogTest, IsModifiedByItsControlsAlone) {
   for (const int control : {kName, kFilename}) {
     SoundDialog dialog = Add();
