@@ -34,6 +34,13 @@
 #include "popup/win_popup_dialog.h"
 #include "popup/win_popup_layout.h"
 #include "popup/worker_threads_win32.h"
+#include "voice/memory_blocks.h"
+#include "voice/message_pump_win32.h"
+#include "voice/riff_files_win32.h"
+#include "voice/telephony_win32.h"
+#include "voice/voice.h"
+#include "voice/voice_dialog.h"
+#include "voice/wave_output_win32.h"
 
 namespace brantel {
 namespace {
@@ -54,6 +61,11 @@ constinit SystemSerialPorts serial_ports;
 constinit WindowsNetworkSystem network_system;
 constinit WindowsNetworkNeighbourhood neighbourhood;
 constinit WindowsWorkerThreads worker_threads;
+constinit SystemTelephony telephony;
+constinit SystemRiffFiles riff_files;
+constinit SystemWaveOutput wave_output;
+constinit ThreadMessagePump message_pump;
+constinit SystemMemoryBlocks memory_blocks;
 
 // What mail sessions leave behind for each other, whichever object runs them.
 constinit SmtpState smtp_state;
@@ -61,15 +73,20 @@ constinit SmtpState smtp_state;
 // Counts what all objects send by UCP.
 constinit UcpTransactionCounter ucp_counter = 0;
 
-// A class whose delivery is still to be built.
-class UnbuiltNotifier final : public Notifier {
- public:
-  Result Send(const InstanceArgument&, NotifierHost*) override { return kFail; }
+// A value whose destructor does not run when the process ends.
+template <typename Value>
+union NeverDestroyed {
+  constexpr NeverDestroyed() : value() {}
+  NeverDestroyed(const NeverDestroyed&) = delete;
+  NeverDestroyed& operator=(const NeverDestroyed&) = delete;
+  ~NeverDestroyed() {}  // NOLINT(modernize-use-equals-default): a default one would be deleted
+
+  Value value;
 };
 
-std::unique_ptr<Notifier> MakeUnbuilt() {
-  return std::make_unique<UnbuiltNotifier>();
-}
+// What all calls share. It may hold a host that never says goodbye, and that is then no longer
+// there when the process ends; before the module is unloaded, all have let go of theirs.
+constinit NeverDestroyed<VoiceState> voice_state;
 
 std::unique_ptr<Notifier> MakeLaunchProgram() {
   return std::make_unique<LaunchProgram>(instance_files, process_starter);
@@ -131,9 +148,16 @@ std::unique_ptr<InstanceDialog> MakeWinPopupDialog(DialogView& view, InstanceDia
       DestinationSources{network_system, neighbourhood, worker_threads});
 }
 
-constexpr auto MakeVoice = MakeUnbuilt;
+std::unique_ptr<Notifier> MakeVoice() {
+  return std::make_unique<Voice>(instance_files,
+                                 VoiceSurroundings{telephony, riff_files, wave_output, message_pump,
+                                                   system_clock, memory_blocks},
+                                 voice_state.value);
+}
 
-constexpr auto MakeVoiceDialog = nullptr;
+std::unique_ptr<InstanceDialog> MakeVoiceDialog(DialogView& view, InstanceDialogCall call) {
+  return std::make_unique<VoiceDialog>(view, instance_files, std::move(call), recorder_system);
+}
 
 #define NOTIFIER_CLASS(name, clsid, script_id, icon_id, stem, web_form, programmable) \
   NotifierClass{#name,    ParseGuid(clsid), script_id,         icon_id,               \

@@ -1,0 +1,283 @@
+#include "voice/line_session.h"
+
+#include <optional>
+
+#include "framework/exception_guard.h"
+#include "framework/format_inserts.h"
+#include "framework/format_text.h"
+#include "framework/string_table.h"
+#include "voice/line_texts.h"
+
+namespace brantel {
+namespace {
+
+constexpr std::size_t kDialStringCapacity = 64;  // with its NUL
+
+constexpr VersionRange kVersions = {.lowest = 0x00010000, .highest = 0x00050000};
+
+constexpr const char* kWaveOutClass = "wave/out";
+
+// What becomes of errors of the search for the wave device.
+constexpr LineCode kWaveDeviceUnknown = 0x40000000;
+constexpr LineCode kWaveDeviceTaken = 0x10000000;
+
+constexpr std::uint32_t LowWord(std::uint32_t number) {
+  return number & 0xFFFF;
+}
+constexpr std::uint32_t HighWord(std::uint32_t number) {
+  return number >> 16;
+}
+
+LineCode ToWaveDeviceError(LineCode error) {
+  switch (error) {
+    case line_error::kNoMemory:
+    case line_error::kInvalidAddressId:
+      return kWaveDeviceUnknown;
+    case line_error::kResourceUnavailable:
+      return kWaveDeviceTaken;
+    default:
+      return error;
+  }
+}
+
+// The button of a telephone that sends this digit.
+std::optional<std::int32_t> ButtonOf(char digit) {
+  if (digit >= '0' && digit <= '9') return digit - '0';
+  if (digit == '*') return kStarButton;
+  if (digit == '#') return kHashButton;
+  return std::nullopt;
+}
+
+// Closing may fail for a moment, while the driver is still at something.
+template <typename Attempt>
+void TryFiveTimes(Clock& clock, Attempt attempt) {
+  constexpr int kAttempts = 5;
+  constexpr std::uint32_t kPause = 500;
+  for (int i = 1; attempt() != 0 && i < kAttempts; ++i) {
+    clock.Wait(kPause);
+  }
+}
+
+}  // namespace
+
+LineSession::LineSession(const VoiceSurroundings& surroundings, VoiceState& state,
+                         WavePlayback& playback, std::string_view number,
+                         std::int32_t acknowledge_button)
+    : surroundings_(surroundings),
+      state_(state),
+      playback_(playback),
+      dial_string_(number.substr(0, kDialStringCapacity - 1)),
+      acknowledge_button_(acknowledge_button) {}
+
+LineSession::~LineSession() {
+  static_cast<void>(GuardExceptions([this] {
+    if (initialised_) TearDown();
+    return kOk;
+  }));
+}
+
+LineCode LineSession::InitializeLine() {
+  const LineCode code = surroundings_.telephony.Initialize(*this, application_, device_count_);
+  initialised_ = code == 0;
+  if (!initialised_) {
+    state_.Log(FormatText(LoadText(InitializeFailureFormat(code)),
+                          {LoadText(text_id::kLineNotInitialized)}));
+  }
+  return code;
+}
+
+LineCode LineSession::ChooseDevice() {
+  if (device_count_ == 0) return 0;
+  for (std::uint32_t device = 0; device < device_count_; ++device) {
+    if (!Negotiate(device)) continue;
+    const LineCode code = ReadCapabilities(device);
+    if (!capabilities_) return line_error::kNoMemory;
+    if (code != 0 || !TakesAutomatedVoice()) continue;
+    device_ = device;
+    return 0;
+  }
+  state_.LogText(text_id::kNoSuitableDevice);
+  return line_error::kNoDevice;
+}
+
+bool LineSession::Negotiate(std::uint32_t device) {
+  const LineCode code =
+      surroundings_.telephony.NegotiateVersion(application_, device, kVersions, version_);
+  if (code != 0) {
+    LogDeviceFailure(NegotiationFailureText(code), device);
+    return false;
+  }
+  state_.Log(FormatText(LoadText(text_id::kDeviceVersion),
+                        {device, HighWord(version_), LowWord(version_)}));
+  return true;
+}
+
+void LineSession::LogDeviceFailure(unsigned text_id, std::uint32_t device) const {
+  state_.Log(FormatInserts(LoadText(text_id), {device, LowWord(version_), HighWord(version_)}));
+}
+
+LineCode LineSession::ReadCapabilities(std::uint32_t device) {
+  const LineCode code = FillSizedBlock(
+      surroundings_.memory, line_structure::kCapabilitiesSize, capabilities_,
+      [&](std::span<std::byte> bytes) { return RequestCapabilities(device, bytes); });
+  if (code == 0) {
+    state_.Log(FormatText(LoadText(text_id::kCapabilitiesRead),
+                          {device, HighWord(version_), LowWord(version_)}));
+  }
+  return code;
+}
+
+LineCode LineSession::RequestCapabilities(std::uint32_t device, std::span<std::byte> capabilities) {
+  const LineCode code =
+      surroundings_.telephony.GetCapabilities(application_, device, version_, capabilities);
+  if (code != 0) {
+    state_.Log(FormatText(
+        LoadText(text_id::kCapabilitiesFormat),
+        {LoadText(text_id::kCapabilitiesNotRead), device, HighWord(version_), LowWord(version_)}));
+  }
+  return code;
+}
+
+bool LineSession::TakesAutomatedVoice() const {
+  return (capabilities_.Word(line_structure::kCapabilitiesMediaModes) & kMediaModeAutomatedVoice) !=
+         0;
+}
+
+LineCode LineSession::OpenLine() {
+  call_parameters_ = SizedBlock(surroundings_.memory, line_structure::kCallParametersSize);
+  if (!call_parameters_) return line_error::kNoMemory;
+  call_parameters_.SetWord(line_structure::kCallParametersBearerMode, kBearerModeVoice);
+  call_parameters_.SetWord(line_structure::kCallParametersMediaMode, kMediaModeAutomatedVoice);
+
+  const LineCode code = surroundings_.telephony.Open(
+      application_, device_, version_, kMediaModeAutomatedVoice, call_parameters_.bytes(), line_);
+  line_open_ = code == 0;
+  state_.line_open = line_open_;
+  if (!line_open_) LogDeviceFailure(OpenFailureText(code), device_);
+  return code;
+}
+
+LineCode LineSession::PlaceCall() {
+  surroundings_.telephony.MakeCall(line_, dial_string_, call_parameters_.bytes(), call_);
+  WaitForConnection();
+  return 0;
+}
+
+LineCode LineSession::GetWaveDevice(CallSelect select) {
+  const LineCode code = FillSizedBlock(surroundings_.memory, line_structure::kVariableTextSize,
+                                       wave_id_, [&](std::span<std::byte> bytes) {
+                                         return surroundings_.telephony.GetId(line_, call_, select,
+                                                                              kWaveOutClass, bytes);
+                                       });
+  if (!wave_id_) return line_error::kNoMemory;
+  if (code != 0) return ToWaveDeviceError(code);
+  const std::uint32_t offset = wave_id_.Word(line_structure::kVariableTextOffset);
+  if (!wave_id_.HoldsWord(offset)) return line_error::kStructureTooSmall;
+  wave_device_ = wave_id_.Word(offset);
+  return 0;
+}
+
+LineCode LineSession::MonitorDigits() {
+  const LineCode code = surroundings_.telephony.MonitorDigits(call_, kDigitModeDtmf);
+  if (code == 0) return 0;
+  if (const auto text_id = MonitorDigitsFailureText(code)) state_.LogText(*text_id);
+  return code;
+}
+
+LineCode LineSession::WaitForConnection() {
+  state_.call_connected = false;
+  state_.reply_result = line_error::kOperationFailed;
+  surroundings_.message_pump.PumpUntil(
+      [this] { return state_.call_connected || !state_.line_open; });
+  return state_.call_connected ? 0 : kLineGoneBeforeConnection;
+}
+
+LineCode LineSession::WaitForPlayback() {
+  if (!playback_.IsQueued()) return 0;
+  state_.playback_done = false;
+  state_.reply_result = line_error::kOperationFailed;
+  surroundings_.message_pump.PumpUntil([this] {
+    playback_.CompleteWhenDone();
+    return state_.playback_done || !state_.line_open;
+  });
+  return state_.playback_done ? state_.reply_result : kLineGoneDuringPlayback;
+}
+
+void LineSession::TearDown() {
+  capabilities_ = {};
+  call_parameters_ = {};
+  wave_id_ = {};
+  Telephony& telephony = surroundings_.telephony;
+  if (line_open_) TryFiveTimes(surroundings_.clock, [&] { return telephony.Close(line_); });
+  if (initialised_) {
+    TryFiveTimes(surroundings_.clock, [&] { return telephony.Shutdown(application_); });
+  }
+  line_open_ = false;
+  initialised_ = false;
+  ClearState();
+}
+
+void LineSession::ClearState() {
+  state_.line_open = false;
+  state_.call_connected = false;
+  state_.playback_done = false;
+  state_.acknowledged = false;
+  state_.reply_received = false;
+  state_.last_digit = '0';
+}
+
+void LineSession::Receive(const LineMessage& message) {
+  switch (message.kind) {
+    case line_message::kCallState:
+      state_.LogText(CallStateText(message.first));
+      // No other state changes anything.
+      if (message.first == call_state::kConnected) state_.call_connected = true;
+      break;
+    case line_message::kMonitorDigits:
+      HandleDigit(static_cast<char>(message.first & 0xFF));
+      break;
+    case line_message::kReply:
+      HandleReply(message.first, message.second);
+      break;
+    case line_message::kDeviceState:
+      state_.LogText(text_id::kGotDeviceState);
+      state_.LogText(DeviceStateText(message.first));
+      break;
+    default:
+      // Deliberately not more for a line that closes, either: the call goes on as if it were open.
+      if (const auto text_id = MessageText(message.kind)) state_.LogText(*text_id);
+  }
+}
+
+void LineSession::HandleDigit(char digit) {
+  const auto button = ButtonOf(digit);
+  if (!button) {
+    state_.last_digit = digit;
+  } else if (acknowledge_button_ == kAnyButton || acknowledge_button_ == *button) {
+    Acknowledge();
+  }
+}
+
+void LineSession::Acknowledge() {
+  state_.acknowledged = true;
+  surroundings_.telephony.MonitorDigits(call_, kDigitModeNone);
+  playback_.CutShort();
+}
+
+void LineSession::HandleReply(std::uint32_t request, LineCode result) {
+  if (request != state_.pending_request) return;
+  state_.reply_received = true;
+  state_.reply_result = result;
+}
+
+bool ProbeLine(const VoiceSurroundings& surroundings, VoiceState& state) {
+  WavePlayback nothing(surroundings, state);
+  LineSession session(surroundings, state, nothing, {}, 0);
+  if (session.InitializeLine() != 0) return false;
+  const bool usable = session.ChooseDevice() == 0 && session.OpenLine() == 0 &&
+                      session.GetWaveDevice(CallSelect::kLine) == 0;
+  session.TearDown();
+  return usable;
+}
+
+}  // namespace brantel

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "framework/instance_dialog.h"
+#include "framework/sound_recorder.h"
+
+namespace brantel {
+
+// The dialog of Voice's instances.
+class VoiceDialog final : public InstanceDialog {
+ public:
+  // All but the call must outlive the object.
+  VoiceDialog(DialogView& view, InstanceFiles& files, InstanceDialogCall call,
+              RecorderSystem& recorder_system);
+
+ private:
+  void PressOwnButton(int control) override;
+
+  SoundRecorder recorder_;
+};
+
+}  // namespace brantel

@@ -1,0 +1,253 @@
+#include "voice/voice_dialog.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <array>
+
+#include "tests/unit/framework/fake_dialog_view.h"
+#include "tests/unit/framework/fake_instance_files.h"
+#include "tests/unit/framework/fake_notifier_host.h"
+#include "tests/unit/framework/fake_recorder_system.h"
+#include "voice/voice_layout.h"
+
+namespace brantel {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::Pair;
+using ::testing::UnorderedElementsAre;
+
+constexpr int kName = 223;
+constexpr int kPhone = 219;
+constexpr int kRepeat = 220;
+constexpr int kCount = 229;
+constexpr int kButton = 230;
+
+struct WaveRow {
+  int edit;
+  int browse;
+  int record;
+};
+constexpr std::array<WaveRow, 5> kWaveRows = {
+    {{220, 221, 235}, {231, 222, 236}, {232, 225, 237}, {233, 224, 238}, {234, 226, 239}}};
+
+Instance Sample() {
+  Instance instance(8);
+  instance.set_text(voice_field::kPhoneNumber, "5550100");
+  instance.set_text(voice_field::kRepeatMessage, "repeat.wav");
+  instance.set_integer(voice_field::kCount, -3);
+  instance.set_integer(voice_field::kButton, 99);
+  instance.set_text(voice_field::kItemDown, "item_down.wav");
+  instance.set_text(voice_field::kItemUp, "item_up.wav");
+  instance.set_text(voice_field::kServiceDown, "service_down.wav");
+  instance.set_text(voice_field::kServiceUp, "service_up.wav");
+  return instance;
+}
+
+const std::map<int, std::string> kSampleTexts = {
+    {219, "5550100"},
+    {220, "repeat.wav"},
+    {229, "-3"},
+    {230, "99"},
+    {231, "item_down.wav"},
+    {232, "item_up.wav"},
+    {233, "service_down.wav"},
+    {234, "service_up.wav"},
+};
+
+class VoiceDialogTest : public ::testing::Test {
+ protected:
+  VoiceDialog Add() { return {view_, files_, {.directory = "dir", .host = &host_}, system_}; }
+  VoiceDialog Edit(const std::string& name) {
+    return {view_,
+            files_,
+            {"dir", InstanceArgument{std::u16string(name.begin(), name.end()), name}, &host_},
+            system_};
+  }
+
+  FakeDialogView view_;
+  FakeInstanceFiles files_;
+  FakeNotifierHost host_;
+  FakeRecorderSystem system_;
+};
+
+TEST_F(VoiceDialogTest, IsDialog140WithItsPicturesAndHelp) {
+  VoiceDialog dialog = Add();
+  EXPECT_EQ(dialog.template_id(), 140);
+  std::vector<std::pair<int, int>> pictures;
+  for (const BitmapButton& button : dialog.bitmap_buttons()) {
+    pictures.emplace_back(button.control, button.bitmap_id);
+  }
+  EXPECT_THAT(pictures,
+              UnorderedElementsAre(Pair(221, 301), Pair(222, 301), Pair(225, 301), Pair(224, 301),
+                                   Pair(226, 301), Pair(235, 302), Pair(236, 302), Pair(237, 302),
+                                   Pair(238, 302), Pair(239, 302)));
+  dialog.Press(kHelpButton);
+  EXPECT_THAT(view_.events, ElementsAre("help 131476"));
+}
+
+TEST_F(VoiceDialogTest, AddsFromTheDefaultInstance) {
+  files_.files["dir\\Default"] = EncodeInstance(kVoiceLayout, Sample());
+  Add().Open();
+  EXPECT_EQ(view_.title, "Add Voice Instance");
+  EXPECT_EQ(view_.texts, kSampleTexts);
+  EXPECT_THAT(host_.log, IsEmpty());
+}
+
+TEST_F(VoiceDialogTest, OnlyLogsAMissingDefaultInstance) {
+  Add().Open();
+  EXPECT_EQ(view_.title, "Add Voice Instance");
+  EXPECT_THAT(host_.log,
+              ElementsAre("Default Voice", " - Failed to load notification from disk.", "\r"));
+  EXPECT_THAT(view_.events, IsEmpty());
+}
+
+TEST_F(VoiceDialogTest, EditsTheNamedInstance) {
+  files_.files["dir\\night"] = EncodeInstance(kVoiceLayout, Sample());
+  Edit("night").Open();
+  EXPECT_EQ(view_.title, "Edit Voice Instance");
+  auto expected = kSampleTexts;
+  expected[kName] = "night";
+  EXPECT_EQ(view_.texts, expected);
+}
+
+TEST_F(VoiceDialogTest, LogsAndShowsAnInstanceThatCannotBeEdited) {
+  Edit("night").Open();
+  EXPECT_THAT(host_.log, ElementsAre("night", " - Failed to load notification from disk.", "\r"));
+  EXPECT_THAT(view_.events, ElementsAre("message Error loading the instance file"));
+  EXPECT_THAT(view_.texts, IsEmpty());
+}
+
+TEST_F(VoiceDialogTest, ChecksTheNameAndThenThePhoneNumber) {
+  VoiceDialog dialog = Add();
+  dialog.Press(kOkButton);
+  view_.texts[kName] = "night";
+  files_.files["dir\\night"] = "";
+  dialog.Press(kOkButton);
+  files_.files.clear();
+  dialog.Press(kOkButton);
+  EXPECT_THAT(
+      view_.events,
+      ElementsAre("message Invalid value - The 'Name' field must have a value", "focus 223",
+                  "message Instance name already exists.  Please choose another name [Invalid "
+                  "Instance Name]",
+                  "focus 223", "message Invalid value - The 'Phone' field must have a value.",
+                  "focus 219"));
+  EXPECT_THAT(files_.files, IsEmpty());
+}
+
+TEST_F(VoiceDialogTest, SavesWhatWasEntered) {
+  VoiceDialog dialog = Add();
+  view_.texts = kSampleTexts;
+  view_.texts[kName] = "night";
+  dialog.Press(kOkButton);
+  EXPECT_THAT(files_.files,
+              ElementsAre(Pair("dir\\night", EncodeInstance(kVoiceLayout, Sample()))));
+  EXPECT_THAT(view_.events, ElementsAre("close"));
+  EXPECT_EQ(dialog.saved_name(), "night");
+}
+
+TEST_F(VoiceDialogTest, NeedsAPhoneNumberAlone) {
+  VoiceDialog dialog = Add();
+  view_.texts = {{kName, "night"}, {kPhone, "1"}};
+  dialog.Press(kOkButton);
+  Instance expected(8);
+  expected.set_text(voice_field::kPhoneNumber, "1");
+  EXPECT_EQ(files_.files["dir\\night"], EncodeInstance(kVoiceLayout, expected));
+}
+
+TEST_F(VoiceDialogTest, ReadsAnyNumberAndNothingElseForOne) {
+  struct Number {
+    const char* text;
+    std::int32_t number;
+  };
+  constexpr Number kNumbers[] = {{"0", 0},    {"12", 12}, {"-1", -1},     {"98", 98},
+                                 {"five", 0}, {"", 0},    {"7 times", 0}, {"*", 0}};
+  for (const auto& [text, number] : kNumbers) {
+    VoiceDialog dialog = Add();
+    files_.files.clear();
+    view_.texts = {{kName, "night"}, {kPhone, "1"}, {kCount, text}, {kButton, text}};
+    dialog.Press(kOkButton);
+    const auto saved = DecodeInstance(kVoiceLayout, files_.files["dir\\night"]);
+    ASSERT_TRUE(saved);
+    EXPECT_EQ(saved->integer(voice_field::kCount), number) << text;
+    EXPECT_EQ(saved->integer(voice_field::kButton), number) << text;
+  }
+}
+
+TEST_F(VoiceDialogTest, TellsWhenTheFileCannotBeSaved) {
+  VoiceDialog dialog = Add();
+  view_.texts = {{kName, "night"}, {kPhone, "1"}};
+  files_.held.insert("dir\\night");
+  dialog.Press(kOkButton);
+  EXPECT_THAT(view_.events, ElementsAre("message Error saving instance file"));
+}
+
+TEST_F(VoiceDialogTest, BrowsesForTheFileOfEachRow) {
+  for (const WaveRow& row : kWaveRows) {
+    VoiceDialog dialog = Add();
+    view_ = {};
+    view_.texts[row.edit] = std::string(600, 'x');
+    view_.chosen_file = "C:\\new.wav";
+    dialog.Press(row.browse);
+    EXPECT_THAT(view_.texts, ElementsAre(Pair(row.edit, "C:\\new.wav")));
+    EXPECT_THAT(view_.events, ElementsAre("choose file 353 *.wav from " + std::string(511, 'x')));
+  }
+  view_.chosen_file.reset();
+  Add().Press(221);
+  EXPECT_EQ(view_.texts[kRepeat], "");
+}
+
+TEST_F(VoiceDialogTest, RecordsTheFileOfEachRow) {
+  system_.configured = "recorder.exe";
+  for (const WaveRow& row : kWaveRows) {
+    VoiceDialog dialog = Add();
+    view_.texts = {{row.edit, "row" + std::to_string(row.edit) + ".wav"}};
+    dialog.Press(row.record);
+    EXPECT_EQ(system_.command_lines.back(), "recorder.exe row" + std::to_string(row.edit) + ".wav");
+    EXPECT_THAT(view_.events, IsEmpty());
+  }
+  EXPECT_EQ(system_.command_lines.size(), 5U);
+}
+
+TEST_F(VoiceDialogTest, RecordsIntoAnEmptyRowWithAnEmptyArgument) {
+  VoiceDialog dialog = Add();
+  dialog.Press(236);
+  EXPECT_THAT(system_.command_lines, ElementsAre("C:\\WINDOWS\\system32\\sndrec32.exe "));
+}
+
+TEST_F(VoiceDialogTest, RecordsIntoAFileOf511Bytes) {
+  VoiceDialog dialog = Add();
+  view_.texts[kRepeat] = std::string(512, 'x');
+  dialog.Press(235);
+  EXPECT_THAT(system_.command_lines,
+              ElementsAre("C:\\WINDOWS\\system32\\sndrec32.exe " + std::string(511, 'x')));
+}
+
+TEST_F(VoiceDialogTest, TellsWhenTheRecorderCannotBeStarted) {
+  system_.succeeds = false;
+  VoiceDialog dialog = Add();
+  dialog.Press(239);
+  EXPECT_THAT(view_.events, ElementsAre("message Error starting the sound recorder"));
+}
+
+TEST_F(VoiceDialogTest, IsModifiedByItsEditsAlone) {
+  for (const int control : {223, 219, 220, 229, 230, 231, 232, 233, 234}) {
+    VoiceDialog dialog = Add();
+    dialog.Change(control);
+    EXPECT_TRUE(dialog.modified()) << control;
+  }
+  VoiceDialog untouched = Add();
+  for (const WaveRow& row : kWaveRows) {
+    untouched.Press(row.browse);
+    untouched.Press(row.record);
+  }
+  for (const int button : {kHelpButton, kOkButton})
+    untouched.Press(button);
+  EXPECT_FALSE(untouched.modified());
+}
+
+}  // namespace
+}  // namespace brantel
