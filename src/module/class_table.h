@@ -20,7 +20,7 @@ struct NotifierClass {
   unsigned icon_id;
   const WebFormSpec* web_form;  // null: the class offers no INotifierWebConfig
   std::unique_ptr<Notifier> (*make_notifier)();
-  // The view must outlive the dialog. Null for a class whose dialog is still to be built.
+  // The view must outlive the dialog.
   std::unique_ptr<InstanceDialog> (*make_dialog)(DialogView& view, InstanceDialogCall call);
 };
 

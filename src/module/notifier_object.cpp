@@ -112,7 +112,6 @@ HRESULT NotifierObject::GetImageResource(HMODULE* module, UINT32* id) noexcept {
 
 std::optional<std::string> NotifierObject::ShowDialog(BSTR directory,
                                                       std::optional<InstanceArgument> edited) {
-  if (class_.make_dialog == nullptr) return std::nullopt;
   const std::shared_ptr<NotifierHost> host = BoundHost();
   DialogWindow window;
   const auto dialog = class_.make_dialog(
