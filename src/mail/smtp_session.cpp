@@ -143,12 +143,14 @@ class SmtpSession {
   }
 
   // The line end goes out whatever the encoding drops of the text: without it the next header, or
-  // the body, would become part of this one.
+  // the body, would become part of this one. And it is the only one, although what is no character
+  // of EUC-JP can turn into line ends by the conversion.
   void SendEncodedHeader(std::string_view text, std::string_view line_end = {}) {
     constexpr int kLimit = 512;
-    std::string header = HasHighBytes(text)
-                             ? EncodeHeaderText(text, environment_.CodePage(), kLimit)
-                             : std::string(text);
+    std::string header(text);
+    if (HasHighBytes(text)) {
+      header = OneLine(EncodeHeaderText(text, environment_.CodePage(), kLimit));
+    }
     connection_.SendText(header.append(line_end));
   }
 

@@ -80,6 +80,11 @@ constexpr std::string_view kPayloads[] = {
     "\x1B(B\r\nBcc: eve@example.org\r\n"sv,
     "\xE9\x1B\r\n"sv,
     "%s\r\nBcc: eve@example.org\r\n%s"sv,
+    // Pairs that the conversion from EUC-JP makes line ends of.
+    "\xFD\xE1\x8A"
+    "Bcc: eve@example.org"sv,
+    "\xFD \x8D\x8A"
+    "Bcc: eve@example.org"sv,
 };
 
 // Where in its field a payload stands.
@@ -188,7 +193,7 @@ INSTANTIATE_TEST_SUITE_P(Places, InjectionTest, ::testing::ValuesIn(kPlaces),
                          [](const auto& place) { return std::string(place.param.name); });
 
 TEST_P(InjectionTest, AddsNeitherCommandNorHeader) {
-  static_assert(std::size(kPayloads) == 40);
+  static_assert(std::size(kPayloads) >= 40);
   for (const unsigned code_page : {1252U, 932U, 437U}) {
     for (const std::string_view payload : kPayloads) {
       for (const Position position : kPositions) {
