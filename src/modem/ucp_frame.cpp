@@ -26,12 +26,11 @@ std::string RecipientAddress(std::string_view pager_id) {
 
 std::string ToHex(std::string_view bytes) {
   constexpr std::string_view kDigits = "0123456789ABCDEF";
-  std::string hex;
-  hex.reserve(2 * bytes.size());
-  for (const char c : bytes) {
-    const auto byte = static_cast<std::uint8_t>(c);
-    hex += kDigits[byte >> 4U];
-    hex += kDigits[byte & 0xFU];
+  std::string hex(2 * bytes.size(), '\0');
+  for (std::size_t i = 0; i < bytes.size(); ++i) {
+    const auto byte = static_cast<std::uint8_t>(bytes[i]);
+    hex[2 * i] = kDigits[byte >> 4U];
+    hex[2 * i + 1] = kDigits[byte & 0xFU];
   }
   return hex;
 }
