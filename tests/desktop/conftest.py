@@ -101,3 +101,11 @@ def beeper_instance(number: str, dialing_options: str, up: str, down: str, trap:
     texts = (number, dialing_options, up, down, trap, "")
     return (bytes.fromhex("81F446E5 3D98 7E5A 610BE80BF158F22E")
             + b"".join(map(instance_text, texts)) + profile.to_bytes(4, "little"))
+
+
+def pager_instance(number: str, password: str, pager_id: str, message: str, protocol: str,
+                   profile: int) -> bytes:
+    """The file of a Pager instance."""
+    texts = (number, password, pager_id, message, protocol)
+    return (bytes.fromhex("0D5405CF 4F53 4B16 BD02D12A35BF0840")
+            + b"".join(map(instance_text, texts)) + profile.to_bytes(4, "little"))

@@ -14,7 +14,7 @@ import pytest
 from PIL import Image, ImageChops
 
 from conftest import (ROOT, TIME_LIMIT, beeper_instance, launch_program_instance,
-                      smtp_mail_instance, sound_instance, windows_path)
+                      pager_instance, smtp_mail_instance, sound_instance, windows_path)
 
 PICTURES = ROOT / "docs" / "pictures"
 
@@ -27,6 +27,7 @@ class Shown:
     button: int | None = None  # opens the dialog to show over that of the instance
 
 
+DUTY_PHONE = pager_instance("5550200", "secret", "0041 79 123 45 67", "%n: %C", "SMS-TAP", profile=1)
 DUTY_PAGER = beeper_instance("5550100", "ATDT%s,,,,%s#", "1", "2", "3", profile=1)
 SHOWN = {
     "smtp_mail_dialog.png": Shown(
@@ -41,6 +42,8 @@ SHOWN = {
         launch_program_instance(r"C:\Tools\page.exe", r"C:\Tools", "--duty %n")),
     "beeper_dialog.png": Shown("Beeper", "Duty officer", DUTY_PAGER),
     "beeper_settings_dialog.png": Shown("Beeper", "Duty officer", DUTY_PAGER, button=228),
+    "pager_dialog.png": Shown("Pager", "Duty officer", DUTY_PHONE),
+    "pager_settings_dialog.png": Shown("Pager", "Duty officer", DUTY_PHONE, button=234),
 }
 
 

@@ -2,17 +2,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <fstream>
-#include <iterator>
-#include <stdexcept>
-
-#include "tests/module/beeper_settings_key.h"
-#include "tests/module/dialog_fixture.h"
 #include "tests/module/dialog_looks.h"
 #include "tests/module/help_viewer.h"
-#include "tests/module/registry_tree.h"
-#include "tests/module/utf8_text.h"
+#include "tests/module/modem_dialog_fixture.h"
 
 namespace brantel {
 namespace {
@@ -25,8 +17,6 @@ constexpr int kOk = 1;
 constexpr int kCancel = 2;
 constexpr int kHelp = 9;
 constexpr int kDialingOptions = 219;
-constexpr int kPortSettings = 228;
-constexpr int kProfiles = 251;
 
 // Controls of the port settings.
 constexpr int kDialString = 218;
@@ -40,110 +30,14 @@ constexpr int kCom4 = 230;
 // What the system makes of the key F1.
 constexpr UINT kContextHelpKey = 0x4D;
 
-// The numbers of the controls that stand in the group box of this title.
-std::vector<int> ControlsInGroup(HWND dialog, const std::string& title) {
-  const std::vector<HWND> children = Children(dialog);
-  const auto box =
-      std::ranges::find_if(children, [&](HWND child) { return WindowText(child) == title; });
-  if (box == children.end()) throw std::runtime_error("no group " + title);
-  const RECT frame = AreaOf(*box, dialog);
-  std::vector<int> controls;
-  for (HWND child : children) {
-    const RECT area = AreaOf(child, dialog);
-    RECT common{};
-    const bool within = IntersectRect(&common, &frame, &area) && EqualRect(&common, &area);
-    if (within && WindowClass(child) != "Static" && child != *box) {
-      controls.push_back(GetDlgCtrlID(child));
-    }
-  }
-  return controls;
-}
-
-std::vector<std::string> TextsOf(HWND dialog) {
-  std::vector<std::string> texts;
-  for (HWND child : Children(dialog)) {
-    texts.push_back(std::to_string(static_cast<SHORT>(GetDlgCtrlID(child))) + " " +
-                    WindowText(child));
-  }
-  return texts;
-}
-
-class BeeperDialogTest : public DialogFixture {
+class BeeperDialogTest : public ModemDialogFixture {
  protected:
-  BeeperDialogTest() : DialogFixture(ExpectedBeeperDialog()) {}
+  BeeperDialogTest() : ModemDialogFixture(ExpectedBeeperDialog(), kBeeperSettingsKey, 228) {}
 
-  static void StoreSetting(const std::wstring& profile, const wchar_t* name,
-                           const std::wstring& text) {
-    SetText(CreateKey(HKEY_LOCAL_MACHINE, kBeeperSettingsKey + profile).get(), name, text);
-  }
-
-  // The sample instance with another profile.
-  [[nodiscard]] std::string FileWith(char profile) const {
-    return expected_.sample_file.substr(0, expected_.sample_file.size() - 4) + profile +
-           std::string(3, '\0');
-  }
-
-  void Store(const wchar_t* name, const std::string& file) {
-    ASSERT_TRUE(std::filesystem::exists(scratch_.Write(name, file)));
-  }
-
-  [[nodiscard]] std::string Stored(const wchar_t* name) const {
-    std::ifstream file(scratch_.path() / name, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-  }
-
-  // The settings of a profile, by name. They are stored without a NUL.
-  [[nodiscard]] static std::vector<std::string> StoredSettings(const std::wstring& profile) {
-    const OwnedKey key = OpenKey(HKEY_LOCAL_MACHINE, kBeeperSettingsKey + profile);
-    if (!key) throw std::runtime_error("the profile has no settings");
-    std::vector<std::string> settings;
-    for (const StoredValue& value : ReadTree(key.get()).values) {
-      EXPECT_EQ(value.type, DWORD{REG_SZ});
-      std::string text = ToUtf8(value.name);
-      text += " = ";
-      for (std::size_t i = 0; i < value.data.size(); i += sizeof(wchar_t)) {
-        text += static_cast<char>(value.data[i]);
-      }
-      settings.push_back(std::move(text));
-    }
-    return settings;
-  }
-
-  [[nodiscard]] LRESULT Selection() const {
-    return SendMessageA(session_->Control(kProfiles), CB_GETCURSEL, 0, 0);
-  }
-
-  void PressInList(WORD key) {
-    session_->PressAltAnd('o');
-    ASSERT_EQ(session_->Focus(), kProfiles);
-    session_->PressKey(key);
-  }
-
-  // Opens the port settings.
-  HWND OpenSettings() {
-    session_->StartClick(kPortSettings);
-    return session_->AwaitPopup();
-  }
-  [[nodiscard]] std::string SettingsText(int control) const {
-    return WindowText(GetDlgItem(session_->popup(), control));
-  }
-  void EnterSetting(int control, const std::string& text) const {
-    SendMessageA(GetDlgItem(session_->popup(), control), WM_SETTEXT, 0,
-                 reinterpret_cast<LPARAM>(text.c_str()));
-  }
   void PressKeyInSettings(WORD key) {
     PostMessageA(GetDlgItem(session_->popup(), kTimeout), WM_KEYDOWN, key, 1);
     session_->Settle();
   }
-  [[nodiscard]] std::vector<int> CheckedSettings() const {
-    std::vector<int> checked;
-    for (int button = k300Baud; button <= kCom4; ++button) {
-      if (IsDlgButtonChecked(session_->popup(), button) == BST_CHECKED) checked.push_back(button);
-    }
-    return checked;
-  }
-
-  NoBeeperSettings no_settings_;
 };
 
 TEST_F(BeeperDialogTest, HasItsControlsInTheirGroups) {
@@ -237,15 +131,8 @@ TEST_F(BeeperDialogTest, LeadsTheTabKeyThroughThePortSettings) {
   StoreSetting(L"", L"Settings_Baud", L"9600");
   Add();
   HWND settings = OpenSettings();
-  std::vector<int> stops;
-  for (HWND stop = GetNextDlgTabItem(settings, nullptr, FALSE);
-       stops.empty() || GetDlgCtrlID(stop) != stops.front();
-       stop = GetNextDlgTabItem(settings, stop, FALSE)) {
-    stops.push_back(GetDlgCtrlID(stop));
-    ASSERT_LT(stops.size(), 50U);
-  }
   // A group is one stop: at its checked button, or at the first where none is checked.
-  EXPECT_THAT(stops, ElementsAre(218, 230, 224, 219, 220, 1, 2, 9));
+  EXPECT_THAT(TabStops(settings), ElementsAre(218, 230, 224, 219, 220, 1, 2, 9));
 }
 
 TEST_F(BeeperDialogTest, ShowsTheHelpOfThePortSettings) {

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -76,6 +78,44 @@ void ExpectTextsWhole(HWND dialog) {
     GetClientRect(child, &area);
     EXPECT_LE(WidthOfText(child) + WidthBesideText(child), area.right) << WindowText(child);
   }
+}
+
+std::vector<int> ControlsInGroup(HWND dialog, const std::string& title) {
+  const std::vector<HWND> children = Children(dialog);
+  const auto box =
+      std::ranges::find_if(children, [&](HWND child) { return WindowText(child) == title; });
+  if (box == children.end()) throw std::runtime_error("no group " + title);
+  const RECT frame = AreaOf(*box, dialog);
+  std::vector<int> controls;
+  for (HWND child : children) {
+    const RECT area = AreaOf(child, dialog);
+    RECT common{};
+    const bool within = IntersectRect(&common, &frame, &area) && EqualRect(&common, &area);
+    if (within && WindowClass(child) != "Static" && child != *box) {
+      controls.push_back(GetDlgCtrlID(child));
+    }
+  }
+  return controls;
+}
+
+std::vector<std::string> TextsOf(HWND dialog) {
+  std::vector<std::string> texts;
+  for (HWND child : Children(dialog)) {
+    texts.push_back(std::to_string(static_cast<SHORT>(GetDlgCtrlID(child))) + " " +
+                    WindowText(child));
+  }
+  return texts;
+}
+
+std::vector<int> TabStops(HWND dialog) {
+  std::vector<int> stops;
+  for (HWND stop = GetNextDlgTabItem(dialog, nullptr, FALSE);
+       stops.empty() || GetDlgCtrlID(stop) != stops.front();
+       stop = GetNextDlgTabItem(dialog, stop, FALSE)) {
+    stops.push_back(GetDlgCtrlID(stop));
+    if (stops.size() > 50) throw std::runtime_error("the Tab key does not come round");
+  }
+  return stops;
 }
 
 }  // namespace brantel

@@ -2,6 +2,9 @@
 
 #include <windows.h>
 
+#include <string>
+#include <vector>
+
 namespace brantel {
 
 DWORD StyleOf(HWND window);
@@ -15,5 +18,14 @@ void ExpectControlsApart(HWND dialog);
 
 // Expects room for the texts of all controls but edits and pictures.
 void ExpectTextsWhole(HWND dialog);
+
+// The numbers of the controls that stand in the group box of this title.
+std::vector<int> ControlsInGroup(HWND dialog, const std::string& title);
+
+// The controls by number and text.
+std::vector<std::string> TextsOf(HWND dialog);
+
+// Where the Tab key stops, from the first stop on.
+std::vector<int> TabStops(HWND dialog);
 
 }  // namespace brantel

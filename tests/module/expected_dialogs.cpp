@@ -13,6 +13,7 @@ constexpr DWORD kLinesEdit =
 constexpr DWORD kButton = WS_TABSTOP | BS_PUSHBUTTON;
 constexpr DWORD kDefaultButton = WS_TABSTOP | BS_DEFPUSHBUTTON;
 constexpr DWORD kCheckBox = WS_TABSTOP | BS_AUTOCHECKBOX;
+constexpr DWORD kRadioButton = BS_AUTORADIOBUTTON;
 constexpr DWORD kGroupBox = BS_GROUPBOX;
 constexpr DWORD kDropDownList = WS_TABSTOP | CBS_DROPDOWNLIST;
 constexpr DWORD kDropDownEdit = WS_TABSTOP | CBS_DROPDOWN | CBS_AUTOHSCROLL;
@@ -78,6 +79,57 @@ const ExpectedDialog& ExpectedBeeperDialog() {
                            "33\0"
                            "\x01\0\0\0\0"
                            "\0\0\0\0"),
+  };
+  return dialog;
+}
+
+const ExpectedDialog& ExpectedPagerDialog() {
+  static const ExpectedDialog dialog = {
+      .notifier_class = kPager,
+      .add_title = "Add Pager Instance",
+      .edit_title = "Edit Pager Instance",
+      .failed_edit_title = "Edit Pager Instance",
+      .default_name = L"Default Beeper",
+      .controls = {{-1, "Static", "&Display name:", kLabel},
+                   {222, "Edit", "", kEdit},
+                   {-1, "Static", "T&erminal number:", kLabel},
+                   {218, "Edit", "", kEdit},
+                   {-1, "Static", "Terminal &password:", kLabel},
+                   {219, "Edit", "", kEdit},
+                   {-1, "Static", "Pager &ID:", kLabel},
+                   {220, "Edit", "", kEdit},
+                   {-1, "Static", "&Message string:", kLabel},
+                   {221, "Edit", "", kEdit},
+                   {-1, "Static", "M&odem Setup:", kLabel},
+                   {251, "ComboBox", "Primary", kDropDownList},
+                   {234, "Button", "&Port Settings...", kButton},
+                   {-1, "Button", "Protocol", kGroupBox},
+                   // The Tab key stops at the checked one.
+                   {231, "Button", "&TAP", WS_TABSTOP | kRadioButton},
+                   {232, "Button", "&SMS-TAP", kRadioButton},
+                   {233, "Button", "&NTT", kRadioButton},
+                   {235, "Button", "&UCP-SMS", kRadioButton},
+                   {1, "Button", "OK", kDefaultButton},
+                   {2, "Button", "Cancel", kButton},
+                   {9, "Button", "&Help", kButton}},
+      .edits = {{222, 'd', "Invalid value - The 'Display Name' field must have a value", "night"},
+                {218, 'e', "Invalid value - The 'Pager Number' field must have a value.",
+                 "5550200"},
+                {219, 'p', nullptr, "secret"},
+                {220, 'i', nullptr, "0041 79"},
+                {221, 'm', nullptr, "%n is down"}},
+      .focus_after_name_error = 222,
+      .help_context = 131196,
+      .sample_file = Bytes("\x0D\x54\x05\xCF\x4F\x53\x4B\x16\xBD\x02\xD1\x2A\x35\xBF\x08\x40"
+                           "\x08\0\0\0"
+                           "5550200\0"
+                           "\x07\0\0\0secret\0"
+                           "\x08\0\0\0"
+                           "0041 79\0"
+                           "\x0B\0\0\0%n is down\0"
+                           "\x04\0\0\0TAP\0"
+                           "\0\0\0\0"),
+      .shared_access_keys = "p",
   };
   return dialog;
 }

@@ -54,11 +54,14 @@ struct ExpectedDialog {
   // The file of an instance whose edits hold the samples and that is else as the dialog opens
   // without any instance.
   std::string sample_file;
+  // Letters that lead to one of two controls, in turn.
+  std::string shared_access_keys{};
 };
 
 std::ostream& operator<<(std::ostream& out, const ExpectedDialog& expected);
 
 const ExpectedDialog& ExpectedBeeperDialog();
+const ExpectedDialog& ExpectedPagerDialog();
 const ExpectedDialog& ExpectedSmtpMailDialog();
 const ExpectedDialog& ExpectedSoundDialog();
 const ExpectedDialog& ExpectedLaunchProgramDialog();

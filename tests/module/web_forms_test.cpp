@@ -458,6 +458,28 @@ TEST_F(BeeperWebForms, SaveTheProfileOfThePageShownLast) {
   EXPECT_EQ(SavedAs(L"saved"), BeeperFile(saved, 2)) << "no new page";
 }
 
+TEST(PagerWebForms, GiveANewInstanceTheProfileOfThePageShownLastElseProfile0) {
+  const auto file = [](const std::vector<std::string>& texts, char profile) {
+    return FileBytes(kPagerMagic, texts, profile + "\0\0\0"s);
+  };
+  const std::vector<std::string> saved = {"5550200", "", "123", "%C", "SMS-TAP"};
+  const std::wstring form =
+      L"origname=&instancename=New&pagernumber=5550200&pagerid=123&message=%C&protocol=SMS-TAP";
+  WebSide web(kPager);
+  std::wstring page;
+
+  EXPECT_EQ(web.Submit(form), S_OK);
+  EXPECT_EQ(web.Files().at(L"New"), file(saved, 0)) << "no page yet";
+  web.Store(L"Default", file({"", "", "", "", ""}, 2));
+  ASSERT_EQ(web.AddPage(page), S_OK);
+  EXPECT_EQ(web.Submit(form), S_OK);
+  EXPECT_EQ(web.Files().at(L"New"), file(saved, 2));
+  web.Store(L"Day", file({"", "", "", "", ""}, 10));
+  ASSERT_EQ(web.EditPage(web.PathOf(L"Day"), page), S_OK);
+  EXPECT_EQ(web.Submit(form), S_OK);
+  EXPECT_EQ(web.Files().at(L"New"), file(saved, 10));
+}
+
 TEST_F(BeeperWebForms, KeepTheDialingOptions) {
   web_.Store(L"Default", BeeperFile({"1", "of Default", "", "", "", ""}, 0));
   web_.Store(L"Day", BeeperFile({"1", "of Day", "", "", "", "report"}, 0));

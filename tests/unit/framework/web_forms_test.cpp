@@ -443,6 +443,38 @@ TEST_F(PagerForms, SaveTheFiveFieldsAndTheProfile) {
   EXPECT_EQ(Stored("Day"), expected);
 }
 
+TEST_F(PagerForms, GiveANewInstanceTheProfileOfThePageShownLastElseProfile0) {
+  const std::string form = "origname=&instancename=New&pagernumber=1&protocol=NTT";
+  const auto stored_profile = [&] { return Stored("New")->integer(pager_field::kSettingsProfile); };
+  Instance of_default(6);
+  of_default.set_integer(pager_field::kSettingsProfile, 2);
+  Store("Default", of_default);
+  Instance of_day(6);
+  of_day.set_integer(pager_field::kSettingsProfile, 10);
+  Store("Day", of_day);
+
+  EXPECT_EQ(Submit(form), kOk);
+  EXPECT_EQ(stored_profile(), 0) << "no page yet";
+  AddPage();
+  EXPECT_EQ(Submit(form), kOk);
+  EXPECT_EQ(stored_profile(), 2);
+  ASSERT_TRUE(EditPage("Day"));
+  EXPECT_EQ(Submit(form), kOk);
+  EXPECT_EQ(stored_profile(), 10);
+  files_.files.erase(PathOf("Default"));
+  AddPage();
+  EXPECT_EQ(Submit(form), kOk);
+  EXPECT_EQ(stored_profile(), 0) << "the page of no instance";
+}
+
+TEST_F(PagerForms, SaveAProtocolAsItIsPosted) {
+  for (const char* const protocol : {"", "tap", "SMS", "UCP-SMS "}) {
+    const std::string text = protocol;
+    EXPECT_EQ(Submit("origname=Day&pagernumber=1&protocol=" + text), kOk);
+    EXPECT_EQ(Stored("Day")->text(pager_field::kProtocol), text);
+  }
+}
+
 TEST_F(PagerForms, CallTheMissingDefaultByTheBeepersName) {
   EXPECT_EQ(AddPage(), GoldenFile("pager_add_page_without_default.html"));
   EXPECT_THAT(host_.log,

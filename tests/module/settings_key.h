@@ -11,23 +11,24 @@ namespace brantel {
 
 inline constexpr const wchar_t* kBeeperSettingsKey =
     L"SOFTWARE\\Brantel\\Vantrel\\notification\\Beeper";
+inline constexpr const wchar_t* kPagerSettingsKey =
+    L"SOFTWARE\\Brantel\\Vantrel\\notification\\Pager";
 
-// Leaves the machine without settings of the Beeper, as it has to be before.
-class NoBeeperSettings {
+// Leaves the machine without settings of a class, as it has to be before.
+class NoSettings {
  public:
-  NoBeeperSettings() {
+  // The path of the class's settings, which must outlive the object.
+  explicit NoSettings(const wchar_t* key_path) : key_path_(key_path) {
     // Whoever reads settings leaves keys without values.
-    const OwnedKey key = OpenKey(HKEY_LOCAL_MACHINE, kBeeperSettingsKey);
+    const OwnedKey key = OpenKey(HKEY_LOCAL_MACHINE, key_path_);
     if (key && HoldsValues(ReadTree(key.get()))) {
       throw std::runtime_error("this machine has settings of its own");
     }
   }
-  NoBeeperSettings(const NoBeeperSettings&) = delete;
-  NoBeeperSettings& operator=(const NoBeeperSettings&) = delete;
-  ~NoBeeperSettings() {
-    if (KeyExists(HKEY_LOCAL_MACHINE, kBeeperSettingsKey)) {
-      DeleteTree(HKEY_LOCAL_MACHINE, kBeeperSettingsKey);
-    }
+  NoSettings(const NoSettings&) = delete;
+  NoSettings& operator=(const NoSettings&) = delete;
+  ~NoSettings() {
+    if (KeyExists(HKEY_LOCAL_MACHINE, key_path_)) DeleteTree(HKEY_LOCAL_MACHINE, key_path_);
   }
 
  private:
@@ -36,6 +37,8 @@ class NoBeeperSettings {
       return HoldsValues(subkey.second);
     });
   }
+
+  const wchar_t* const key_path_;
 };
 
 }  // namespace brantel
