@@ -177,7 +177,9 @@ TEST_F(PagerDialogTest, WritesThePortSettingsOfAlternate2) {
   EXPECT_EQ(session_->popup(), nullptr);
   EXPECT_THAT(StoredSettings(L"\\02"),
               ElementsAre("Settings_8N1 = 1", "Settings_Baud = 1200", "Settings_COMPort = COM3",
-                          "Settings_ModemString = ATZ", "Settings_Protocol = NTT"));
+                          "Settings_ModemString = ATZ",
+                          // As other programs store it.
+                          std::string("Settings_Protocol = NTT") + '\0'));
   OpenSettings();
   EXPECT_EQ(SettingsText(kModemString), "ATZ");
   EXPECT_THAT(CheckedSettings(), ElementsAre(k1200Baud, kCom3, k8N1));
