@@ -227,7 +227,7 @@ def test_regular_file_of_a_ports_name_is_no_port(switchboard):
 
 def test_missing_instance(switchboard):
     missing = switchboard.folder / "missing"
-    call = switchboard.start_host(missing, None).end()
+    call = switchboard.start_host("Beeper", missing, None).end()
     assert call.output() == (f"{windows_path(missing)} - Failed to load notification from disk.\n"
                              f"{FAILED}\n")
     assert call.process.returncode == 1

@@ -1,4 +1,5 @@
-"""Calls beepers through the real module, on real pseudo-terminals with a simulated modem behind each.
+"""Calls beepers and paging centres through the real module, on real pseudo-terminals with a simulated
+modem behind each.
 
 Everything runs in a Wine prefix of the suite's own: which port leads where is read when its server
 starts. A call takes as long as its waits, so the calls of several tests go on at the same time, each
@@ -29,7 +30,8 @@ WINE = ROOT / "tools" / "wine"
 TIME_LIMIT = 120
 
 BEEPER_MAGIC = uuid.UUID("E546F481-983D-5A7E-610B-E80BF158F22E").bytes_le
-BEEPER_KEY = r"HKEY_LOCAL_MACHINE\SOFTWARE\Brantel\Vantrel\notification\Beeper"
+PAGER_MAGIC = uuid.UUID("CF05540D-534F-164B-BD02-D12A35BF0840").bytes_le
+SETTINGS_KEY = r"HKEY_LOCAL_MACHINE\SOFTWARE\Brantel\Vantrel\notification"
 
 # The ports that lead to a modem when a test connects one. COM40 and above exist nowhere.
 PORTS = range(1, 40)
@@ -140,23 +142,36 @@ class Switchboard:
         if com_port is None:
             port, connected = self.connect_modem(*modem)
             com_port = f"COM{port}"
-        settings = {"COMPort": com_port, "DialString": dial, "Timeout": timeout, "Baud": "",
-                    "ModemString": "", **settings}
-        subkey = f"\\{profile:02}" if profile else ""
-        self.import_registry({BEEPER_KEY + subkey: {f"Settings_{name}": text
-                                                    for name, text in settings.items()}})
+        self.store_settings("Beeper", profile,
+                            {"COMPort": com_port, "DialString": dial, "Timeout": timeout, "Baud": "",
+                             "ModemString": "", **settings})
         instance = self.folder / f"instance{len(self.calls)}"
-        write_beeper(instance, number, profile)
-        call = self.start_host(instance, connected, *options, "--event", event, "--set", f"C={text}")
-        # By then it has read its settings, and those of the next call can be stored.
-        wait_until(lambda: "Sending...\n" in call.output() or call.process.poll() is not None)
-        return call
+        write_instance(instance, BEEPER_MAGIC, [number, "unused", "111", "222", "333", "report"], profile)
+        call = self.start_host("Beeper", instance, connected, *options, "--event", event,
+                               "--set", f"C={text}")
+        return wait_for_settings(call, "Sending...\n")
 
-    def start_host(self, instance: pathlib.Path, modem: Modem | None, *options: str) -> Call:
+    def start_page(self, protocol: str, number: str, text: str, pager_id="0041791234567", password="",
+                   profile=0, **settings: str) -> Call:
+        """Sends a page to a paging centre. Settings by their names without "Settings_"."""
+        port, modem = self.connect_modem()
+        self.store_settings("Pager", profile, {"COMPort": f"COM{port}", "Baud": "", "ModemString": "",
+                                               "8N1": "", **settings})
+        instance = self.folder / f"instance{len(self.calls)}"
+        write_instance(instance, PAGER_MAGIC, [number, password, pager_id, "%C", protocol], profile)
+        call = self.start_host("Pager", instance, modem, "--set", f"C={text}")
+        return wait_for_settings(call, "Sending message to ")
+
+    def store_settings(self, notifier_class: str, profile: int, settings: dict[str, str]) -> None:
+        key = f"{SETTINGS_KEY}\\{notifier_class}" + (f"\\{profile:02}" if profile else "")
+        self.import_registry({key: {f"Settings_{name}": text for name, text in settings.items()}})
+
+    def start_host(self, notifier_class: str, instance: pathlib.Path, modem: Modem | None,
+                   *options: str) -> Call:
         output_file = self.folder / f"output{len(self.calls)}"
         with output_file.open("w") as output:
             process = subprocess.Popen(
-                [WINE, HOST, "--module", MODULE, "send", "Beeper", instance.name, *options],
+                [WINE, HOST, "--module", MODULE, "send", notifier_class, instance.name, *options],
                 cwd=self.folder, env=self.environment, stdin=subprocess.DEVNULL, stdout=output,
                 stderr=subprocess.STDOUT)
         call = Call(process, output_file, modem)
@@ -172,10 +187,16 @@ class Switchboard:
             modem.end()
 
 
-def write_beeper(path: pathlib.Path, number: str, profile: int) -> None:
-    texts = [number, "unused", "111", "222", "333", "report"]
+def wait_for_settings(call: Call, logged: str) -> Call:
+    """Waits until a call has logged that, and so has read its settings: those of the next call can
+    then be stored."""
+    wait_until(lambda: logged in call.output() or call.process.poll() is not None)
+    return call
+
+
+def write_instance(path: pathlib.Path, magic: bytes, texts: list[str], profile: int) -> None:
     fields = b"".join((len(text) + 1).to_bytes(4, "little") + text.encode() + b"\0" for text in texts)
-    path.write_bytes(BEEPER_MAGIC + fields + profile.to_bytes(4, "little"))
+    path.write_bytes(magic + fields + profile.to_bytes(4, "little"))
 
 
 @pytest.fixture(scope="session")
