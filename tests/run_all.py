@@ -62,6 +62,7 @@ SUITES = [
     Suite("desktop", pytest("tests/desktop"), ["win32", "win32-tests"], 600,
           {"BRANTEL_MODULE": windows_path(MODULE)}, wine=True),
     Suite("modem", pytest("tests/modem"), ["win32", "sim"], 600, wine=True),
+    Suite("popup", pytest("tests/popup"), ["win32", "win32-tests"], 900, wine=True),
 ]
 
 
