@@ -109,3 +109,8 @@ def pager_instance(number: str, password: str, pager_id: str, message: str, prot
     texts = (number, password, pager_id, message, protocol)
     return (bytes.fromhex("0D5405CF 4F53 4B16 BD02D12A35BF0840")
             + b"".join(map(instance_text, texts)) + profile.to_bytes(4, "little"))
+
+
+def win_popup_instance(destination: str, message: str) -> bytes:
+    return (bytes.fromhex("292C768B 2E0B 589C 6C925C2A021AFB08")
+            + instance_text(destination) + instance_text(message))

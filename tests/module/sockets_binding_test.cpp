@@ -19,14 +19,17 @@ bool SocketsWork() {
   return true;
 }
 
-class SmtpMailBinding : public ::testing::Test {
+class SocketsBinding : public ::testing::TestWithParam<ExpectedClass> {
  protected:
   LoadedModule module_;
   RecordingHost host_;
-  ComPointer<INotifier> notifier_ = module_.CreateNotifier(kSMTPMail);
+  ComPointer<INotifier> notifier_ = module_.CreateNotifier(GetParam());
 };
 
-TEST_F(SmtpMailBinding, KeepsTheSocketsLibraryStarted) {
+INSTANTIATE_TEST_SUITE_P(Classes, SocketsBinding, ::testing::Values(kSMTPMail, kWinPopup),
+                         NameOfClass);
+
+TEST_P(SocketsBinding, KeepsTheSocketsLibraryStarted) {
   ASSERT_FALSE(SocketsWork());
   ASSERT_EQ(notifier_->Initialize(&host_), S_OK);
   EXPECT_TRUE(SocketsWork());
@@ -36,7 +39,7 @@ TEST_F(SmtpMailBinding, KeepsTheSocketsLibraryStarted) {
   ASSERT_EQ(notifier_->Shutdown(), S_OK);
 }
 
-TEST_F(SmtpMailBinding, StartsTheSocketsLibraryAnewForTheNextHost) {
+TEST_P(SocketsBinding, StartsTheSocketsLibraryAnewForTheNextHost) {
   ASSERT_EQ(notifier_->Initialize(&host_), S_OK);
   ASSERT_EQ(notifier_->Shutdown(), S_OK);
   ASSERT_EQ(notifier_->Initialize(&host_), S_OK);
@@ -45,7 +48,7 @@ TEST_F(SmtpMailBinding, StartsTheSocketsLibraryAnewForTheNextHost) {
   EXPECT_FALSE(SocketsWork());
 }
 
-TEST_F(SmtpMailBinding, LeavesTheSocketsLibraryAsItWasWhenItFails) {
+TEST_P(SocketsBinding, LeavesTheSocketsLibraryAsItWasWhenItFails) {
   EXPECT_EQ(notifier_->Initialize(nullptr), E_FAIL);
   EXPECT_FALSE(SocketsWork());
   host_.query_result = E_NOINTERFACE;
@@ -53,14 +56,14 @@ TEST_F(SmtpMailBinding, LeavesTheSocketsLibraryAsItWasWhenItFails) {
   EXPECT_FALSE(SocketsWork());
 }
 
-TEST_F(SmtpMailBinding, StopsTheSocketsLibraryWithTheObject) {
+TEST_P(SocketsBinding, StopsTheSocketsLibraryWithTheObject) {
   ASSERT_EQ(notifier_->Initialize(&host_), S_OK);
   notifier_ = {};
   EXPECT_FALSE(SocketsWork());
 }
 
-TEST_F(SmtpMailBinding, IsOfTheOneObjectAndNotOfItsClass) {
-  const auto other = module_.CreateNotifier(kSMTPMail);
+TEST_P(SocketsBinding, IsOfTheOneObjectAndNotOfItsClass) {
+  const auto other = module_.CreateNotifier(GetParam());
   ASSERT_EQ(notifier_->Initialize(&host_), S_OK);
   ASSERT_EQ(other->Initialize(&host_), S_OK);
   ASSERT_EQ(other->Shutdown(), S_OK);
