@@ -32,11 +32,12 @@ constexpr WebFormSpec kForm = {
 
 // 255 characters, five of them markup.
 std::string Value(std::size_t row) {
-  std::string value = "<" + std::to_string(row) +
-                      "> %n went down at %t & has not answered since; last seen at \"%l\". "
-                      "See the handbook for whom to call when nobody has answered a page within "
-                      "a quarter of an hour, and for what to do when the line itself is down and "
-                      "no page can be sent ";
+  std::string value = "<";
+  value += std::to_string(row);
+  value +=
+      "> %n went down at %t & has not answered since; last seen at \"%l\". See the handbook "
+      "for whom to call when nobody has answered a page within a quarter of an hour, and for "
+      "what to do when the line itself is down and no page can be sent ";
   value.resize(255, '.');
   return value;
 }

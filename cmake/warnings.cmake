@@ -8,7 +8,3 @@ if(NOT WIN32)
   # COM interfaces have no virtual destructor by their nature.
   target_compile_options(warnings INTERFACE -Wnon-virtual-dtor)
 endif()
-if(BRANTEL_BENCH)
-  # With the benchmarks' optimisation g++ 12 mistakes "text" + std::string for copies that overlap.
-  target_compile_options(warnings INTERFACE -Wno-restrict)
-endif()
