@@ -19,7 +19,7 @@
 #include "tests/module/loaded_module.h"
 #include "tests/module/recording_host.h"
 #include "tests/module/scratch_directory.h"
-#include "tests/unit/golden_file.h"
+#include "tests/unit/project_file.h"
 
 namespace brantel {
 namespace {

@@ -6,6 +6,8 @@
 #include <iterator>
 #include <utility>
 
+#include "tests/unit/project_file.h"
+
 namespace brantel {
 namespace {
 
@@ -101,6 +103,18 @@ std::string ToWord(const std::string& text) {
 }
 
 }  // namespace
+
+std::vector<std::filesystem::path> DialogueFiles(const std::vector<std::string>& folders) {
+  std::vector<std::filesystem::path> files;
+  for (const std::string& folder : folders) {
+    const auto directory = ProjectFile("tests/unit/dialogues/" + folder);
+    for (const auto& entry : std::filesystem::directory_iterator(directory)) {
+      files.push_back(entry.path());
+    }
+  }
+  std::ranges::sort(files);
+  return files;
+}
 
 std::string JoinWords(const Words& words) {
   std::string line;

@@ -49,6 +49,9 @@ class Dialogue {
   std::size_t next_ = 0;
 };
 
+// The dialogues of some folders of tests/unit/dialogues, in the order of their paths.
+std::vector<std::filesystem::path> DialogueFiles(const std::vector<std::string>& folders);
+
 // Words as a line of a dialogue has them.
 std::string JoinWords(const Words& words);
 

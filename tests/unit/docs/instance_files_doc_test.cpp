@@ -5,7 +5,6 @@
 
 #include <cstdlib>
 #include <fstream>
-#include <iterator>
 #include <limits>
 #include <sstream>
 #include <string>
@@ -14,11 +13,12 @@
 
 #include "framework/instance_codec.h"
 #include "module/class_layouts.h"
+#include "tests/unit/project_file.h"
 
 namespace brantel {
 namespace {
 
-constexpr const char* kDocument = PROJECT_DIR "/docs/instance_files.md";
+constexpr const char* kDocument = "docs/instance_files.md";
 
 constexpr std::string_view kIntroduction = R"(# Instance files
 
@@ -136,11 +136,10 @@ std::string MakeDocument() {
 TEST(InstanceFilesDocument, SaysWhatTheTablesSay) {
   const std::string expected = MakeDocument();
   if (std::getenv("BRANTEL_WRITE_DOCS") != nullptr) {
-    std::ofstream(kDocument, std::ios::binary) << expected;
+    std::ofstream(ProjectFile(kDocument), std::ios::binary) << expected;
   }
-  std::ifstream file(kDocument, std::ios::binary);
-  const std::string document{std::istreambuf_iterator<char>(file), {}};
-  EXPECT_EQ(document, expected) << "run the unit tests with BRANTEL_WRITE_DOCS=1 to write it anew";
+  EXPECT_EQ(ReadProjectFile(kDocument), expected)
+      << "run the unit tests with BRANTEL_WRITE_DOCS=1 to write it anew";
 }
 
 }  // namespace

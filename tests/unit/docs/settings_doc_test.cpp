@@ -1,8 +1,6 @@
 // docs/settings.md names each setting with its default, in the order of the tables.
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <iterator>
 #include <span>
 #include <string>
 #include <string_view>
@@ -11,13 +9,13 @@
 #include "mail/smtp_mail.h"
 #include "modem/beeper_settings.h"
 #include "modem/pager_settings.h"
+#include "tests/unit/project_file.h"
 
 namespace brantel {
 namespace {
 
 std::string ReadDocument() {
-  std::ifstream stream(PROJECT_DIR "/docs/settings.md");
-  return {std::istreambuf_iterator<char>(stream), {}};
+  return ReadProjectFile("docs/settings.md");
 }
 
 void ExpectSettings(std::string_view heading, std::span<const SettingRow> rows) {

@@ -1,11 +1,10 @@
 // docs/simulators.md says of each telephone number what the telephone book says.
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <iterator>
 #include <string>
 
 #include "sim/telephone_book.h"
+#include "tests/unit/project_file.h"
 
 namespace brantel::sim {
 namespace {
@@ -15,8 +14,7 @@ std::string Row(std::string_view number, std::string_view description) {
 }
 
 TEST(SimulatorsDocument, ListsTheTelephoneBook) {
-  std::ifstream stream(PROJECT_DIR "/docs/simulators.md");
-  const std::string document(std::istreambuf_iterator<char>(stream), {});
+  const std::string document = ReadProjectFile("docs/simulators.md");
   std::string table = "| Number | What happens |\n|---|---|\n";
   for (const Subscriber& subscriber : TelephoneBook()) {
     table += Row(subscriber.number, subscriber.description);

@@ -12,7 +12,7 @@
 #include "popup/win_popup_layout.h"
 #include "tests/unit/framework/fake_instance_files.h"
 #include "tests/unit/framework/fake_notifier_host.h"
-#include "tests/unit/golden_file.h"
+#include "tests/unit/project_file.h"
 
 namespace brantel {
 namespace {

@@ -10,7 +10,7 @@
 #include "modem/beeper_layout.h"
 #include "modem/pager_layout.h"
 #include "popup/win_popup_layout.h"
-#include "tests/unit/golden_file.h"
+#include "tests/unit/project_file.h"
 
 namespace brantel {
 namespace {
