@@ -24,7 +24,8 @@ struct SmtpReply {
 class SmtpConnection {
  public:
   // Bytes that come too early, behind the end of a reply line, are kept in `carry_over` as far
-  // as their first NUL; what stands there already is read first. Each receive waits for `timeout` milliseconds.
+  // as their first NUL; what stands there already is read first. Each receive waits for `timeout`
+  // milliseconds.
   SmtpConnection(MailLog log, MailSocket& socket, std::string& carry_over, std::uint32_t timeout)
       : log_(log), socket_(socket), carry_over_(carry_over), timeout_(timeout) {}
 
