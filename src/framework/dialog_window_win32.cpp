@@ -159,7 +159,7 @@ void DialogWindow::AppendItem(int control, const std::string& item) {
 }
 
 bool DialogWindow::HasItem(int control, const std::string& item) {
-  constexpr WPARAM kFromTheStart = static_cast<WPARAM>(-1);
+  constexpr auto kFromTheStart = static_cast<WPARAM>(-1);
   return SendDlgItemMessageA(window_, control, CB_FINDSTRINGEXACT, kFromTheStart,
                              reinterpret_cast<LPARAM>(item.c_str())) != CB_ERR;
 }

@@ -14,6 +14,7 @@ std::optional<TimeZone> SystemMailEnvironment::QueryTimeZone() {
 }
 
 std::optional<std::string> SystemMailEnvironment::TimeZoneVariable() {
+  // NOLINTNEXTLINE(concurrency-mt-unsafe): the module changes no variable
   const char* const value = std::getenv("TZ");
   if (value == nullptr) return std::nullopt;
   return value;

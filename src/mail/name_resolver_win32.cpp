@@ -9,6 +9,7 @@ namespace brantel {
 namespace {
 
 std::optional<Ipv4Address> FirstAddressOf(const char* name) {
+  // NOLINTNEXTLINE(concurrency-mt-unsafe): WinSock keeps an answer for each thread
   const hostent* const host = gethostbyname(name);
   if (host == nullptr || host->h_addrtype != AF_INET || host->h_addr_list[0] == nullptr) {
     return std::nullopt;
