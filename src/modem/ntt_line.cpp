@@ -20,9 +20,10 @@ std::string IdField(std::string_view pager_id) {
 }
 
 std::string PasswordField(std::string_view password) {
-  if (password.empty()) return std::string(kPasswordLength, 'A');
   const std::string_view start = password.substr(0, kPasswordLength);
-  return std::string(kPasswordLength - start.size(), '0') + std::string(start);
+  std::string field(kPasswordLength - start.size(), start.empty() ? 'A' : '0');
+  field += start;
+  return field;
 }
 
 constexpr bool IsLineEnd(char c) {
