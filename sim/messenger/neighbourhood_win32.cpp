@@ -53,7 +53,7 @@ void AwaitAnswer() {
   Sleep(NumberSetting(L"NEIGHBOURHOOD_DELAY"));
   const std::wstring gate_name = Setting(L"NEIGHBOURHOOD_GATE");
   if (gate_name.empty()) return;
-  HANDLE const gate = OpenSemaphoreW(SYNCHRONIZE, FALSE, gate_name.c_str());
+  HANDLE gate = OpenSemaphoreW(SYNCHRONIZE, FALSE, gate_name.c_str());
   if (gate == nullptr) return;
   WaitForSingleObject(gate, INFINITE);
   CloseHandle(gate);
@@ -105,7 +105,8 @@ class EntryWriter {
 }  // namespace
 }  // namespace brantel::sim
 
-// NOLINTBEGIN(misc-use-internal-linkage): the interface of network providers
+// The interface of network providers, with its types.
+// NOLINTBEGIN(misc-use-internal-linkage,readability-non-const-parameter,readability-inconsistent-declaration-parameter-name)
 extern "C" {
 
 DWORD WINAPI NPGetCaps(DWORD index) {
@@ -113,11 +114,10 @@ DWORD WINAPI NPGetCaps(DWORD index) {
     case WNNC_SPEC_VERSION:
       return WNNC_SPEC_VERSION51;
     case WNNC_NET_TYPE:
-      return 0x00FF0000;  // one that is nobody's
-    case WNNC_ENUMERATION:
-      return WNNC_ENUM_GLOBAL;
-    case WNNC_START:
-      return 1;  // has started
+      return 0x00FF0000;    // one that is nobody's
+    case WNNC_ENUMERATION:  // of the whole network
+    case WNNC_START:        // it has started
+      return 1;
     default:
       return 0;
   }
@@ -156,4 +156,4 @@ DWORD WINAPI NPCloseEnum(HANDLE enumeration) {
 }
 
 }  // extern "C"
-// NOLINTEND(misc-use-internal-linkage)
+// NOLINTEND(misc-use-internal-linkage,readability-non-const-parameter,readability-inconsistent-declaration-parameter-name)

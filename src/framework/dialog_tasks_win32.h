@@ -32,7 +32,7 @@ class WindowTasks final : public DialogTasks {
  private:
   std::vector<std::function<void()>> Take();
 
-  CRITICAL_SECTION guard_;
+  CRITICAL_SECTION guard_{};
   HWND window_;  // null when it is closed
   std::vector<std::function<void()>> tasks_;
   bool is_told_ = false;  // whether the message is on its way

@@ -22,10 +22,9 @@ std::optional<std::string> TextOf(const char* text) {
   return text == nullptr ? std::nullopt : std::optional<std::string>(text);
 }
 
-// Lives as long as the text.
-char* PointerTo(const std::optional<std::string>& text) {
-  // The system's structure has no const, though nothing is written.
-  return text ? const_cast<char*>(text->c_str()) : nullptr;
+// Lives as long as the text. The system's structure has no const, though nothing is written.
+char* PointerTo(std::optional<std::string>& text) {
+  return text ? text->data() : nullptr;
 }
 
 NetworkResource FromSystem(const NETRESOURCEA& resource) {
@@ -39,7 +38,8 @@ NetworkResource FromSystem(const NETRESOURCEA& resource) {
           .provider = TextOf(resource.lpProvider)};
 }
 
-NETRESOURCEA ToSystem(const NetworkResource& resource) {
+// Points into the resource.
+NETRESOURCEA ToSystem(NetworkResource& resource) {
   return {.dwScope = resource.scope,
           .dwType = resource.type,
           .dwDisplayType = resource.display_type,
@@ -77,8 +77,8 @@ class OpenLevel final : public NetworkLevel {
 }  // namespace
 
 std::unique_ptr<NetworkLevel> WindowsNetworkNeighbourhood::Open(const NetworkResource* container) {
-  NETRESOURCEA resource{};
-  if (container != nullptr) resource = ToSystem(*container);
+  NetworkResource copy = container == nullptr ? NetworkResource() : *container;
+  NETRESOURCEA resource = ToSystem(copy);
   HANDLE level = nullptr;
   if (WNetOpenEnumA(RESOURCE_GLOBALNET, RESOURCETYPE_ANY, kUsage,
                     container == nullptr ? nullptr : &resource, &level) != NO_ERROR) {

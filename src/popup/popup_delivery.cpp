@@ -29,7 +29,7 @@ std::string NameOfThisComputer(MachineName& machine_name) {
 
 std::string ResolveDestination(MachineName& machine_name, std::string_view destination) {
   if (destination.empty() || destination == kThisComputer) {
-    const std::string name = NameOfThisComputer(machine_name);
+    std::string name = NameOfThisComputer(machine_name);
     if (!name.empty()) return name;
   }
   return std::string(destination);
