@@ -50,9 +50,7 @@ BOOL WINAPI RefuseControl(HANDLE, DCB* control) {
 
 class PagerPortTest : public ModemDialogFixture {
  protected:
-  PagerPortTest()
-      : ModemDialogFixture(ExpectedPagerDialog(),
-                           L"SOFTWARE\\Brantel\\Vantrel\\notification\\Pager", 234) {
+  PagerPortTest() : ModemDialogFixture(ExpectedPagerDialog(), kPagerSettingsKey, 234) {
     opened_port.clear();
     std::memset(&wanted_control, 0, sizeof wanted_control);
   }
