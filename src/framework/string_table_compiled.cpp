@@ -12,10 +12,11 @@ struct Row {
   std::string_view text;
 };
 
-#define STRING(id, text) Row{id, text},
-constexpr std::array kRows = {
+// Not deduced from the rows one by one: clang++ does that for no more than 256.
+#define STRING(id, text) {id, text},
+constexpr auto kRows = std::to_array<Row>({
 #include "resources/strings.def"
-};
+});
 #undef STRING
 
 static_assert(std::ranges::is_sorted(kRows, std::ranges::less_equal{}, &Row::id) &&
