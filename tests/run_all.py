@@ -61,6 +61,8 @@ SUITES = [
     Suite("host", pytest("tests/host"), ["win32"], 600, wine=True),
     Suite("desktop", pytest("tests/desktop"), ["win32", "win32-tests"], 600,
           {"BRANTEL_MODULE": windows_path(MODULE)}, wine=True),
+    Suite("voice", pytest("tests/voice"), ["win32", "win32-tests"], 600,
+          {"BRANTEL_MODULE": windows_path(MODULE)}, wine=True),
     Suite("modem", pytest("tests/modem"), ["win32", "sim"], 600, wine=True),
     Suite("popup", pytest("tests/popup"), ["win32", "win32-tests"], 900, wine=True),
 ]

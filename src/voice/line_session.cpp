@@ -48,14 +48,18 @@ std::optional<std::int32_t> ButtonOf(char digit) {
   return std::nullopt;
 }
 
-// Closing may fail for a moment, while the driver is still at something.
+// Closing may fail for a moment, while the driver is still at something. What the last attempt
+// answered.
 template <typename Attempt>
-void TryFiveTimes(Clock& clock, Attempt attempt) {
+LineCode TryFiveTimes(Clock& clock, Attempt attempt) {
   constexpr int kAttempts = 5;
   constexpr std::uint32_t kPause = 500;
-  for (int i = 1; attempt() != 0 && i < kAttempts; ++i) {
+  LineCode code = attempt();
+  for (int i = 1; code != 0 && i < kAttempts; ++i) {
     clock.Wait(kPause);
+    code = attempt();
   }
+  return code;
 }
 
 }  // namespace
@@ -172,7 +176,10 @@ LineCode LineSession::GetWaveDevice(CallSelect select) {
   if (!wave_id_) return line_error::kNoMemory;
   if (code != 0) return ToWaveDeviceError(code);
   const std::uint32_t offset = wave_id_.Word(line_structure::kVariableTextOffset);
-  if (!wave_id_.HoldsWord(offset)) return line_error::kStructureTooSmall;
+  // A driver that knows of no device may have filled in nothing.
+  if (offset < line_structure::kVariableTextSize || !wave_id_.HoldsWord(offset)) {
+    return line_error::kStructureTooSmall;
+  }
   wave_device_ = wave_id_.Word(offset);
   return 0;
 }
@@ -203,18 +210,22 @@ LineCode LineSession::WaitForPlayback() {
   return state_.playback_done ? state_.reply_result : kLineGoneDuringPlayback;
 }
 
-void LineSession::TearDown() {
+LineCode LineSession::TearDown() {
   capabilities_ = {};
   call_parameters_ = {};
   wave_id_ = {};
   Telephony& telephony = surroundings_.telephony;
-  if (line_open_) TryFiveTimes(surroundings_.clock, [&] { return telephony.Close(line_); });
+  LineCode closed = 0;
+  if (line_open_)
+    closed = TryFiveTimes(surroundings_.clock, [&] { return telephony.Close(line_); });
+  LineCode shut_down = 0;
   if (initialised_) {
-    TryFiveTimes(surroundings_.clock, [&] { return telephony.Shutdown(application_); });
+    shut_down = TryFiveTimes(surroundings_.clock, [&] { return telephony.Shutdown(application_); });
   }
   line_open_ = false;
   initialised_ = false;
   ClearState();
+  return closed != 0 ? closed : shut_down;
 }
 
 void LineSession::ClearState() {
@@ -276,8 +287,7 @@ bool ProbeLine(const VoiceSurroundings& surroundings, VoiceState& state) {
   if (session.InitializeLine() != 0) return false;
   const bool usable = session.ChooseDevice() == 0 && session.OpenLine() == 0 &&
                       session.GetWaveDevice(CallSelect::kLine) == 0;
-  session.TearDown();
-  return usable;
+  return session.TearDown() == 0 && usable;
 }
 
 }  // namespace brantel

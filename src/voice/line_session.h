@@ -57,8 +57,9 @@ class LineSession final : private LineMessageReceiver {
   // Waits until the queued sound has ended. At once 0 when none is queued.
   LineCode WaitForPlayback();
 
-  // Ends the call by closing the line, and gives back everything.
-  void TearDown();
+  // Ends the call by closing the line, and gives back everything. The error of telephony that would
+  // not let go, of whom nothing more is asked then.
+  LineCode TearDown();
 
  private:
   void Receive(const LineMessage& message) override;
@@ -94,7 +95,8 @@ class LineSession final : private LineMessageReceiver {
   SizedBlock wave_id_;
 };
 
-// Whether the machine has a voice line that can be opened and has a wave device. Leaves it closed.
+// Whether the machine has a voice line that can be opened, has a wave device and can be closed
+// again.
 bool ProbeLine(const VoiceSurroundings& surroundings, VoiceState& state);
 
 }  // namespace brantel

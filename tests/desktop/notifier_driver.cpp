@@ -1,6 +1,10 @@
 // Drives a notifier of the module for the tests of what is seen and heard. Its argument is the name
 // of the class. Commands come from standard input, one a line, their words parted by tabs, and each
 // is answered by a line on standard output:
+//   initialize            "result CODE" of Initialize with the program's host
+//   shutdown              the same of Shutdown
+//   references            "references COUNT", how often others than the program hold its host
+//   log                   "log COUNT", how many lines the host has been told
 //   send PATH             "result CODE" when Send has returned; the path may be empty
 //   add DIRECTORY         "shown LEFT TOP WIDTH HEIGHT" when the dialog has opened
 //   edit DIRECTORY NAME   the same
@@ -24,6 +28,7 @@
 #include "tests/module/dialog_session.h"
 #include "tests/module/expected_classes.h"
 #include "tests/module/loaded_module.h"
+#include "tests/module/recording_host.h"
 
 namespace brantel {
 namespace {
@@ -72,6 +77,10 @@ class NotifierDriver {
     const auto argument = [&](std::size_t i) {
       return FromUtf8(i < words.size() ? words[i] : std::string());
     };
+    if (words[0] == "initialize") return ResultLine(notifier_->Initialize(&host_));
+    if (words[0] == "shutdown") return ResultLine(notifier_->Shutdown());
+    if (words[0] == "references") return "references " + std::to_string(host_.references() - 1);
+    if (words[0] == "log") return "log " + std::to_string(host_.log_calls.size());
     if (words[0] == "send") return ResultLine(notifier_->Send(Bstr(argument(1)).get()));
     if (words[0] == "add") return Show({.notifier_class = class_, .directory = argument(1)});
     if (words[0] == "edit") {
@@ -111,6 +120,7 @@ class NotifierDriver {
 
   const ExpectedClass& class_;
   LoadedModule module_;
+  RecordingHost host_;
   ComPointer<INotifier> notifier_;
   std::optional<DialogSession> session_;
 };

@@ -331,7 +331,8 @@ TEST_F(LineSessionTest, TranslatesErrorsOfTheWaveDevice) {
 
 TEST_F(LineSessionTest, TakesNoWaveDeviceFromOutsideTheAnswer) {
   LineSession& session = OpenSession();
-  for (const std::uint32_t offset : {25U, 28U, 0x7FFFFFFFU, 0xFFFFFFFCU, 0xFFFFFFFFU}) {
+  for (const std::uint32_t offset :
+       {0U, 20U, 23U, 25U, 28U, 0x7FFFFFFFU, 0xFFFFFFFCU, 0xFFFFFFFFU}) {
     telephony_.id_offset = 24;
     telephony_.id_needed_size = 28;
     telephony_.id_offset = offset;
@@ -471,7 +472,7 @@ TEST_F(LineSessionTest, TriesToCloseAndToShutDownFiveTimesAtMost) {
     LineSession& session = OpenSession();
     system_.clock.waits.clear();
     telephony_.failing_closes = telephony_.failing_shutdowns = failing;
-    session.TearDown();
+    EXPECT_EQ(session.TearDown(), failing < 5 ? 0U : 0x80000048U);
     std::vector<std::string> expected(tried, "close 22");
     expected.resize(2 * tried, "shutdown 11");
     EXPECT_EQ(telephony_.calls, expected);
@@ -678,6 +679,16 @@ TEST_F(LineSessionTest, FailsTheProbeWhereTelephonyIsMissing) {
   telephony_.initialize = 0x80000049;
   EXPECT_FALSE(ProbeLine(system_.surroundings, state_));
   EXPECT_THAT(telephony_.calls, ElementsAre("initialize"));
+}
+
+TEST_F(LineSessionTest, FailsTheProbeOfALineThatCannotBeClosed) {
+  telephony_.failing_closes = 5;
+  EXPECT_FALSE(ProbeLine(system_.surroundings, state_));
+  telephony_.failing_closes = 0;
+  telephony_.failing_shutdowns = 5;
+  EXPECT_FALSE(ProbeLine(system_.surroundings, state_));
+  telephony_.failing_closes = telephony_.failing_shutdowns = 4;
+  EXPECT_TRUE(ProbeLine(system_.surroundings, state_));
 }
 
 TEST_F(LineSessionTest, FailsTheProbeAtEachStepAndTearsDown) {

@@ -1,0 +1,212 @@
+"""What becomes of calls: what the called person hears, what the log shows, what the host is answered."""
+
+import time
+
+from conftest import wait_until
+
+CONNECTED = "LINECALLSTATE_CONNECTED:  The call is connected to the other end."
+PROBED = ["DevNum=0", "ApiVer=2.0", "GetDevCaps:  DevNum=0 ApiVer=2.0"]
+NOT_ACKNOWLEDGED = ["No button press, queuing retry", '"Failed: 0x80004005 (E_FAIL)']
+ACKNOWLEDGED = ["Good exit", "Delivered."]
+
+
+def test_the_message_is_repeated_where_nobody_presses_the_key(telephone):
+    repeat = telephone.make_wave("repeat.wav", 0.5)
+    call = telephone.call(count=2)
+
+    assert telephone.heard() == [repeat] * 3
+    assert call.log() == [*PROBED, CONNECTED, *NOT_ACKNOWLEDGED]
+    assert call.process.returncode == 1
+
+
+def test_the_key_brings_the_messages_for_device_and_event(telephone):
+    repeat = telephone.make_wave("repeat.wav", 3)
+    device = telephone.make_wave("device.wav", 0.4)
+    event = telephone.make_wave("item_down.wav", 0.6)
+    call = telephone.start(count=2)
+    wait_until(lambda: len(telephone.heard()) == 3)
+    telephone.press("5")
+    call.end()
+
+    first, second, third, *messages = telephone.heard()
+    assert [first, second] == [repeat, repeat]
+    assert 0 < len(third) <= len(repeat) and repeat.startswith(third)
+    assert messages == [device, event]
+    assert call.log() == [*PROBED, CONNECTED, *ACKNOWLEDGED]
+    assert call.process.returncode == 0
+
+
+def test_a_key_in_the_middle_of_the_first_repetition_cuts_it_short(telephone):
+    repeat = telephone.make_wave("repeat.wav", 60)
+    device = telephone.make_wave("device.wav", 0.4)
+    event = telephone.make_wave("service_down.wav", 0.5)
+    call = telephone.start(count=5, button=11, event="service-down")
+    wait_until(lambda: telephone.heard())
+    telephone.press("1*5")
+    wait_until(lambda: "called presses 5" in telephone.transcript())
+    heard_before = len(telephone.heard()[0])
+    wait_until(lambda: len(telephone.heard()[0]) > heard_before)  # other keys change nothing
+    telephone.press("#")
+    pressed = time.monotonic()
+    wait_until(lambda: len(telephone.heard()) > 1)
+    assert time.monotonic() - pressed < 20  # of the 60 seconds that the message has
+    call.end()
+
+    cut, *messages = telephone.heard()
+    assert 0 < len(cut) < len(repeat) and repeat.startswith(cut)
+    assert messages == [event, device]  # for a service that went down in the other order
+    assert call.process.returncode == 0
+
+
+def test_a_negative_count_plays_nothing(telephone):
+    telephone.make_wave("repeat.wav", 0.2)
+    call = telephone.call(count=-1)
+
+    assert telephone.heard() == []
+    assert call.log() == [*PROBED, CONNECTED, *NOT_ACKNOWLEDGED]
+
+
+def test_a_sound_of_a_single_sample_does_not_hold_up_the_call(telephone):
+    telephone.make_wave("repeat.wav", 1 / 44100)
+    call = telephone.call(count=2)
+
+    assert call.log() == [*PROBED, CONNECTED, *NOT_ACKNOWLEDGED]
+
+
+def test_any_key_will_do_for_button_99(telephone):
+    telephone.make_wave("repeat.wav", 60)
+    event = telephone.make_wave("item_up.wav", 0.3)
+    device = telephone.make_wave("device.wav", 0.3)
+    call = telephone.start(button=99, event="item-up")
+    wait_until(lambda: telephone.heard())
+    telephone.press("A*")
+    call.end()
+
+    assert telephone.heard()[1:] == [device, event]
+
+
+def test_the_sound_of_the_device_is_found_by_its_name(telephone):
+    telephone.make_wave("repeat.wav", 60)
+    event = telephone.make_wave("item_down.wav", 0.3)
+    router = telephone.make_wave("router7.wav", 0.3)
+    common = telephone.make_wave("ahost.wav", 0.3)
+
+    for name, message, sound in (("router7.example", "[auto]", router), ("router8", "", common)):
+        for played in telephone.folder.glob("played*"):
+            played.unlink()
+        call = telephone.start(button=99, device_message=message, device_name=name)
+        wait_until(lambda: telephone.heard())
+        telephone.press("1")
+        assert call.end().process.returncode == 0
+        assert telephone.heard()[1:] == [sound, event]
+
+
+def test_a_message_that_is_no_wave_file_ends_the_call(telephone):
+    (telephone.folder / "repeat.wav").write_text("no wave file")
+    call = telephone.call()
+
+    assert call.log() == [*PROBED, CONNECTED, "Failed descend type",
+                          "Failed to play repeating sound", "Failed: 0x80004005 (E_FAIL)"]
+    assert telephone.transcript()[-2:] == ["line the call ends", "module lineShutdown"]
+
+
+def test_a_format_that_the_device_refuses_is_told_in_the_systems_words(telephone):
+    telephone.make_wave("repeat.wav", 0.2)
+    file = telephone.folder / "repeat.wav"
+    content = bytearray(file.read_bytes())
+    content[20:22] = b"\x99\x99"  # a format that nobody has
+    file.write_bytes(content)
+    call = telephone.call()
+
+    *before, words, after, result = call.log()
+    assert before == [*PROBED, CONNECTED]
+    assert "format" in words
+    assert (after, result) == ("Failed to play repeating sound", "Failed: 0x80004005 (E_FAIL)")
+
+
+def test_a_call_is_made_as_telephony_wants_it(telephone):
+    telephone.make_wave("repeat.wav", 0.2)
+    telephone.script("line media-modes 4", "line capabilities-size 900",
+                     "at 0.1 call-state connected")
+    telephone.call(number="0049 5550100,,1")
+
+    open_line = "module lineOpen 1 media modes 0x8 privileges 0x4"
+    choose = ["module lineInitialize",
+              "module lineNegotiateAPIVersion 0 0x10000 to 0x50000", "module lineGetDevCaps 0",
+              "module lineNegotiateAPIVersion 1 0x10000 to 0x50000",
+              "module lineGetDevCaps 1", "module lineGetDevCaps 1", open_line]
+    assert telephone.transcript() == [
+        r"line is served by C:\windows\system32\TAPI32.DLL",
+        *choose, *["module lineGetID select 1 wave/out"] * 2,
+        "module lineClose", "module lineShutdown",
+        *choose, "module lineMakeCall 0049 5550100,,1", "line call-state connected",
+        *["module lineGetID select 4 wave/out"] * 2, "module lineMonitorDigits 2",
+        "module lineClose", "line the call ends", "module lineShutdown"]
+
+
+def test_the_states_of_a_call_are_logged_and_a_connection_ends_the_wait(telephone):
+    telephone.make_wave("repeat.wav", 0.2)
+    telephone.script("at 0.1 call-state dialtone", "at 0.2 call-state dialing",
+                     "at 0.3 call-state proceeding", "at 0.4 call-state ringback",
+                     "at 0.5 device-state 0x40", "at 1 call-state connected")
+    call = telephone.call()
+
+    assert call.log() == [
+        *PROBED,
+        "LINECALLSTATE_DIALTONE:  The call is receiving a dial tone.",
+        "LINECALLSTATE_DIALING:  The number is being dialed.",
+        "LINECALLSTATE_PROCEEDING:  The number has been dialed and the call is on its way.",
+        "LINECALLSTATE_RINGBACK:  The call is receiving a ringback tone.",
+        "GOT LINE_LINEDEVSTATE", "GOT LINEDEVSTATE_INSERVICE",
+        CONNECTED, *NOT_ACKNOWLEDGED]
+
+
+def test_nothing_but_a_connection_ends_the_wait_for_it(telephone):
+    repeat = telephone.make_wave("repeat.wav", 0.2)
+    telephone.script("fails lineMakeCall 0x80000005 0", "at 0.1 call-state busy",
+                     "at 0.2 call-state disconnected", "at 0.3 call-state idle",
+                     "at 0.4 line-close", "at 0.5 reply 0 0x80000005",
+                     "at 4 call-state connected")
+    call = telephone.start()
+    wait_until(lambda: "GOT LINE_CLOSE" in call.output())
+    assert call.process.poll() is None
+    call.end()
+
+    # The call was never placed, so that it has no wave device.
+    assert call.log() == [
+        *PROBED,
+        "LINECALLSTATE_BUSY:  The call is receiving a busy tone.",
+        "LINECALLSTATE_DISCONNECTED:  The other end has left the call.",
+        "LINECALLSTATE_IDLE:  There is no call on the line.",
+        "GOT LINE_CLOSE", CONNECTED, "Failed to get wave device", "Failed: 0x80004005 (E_FAIL)"]
+    assert telephone.times_of("line call-state connected")[0] - \
+        telephone.times_of("line line-close")[0] > 3
+    assert repeat not in telephone.heard()
+
+
+def test_a_line_that_closes_lets_the_sound_go_on(telephone):
+    repeat = telephone.make_wave("repeat.wav", 3)
+    telephone.script("at 0.1 call-state connected", "at 1 line-close",
+                     "at 1.1 call-state disconnected", "at 1.2 call-state idle")
+    call = telephone.call()
+
+    assert telephone.heard() == [repeat]
+    assert call.log() == [
+        *PROBED, CONNECTED, "GOT LINE_CLOSE",
+        "LINECALLSTATE_DISCONNECTED:  The other end has left the call.",
+        "LINECALLSTATE_IDLE:  There is no call on the line.", *NOT_ACKNOWLEDGED]
+
+
+def test_a_line_that_will_not_close_is_tried_again(telephone):
+    telephone.make_wave("repeat.wav", 0.2)
+    telephone.script("at 0.1 call-state connected", "fails lineClose 0x80000048 4",
+                     "fails lineShutdown 0x80000048 1")
+    call = telephone.call(count=-1)
+
+    closes = telephone.times_of("module lineClose")
+    assert len(closes) == 6  # five of the search for a line, one of the call
+    assert all(0.5 <= later - earlier < 20 for earlier, later in zip(closes[:4], closes[1:5]))
+    shutdowns = telephone.times_of("module lineShutdown")
+    assert len(shutdowns) == 3
+    assert 0.5 <= shutdowns[1] - shutdowns[0] < 20
+    assert call.process.returncode == 1
