@@ -188,12 +188,12 @@ class FakeRiffFiles final : public RiffFiles {
     bool DescendIntoForm(const char (&type)[5]) override {
       end_of_form_ = bytes_.size();
       while (Find("RIFF")) {
-        end_of_form_ = end_;
-        if (bytes_.size() >= place_ + 4 && bytes_.compare(place_, 4, type) == 0) {
+        const std::string_view content = Rest();
+        if (content.starts_with(type)) {
+          end_of_form_ = end_;
           place_ += 4;
           return true;
         }
-        end_of_form_ = bytes_.size();
         place_ = end_;
       }
       return false;
@@ -205,27 +205,32 @@ class FakeRiffFiles final : public RiffFiles {
     }
 
     std::size_t Read(std::span<std::byte> bytes) override {
-      const std::size_t left = place_ < bytes_.size() ? bytes_.size() - place_ : 0;
-      const std::size_t count = std::min(left, bytes.size());
-      if (count != 0) std::memcpy(bytes.data(), bytes_.data() + place_, count);
-      place_ += count;
-      return count;
+      const std::string_view read = Rest().substr(0, bytes.size());
+      std::ranges::copy(std::as_bytes(std::span(read)), bytes.begin());
+      place_ += read.size();
+      return read.size();
     }
 
     void Ascend() override { place_ = end_; }
 
    private:
     // Goes behind the header of the next chunk with this name that begins inside the form.
-    bool Find(const std::string& name) {
-      while (place_ < end_of_form_ && place_ + 8 <= bytes_.size()) {
-        const std::string found = bytes_.substr(place_, 4);
-        size_ = LoadWord(std::as_bytes(std::span<const char>(bytes_)), place_ + 4);
+    bool Find(std::string_view name) {
+      while (place_ < end_of_form_ && Rest().size() >= 8) {
+        const std::string_view found = Rest();
+        size_ = LoadWord(std::as_bytes(std::span(found)), 4);
         place_ += 8;
         end_ = place_ + size_ + size_ % 2;
-        if (found == name) return true;
+        if (found.starts_with(name)) return true;
         place_ = end_;
       }
       return false;
+    }
+
+    // What the file holds from the place on.
+    [[nodiscard]] std::string_view Rest() const {
+      return std::string_view(bytes_).substr(
+          static_cast<std::size_t>(std::min<std::uint64_t>(place_, bytes_.size())));
     }
 
     const std::string bytes_;
