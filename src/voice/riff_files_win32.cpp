@@ -8,6 +8,9 @@
 namespace brantel {
 namespace {
 
+// Counts and offsets are signed for these functions, and so no file is larger.
+constexpr std::uint64_t kLargestOffset = std::numeric_limits<LONG>::max();
+
 FOURCC ToFourCharacters(const char (&name)[5]) {
   return mmioFOURCC(name[0], name[1], name[2], name[3]);
 }
@@ -20,22 +23,20 @@ class SystemRiffFile final : public RiffFile {
   ~SystemRiffFile() override { mmioClose(file_, 0); }
 
   bool DescendIntoForm(const char (&type)[5]) override {
-    form_.fccType = ToFourCharacters(type);
-    return mmioDescend(file_, &form_, nullptr, MMIO_FINDRIFF) == MMSYSERR_NOERROR;
+    return Find(form_, nullptr, [wanted = ToFourCharacters(type)](const MMCKINFO& chunk) {
+      return chunk.ckid == FOURCC_RIFF && chunk.fccType == wanted;
+    });
   }
 
   std::optional<std::uint32_t> DescendIntoChunk(const char (&name)[5]) override {
-    chunk_ = {};
-    chunk_.ckid = ToFourCharacters(name);
-    if (mmioDescend(file_, &chunk_, &form_, MMIO_FINDCHUNK) != MMSYSERR_NOERROR) {
-      return std::nullopt;
-    }
-    return chunk_.cksize;
+    const bool found = Find(
+        chunk_, &form_,
+        [wanted = ToFourCharacters(name)](const MMCKINFO& chunk) { return chunk.ckid == wanted; });
+    return found ? std::optional<std::uint32_t>(chunk_.cksize) : std::nullopt;
   }
 
   std::size_t Read(std::span<std::byte> bytes) override {
-    // Counts are signed here, and no file holds more.
-    if (bytes.size() > static_cast<std::size_t>(std::numeric_limits<LONG>::max())) return 0;
+    if (bytes.size() > kLargestOffset) return 0;
     const LONG count =
         mmioRead(file_, reinterpret_cast<HPSTR>(bytes.data()), static_cast<LONG>(bytes.size()));
     return count < 0 ? 0 : static_cast<std::size_t>(count);
@@ -44,6 +45,24 @@ class SystemRiffFile final : public RiffFile {
   void Ascend() override { mmioAscend(file_, &chunk_, 0); }
 
  private:
+  // Goes from chunk to chunk and into the first that is the wanted one. The system's own search
+  // (MMIO_FINDRIFF, MMIO_FINDCHUNK) does the same but for a chunk whose size leads back to where it
+  // begins: there it would stay for ever.
+  template <typename IsWanted>
+  bool Find(MMCKINFO& chunk, const MMCKINFO* parent, IsWanted is_wanted) {
+    while (mmioDescend(file_, &chunk, parent, 0) == MMSYSERR_NOERROR) {
+      if (is_wanted(chunk)) return true;
+      if (!SkipTo(std::uint64_t{chunk.dwDataOffset} + chunk.cksize + chunk.cksize % 2)) break;
+    }
+    return false;
+  }
+
+  bool SkipTo(std::uint64_t offset) {
+    if (offset > kLargestOffset) return false;
+    const auto signed_offset = static_cast<LONG>(offset);
+    return mmioSeek(file_, signed_offset, SEEK_SET) == signed_offset;
+  }
+
   HMMIO file_;
   MMCKINFO form_{};
   MMCKINFO chunk_{};
