@@ -132,7 +132,12 @@ def run(suite: Suite, environment: dict[str, str]) -> tuple[int, int]:
     except subprocess.TimeoutExpired as expired:
         output = (expired.stdout or b"") + f"\nno end after {suite.timeout} s\n".encode()
         ended_well = False
-    passed, failed = count(report) if report.exists() else (0, 0)
+    try:
+        passed, failed = count(report) if report.exists() else (0, 0)
+    except ElementTree.ParseError as problem:
+        passed = failed = 0
+        output += f"\nthe report {report} cannot be read: {problem}\n".encode()
+        ended_well = False
     if not ended_well and failed == 0:
         failed = 1  # it crashed, hung or reported nothing
     if ended_well and passed + failed == 0:

@@ -29,7 +29,7 @@ struct FieldCase {
 };
 
 void PrintTo(const FieldCase& field_case, std::ostream* stream) {
-  *stream << '"' << field_case.text << '"';
+  *stream << ::testing::PrintToString(field_case.text);
 }
 
 class NttPagerIdTest : public ::testing::TestWithParam<FieldCase> {};

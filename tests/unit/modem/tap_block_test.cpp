@@ -57,7 +57,7 @@ struct IdCase {
 };
 
 void PrintTo(const IdCase& id_case, std::ostream* stream) {
-  *stream << id_case.pager_id;
+  *stream << ::testing::PrintToString(id_case.pager_id);
 }
 
 class TapPagerIdTest : public ::testing::TestWithParam<IdCase> {};

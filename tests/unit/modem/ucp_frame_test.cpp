@@ -36,7 +36,7 @@ struct AddressCase {
 };
 
 void PrintTo(const AddressCase& address_case, std::ostream* stream) {
-  *stream << address_case.pager_id;
+  *stream << ::testing::PrintToString(address_case.pager_id);
 }
 
 class UcpAddressTest : public ::testing::TestWithParam<AddressCase> {};
