@@ -102,6 +102,9 @@ TEST_F(LaunchProgramDialogTest, TakesTheChosenDirectory) {
   EXPECT_EQ(GetWindow(session_->popup(), GW_OWNER), session_->dialog());
   session_->ClickInPopup(IDOK);
   EXPECT_EQ(session_->popup(), nullptr);
+  // The browser closes before its answer is taken.
+  for (int i = 0; i < 200 && session_->Text(kWorkingPath).empty(); ++i)
+    Sleep(20);
   EXPECT_EQ(session_->Text(kWorkingPath), directory.string());
   std::array<wchar_t, MAX_PATH> after{};
   GetCurrentDirectoryW(MAX_PATH, after.data());
