@@ -111,6 +111,13 @@ def pager_instance(number: str, password: str, pager_id: str, message: str, prot
             + b"".join(map(instance_text, texts)) + profile.to_bytes(4, "little"))
 
 
+def voice_instance(number: str, repeat: str, count: int, button: int, *messages: str) -> bytes:
+    return (bytes.fromhex("F822F8C4 9018 CD08 68421838A3A78A26")
+            + instance_text(number) + instance_text(repeat)
+            + count.to_bytes(4, "little", signed=True) + button.to_bytes(4, "little", signed=True)
+            + b"".join(map(instance_text, messages)))
+
+
 def win_popup_instance(destination: str, message: str) -> bytes:
     return (bytes.fromhex("292C768B 2E0B 589C 6C925C2A021AFB08")
             + instance_text(destination) + instance_text(message))

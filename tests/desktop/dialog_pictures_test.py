@@ -14,8 +14,8 @@ import pytest
 from PIL import Image, ImageChops
 
 from conftest import (ROOT, TIME_LIMIT, beeper_instance, launch_program_instance,
-                      pager_instance, smtp_mail_instance, sound_instance, win_popup_instance,
-                      windows_path)
+                      pager_instance, smtp_mail_instance, sound_instance, voice_instance,
+                      win_popup_instance, windows_path)
 
 PICTURES = ROOT / "docs" / "pictures"
 
@@ -45,6 +45,11 @@ SHOWN = {
     "beeper_settings_dialog.png": Shown("Beeper", "Duty officer", DUTY_PAGER, button=228),
     "pager_dialog.png": Shown("Pager", "Duty officer", DUTY_PHONE),
     "pager_settings_dialog.png": Shown("Pager", "Duty officer", DUTY_PHONE, button=234),
+    "voice_dialog.png": Shown(
+        "Voice", "Call the duty officer",
+        voice_instance("5550100", r"C:\Sounds\repeat.wav", 4, 99, r"C:\Sounds\item_down.wav",
+                       r"C:\Sounds\item_up.wav", r"C:\Sounds\service_down.wav",
+                       r"C:\Sounds\service_up.wav")),
     "win_popup_dialog.png": Shown("WinPopup", "Tell the night watch",
                                   win_popup_instance("WATCH", "%n is down: %C")),
 }

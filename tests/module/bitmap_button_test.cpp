@@ -140,7 +140,9 @@ INSTANTIATE_TEST_SUITE_P(Buttons, BitmapButtonTest,
                          Values(ButtonCase{ExpectedSoundDialog(), 210, 301},
                                 ButtonCase{ExpectedSoundDialog(), 211, 302},
                                 ButtonCase{ExpectedLaunchProgramDialog(), 221, 301},
-                                ButtonCase{ExpectedLaunchProgramDialog(), 223, 301}),
+                                ButtonCase{ExpectedLaunchProgramDialog(), 223, 301},
+                                ButtonCase{ExpectedVoiceDialog(), 221, 301},
+                                ButtonCase{ExpectedVoiceDialog(), 239, 302}),
                          [](const auto& button) { return ::testing::PrintToString(button.param); });
 
 TEST_P(BitmapButtonTest, ShowsItsPictureInTheMiddle) {

@@ -105,6 +105,7 @@ inline constexpr const ExpectedClass& kWinPopup = kExpectedClasses[2];
 inline constexpr const ExpectedClass& kLaunchProgram = kExpectedClasses[3];
 inline constexpr const ExpectedClass& kBeeper = kExpectedClasses[4];
 inline constexpr const ExpectedClass& kPager = kExpectedClasses[5];
+inline constexpr const ExpectedClass& kVoice = kExpectedClasses[6];
 
 inline constexpr const wchar_t* kExpectedLibraryId = L"{5625C924-5719-DA0E-EE98-237AC5FB0A3C}";
 

@@ -209,6 +209,69 @@ const ExpectedDialog& ExpectedSoundDialog() {
   return dialog;
 }
 
+const ExpectedDialog& ExpectedVoiceDialog() {
+  static const ExpectedDialog dialog = {
+      .notifier_class = kVoice,
+      .add_title = "Add Voice Instance",
+      .edit_title = "Edit Voice Instance",
+      .failed_edit_title = "Edit Voice Instance",
+      .default_name = L"Default Voice",
+      .controls = {{-1, "Static", "&Display name:", kLabel},
+                   {223, "Edit", "", kEdit},
+                   {-1, "Static", "&Phone number:", kLabel},
+                   {219, "Edit", "", kEdit},
+                   {-1, "Static", "&Repeat msg:", kLabel},
+                   {220, "Edit", "", kEdit},
+                   {221, "Button", "Browse for repeat msg", kPictureButton},
+                   {235, "Button", "Record repeat msg", kPictureButton},
+                   {-1, "Static", "&Count:", kLabel},
+                   {229, "Edit", "", kEdit},
+                   {-1, "Static", "&Button:", kLabel},
+                   {230, "Edit", "", kEdit},
+                   {-1, "Static", "Item &down:", kLabel},
+                   {231, "Edit", "", kEdit},
+                   {222, "Button", "Browse for item down", kPictureButton},
+                   {236, "Button", "Record item down", kPictureButton},
+                   {-1, "Static", "Item &up:", kLabel},
+                   {232, "Edit", "", kEdit},
+                   {225, "Button", "Browse for item up", kPictureButton},
+                   {237, "Button", "Record item up", kPictureButton},
+                   {-1, "Static", "&Service down:", kLabel},
+                   {233, "Edit", "", kEdit},
+                   {224, "Button", "Browse for service down", kPictureButton},
+                   {238, "Button", "Record service down", kPictureButton},
+                   {-1, "Static", "S&ervice up:", kLabel},
+                   {234, "Edit", "", kEdit},
+                   {226, "Button", "Browse for service up", kPictureButton},
+                   {239, "Button", "Record service up", kPictureButton},
+                   {1, "Button", "OK", kDefaultButton},
+                   {2, "Button", "Cancel", kButton},
+                   {9, "Button", "&Help", kButton}},
+      // The letter of the name's leads to the item's sound first, since the name has the focus.
+      .edits = {{223, '\0', kNameMissing, "night"},
+                {219, 'p', "Invalid value - The 'Phone' field must have a value.", "5550100"},
+                {220, 'r', nullptr, "repeat.wav"},
+                {231, 'd', nullptr, "idown.wav"},
+                {232, 'u', nullptr, "iup.wav"},
+                {233, 's', nullptr, "sdown.wav"},
+                {234, 'e', nullptr, "sup.wav"}},
+      .focus_after_name_error = 223,
+      .help_context = 131476,
+      .sample_file = Bytes("\xF8\x22\xF8\xC4\x90\x18\xCD\x08\x68\x42\x18\x38\xA3\xA7\x8A\x26"
+                           "\x08\0\0\0"
+                           "5550100\0"
+                           "\x0B\0\0\0repeat.wav\0"
+                           "\0\0\0\0"
+                           "\0\0\0\0"
+                           "\x0A\0\0\0idown.wav\0"
+                           "\x08\0\0\0iup.wav\0"
+                           "\x0A\0\0\0sdown.wav\0"
+                           "\x08\0\0\0sup.wav\0"),
+      .shared_access_keys = "d",
+  };
+  return dialog;
+}
+
 const ExpectedDialog& ExpectedLaunchProgramDialog() {
   static const ExpectedDialog dialog = {
       .notifier_class = kLaunchProgram,

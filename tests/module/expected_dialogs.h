@@ -66,5 +66,6 @@ const ExpectedDialog& ExpectedSmtpMailDialog();
 const ExpectedDialog& ExpectedSoundDialog();
 const ExpectedDialog& ExpectedLaunchProgramDialog();
 const ExpectedDialog& ExpectedWinPopupDialog();
+const ExpectedDialog& ExpectedVoiceDialog();
 
 }  // namespace brantel

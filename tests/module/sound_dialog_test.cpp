@@ -8,8 +8,8 @@
 #include <stdexcept>
 #include <string>
 
+#include "tests/module/configured_recorder.h"
 #include "tests/module/dialog_fixture.h"
-#include "tests/module/registry_tree.h"
 #include "tests/module/started_program.h"
 
 namespace brantel {
@@ -124,22 +124,6 @@ TEST_F(SoundDialogTest, TakesNoFileThatDoesNotExist) {
 }
 
 // The sound recorder.
-
-constexpr const wchar_t* kProgramsKey = L"SOFTWARE\\Brantel\\Vantrel\\Programs";
-
-// Names the machine's recorder while it lives.
-class ConfiguredRecorder {
- public:
-  explicit ConfiguredRecorder(const std::wstring& path) {
-    if (KeyExists(HKEY_LOCAL_MACHINE, kProgramsKey)) {
-      throw std::runtime_error("this machine has a recorder of its own");
-    }
-    SetText(CreateKey(HKEY_LOCAL_MACHINE, kProgramsKey).get(), L"SoundRecorder", path);
-  }
-  ConfiguredRecorder(const ConfiguredRecorder&) = delete;
-  ConfiguredRecorder& operator=(const ConfiguredRecorder&) = delete;
-  ~ConfiguredRecorder() { DeleteTree(HKEY_LOCAL_MACHINE, kProgramsKey); }
-};
 
 class RecorderTest : public SoundDialogTest {
  protected:
