@@ -24,11 +24,11 @@ def test_without_the_library_no_host_is_bound(telephone):
 @pytest.mark.parametrize("name", ENTRY_POINTS)
 def test_without_an_entry_point_no_host_is_bound(telephone, name):
     content = EXCHANGE.read_bytes()
-    # Another name of the same length and place in the order, of which the table of names has to be.
-    other = name[:-1].encode() + bytes([name.encode()[-1] + 1])
-    assert content.count(b"\0" + name.encode() + b"\0") == 1
+    # Another name of the same length, with which the table of names stays in its order.
+    other = name[:-1] + chr(ord(name[-1]) + 1)
+    assert f"\0{name}\0".encode() in content
     telephone.machine.telephony.write_bytes(
-        content.replace(b"\0" + name.encode() + b"\0", b"\0" + other + b"\0"))
+        content.replace(f"\0{name}\0".encode(), f"\0{other}\0".encode()))
     assert telephone.call().log() == NOT_BOUND
 
 
@@ -100,7 +100,7 @@ def decoys(telephone):
 def test_a_library_of_the_same_name_elsewhere_is_never_loaded(telephone, decoys):
     call = telephone.call(**decoys)
 
-    assert call.log()[-1] == '"Failed: 0x80004005 (E_FAIL)'
+    assert call.log()[-1] == "Failed: 0x80004005 (E_FAIL)"
     assert [line for line in telephone.transcript() if line.startswith("line is served by")] == [
         r"line is served by C:\windows\system32\TAPI32.DLL"]
 
