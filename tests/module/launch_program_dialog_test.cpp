@@ -1,4 +1,5 @@
 #include <windows.h>
+#include <commctrl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <shlobj.h>
@@ -34,7 +35,25 @@ class LaunchProgramDialogTest : public DialogFixture {
   void SelectDirectory(const std::filesystem::path& directory) {
     session_->StartClick(kBrowseWorkingPath);
     HWND browser = session_->AwaitPopup();
-    SendMessageW(browser, BFFM_SETSELECTIONW, TRUE, reinterpret_cast<LPARAM>(directory.c_str()));
+    // While it opens the browser makes a selection of its own.
+    for (int i = 0; i < 200 && SelectedFolder(browser) != directory.filename(); ++i) {
+      SendMessageW(browser, BFFM_SETSELECTIONW, TRUE, reinterpret_cast<LPARAM>(directory.c_str()));
+      Sleep(20);
+      session_->Settle();
+    }
+  }
+
+  // The folder's name as the browser's tree shows it.
+  static std::filesystem::path SelectedFolder(HWND browser) {
+    HWND tree = FindWindowExA(browser, nullptr, WC_TREEVIEWA, nullptr);
+    std::array<wchar_t, MAX_PATH> text{};
+    TVITEMW item{};
+    item.mask = TVIF_TEXT;
+    item.hItem = TreeView_GetSelection(tree);
+    item.pszText = text.data();
+    item.cchTextMax = MAX_PATH;
+    SendMessageW(tree, TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+    return text.data();
   }
 
   [[nodiscard]] std::filesystem::path NewDirectory() const {
