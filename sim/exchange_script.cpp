@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <sstream>
 #include <stdexcept>
 
@@ -64,7 +65,7 @@ Time ToTime(const std::string& word) {
     throw std::runtime_error("no time: " + word);
   }
   constexpr double kMilliseconds = 1000;
-  return Time(static_cast<Time::rep>(seconds * kMilliseconds + 0.5));
+  return Time(std::llround(seconds * kMilliseconds));
 }
 
 std::uint32_t ToCallState(const std::string& word) {

@@ -152,7 +152,6 @@ LONG Guard(Body body) noexcept {
     return static_cast<LONG>(body(Exchange()));
   } catch (const std::exception& error) {
     OutputDebugStringA(error.what());
-    MessageBeep(MB_ICONERROR);
     return static_cast<LONG>(LINEERR_OPERATIONFAILED);
   }
 }
@@ -191,6 +190,8 @@ using brantel::sim::Guard;
 using brantel::sim::RunningExchange;
 using brantel::sim::TelephoneExchange;
 
+// The declarations have names of another style and constants where they mean what they point to.
+// NOLINTBEGIN(*-inconsistent-declaration-parameter-name, misc-misplaced-const)
 extern "C" {
 
 BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, void*) {
@@ -277,3 +278,4 @@ LONG WINAPI lineShutdown(HLINEAPP application) {
 }
 
 }  // extern "C"
+// NOLINTEND(*-inconsistent-declaration-parameter-name, misc-misplaced-const)

@@ -19,7 +19,7 @@ std::uint32_t SizedBlock::Word(std::size_t offset) const {
   return word;
 }
 
-void SizedBlock::SetWord(std::size_t offset, std::uint32_t word) {
+void SizedBlock::SetWord(std::size_t offset, std::uint32_t word) const {
   if (HoldsWord(offset)) std::memcpy(bytes().subspan(offset).data(), &word, sizeof word);
 }
 

@@ -24,7 +24,7 @@ class SizedBlock {
   // The word that begins at this byte; 0 when the block ends before.
   [[nodiscard]] std::uint32_t Word(std::size_t offset) const;
   [[nodiscard]] bool HoldsWord(std::size_t offset) const;
-  void SetWord(std::size_t offset, std::uint32_t word);
+  void SetWord(std::size_t offset, std::uint32_t word) const;
 
  private:
   MemoryBlock block_;

@@ -169,7 +169,7 @@ DWORD* ToSystem(std::uint32_t& number) {
 }
 
 LINECALLPARAMS* ToCallParameters(std::span<const std::byte> block) {
-  // Only read, whatever the older of its declarations say.
+  // NOLINTNEXTLINE(*-const-cast): only read, whatever the function's declaration says
   return reinterpret_cast<LINECALLPARAMS*>(const_cast<std::byte*>(block.data()));
 }
 

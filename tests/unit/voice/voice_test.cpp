@@ -1,0 +1,96 @@
+// What the dialogues do not show: Voice without a host, and how long it keeps one.
+#include "voice/voice.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/unit/framework/fake_instance_files.h"
+#include "tests/unit/framework/fake_notifier_host.h"
+#include "tests/unit/voice/fake_voice_system.h"
+#include "voice/voice_layout.h"
+
+namespace brantel {
+namespace {
+
+using ::testing::IsEmpty;
+
+class VoiceTest : public ::testing::Test {
+ protected:
+  static HostQuery Offering(const std::shared_ptr<FakeNotifierHost>& host) {
+    return [host] { return host; };
+  }
+
+  FakeInstanceFiles files_;
+  FakeVoiceSystem system_;
+  VoiceState state_;
+  Voice voice_{files_, system_.surroundings, state_};
+  Voice other_{files_, system_.surroundings, state_};
+};
+
+TEST_F(VoiceTest, CallsNobodyWithoutAHost) {
+  EXPECT_EQ(voice_.Send({u"alert", "alert"}, nullptr), kFail);
+  files_.files["alert"] = EncodeInstance(kVoiceLayout, Instance(kVoiceLayout.fields.size()));
+  EXPECT_EQ(voice_.Send({u"alert", "alert"}, nullptr), kFail);
+  EXPECT_THAT(system_.telephony.calls, IsEmpty());
+}
+
+TEST_F(VoiceTest, KeepsTheHostOfTheFirstBindingForTheLogUntilTheShutdown) {
+  auto host = std::make_shared<FakeNotifierHost>();
+  const std::weak_ptr<FakeNotifierHost> watch = host;
+  ASSERT_EQ(voice_.Initialize(Offering(host)), host);
+  EXPECT_TRUE(state_.probe_done);
+  EXPECT_EQ(state_.host, host);
+  host.reset();
+  EXPECT_FALSE(watch.expired());
+  voice_.Shutdown();
+  EXPECT_TRUE(watch.expired());
+  EXPECT_TRUE(state_.probe_done);
+}
+
+TEST_F(VoiceTest, LeavesTheLogWithTheHostOfTheFirstBinding) {
+  const auto first = std::make_shared<FakeNotifierHost>();
+  const auto second = std::make_shared<FakeNotifierHost>();
+  voice_.Initialize(Offering(first));
+  EXPECT_EQ(other_.Initialize(Offering(second)), second);
+  EXPECT_EQ(state_.host, first);
+  // Whose object it is that ends its binding makes no difference.
+  other_.Shutdown();
+  EXPECT_EQ(state_.host, nullptr);
+}
+
+TEST_F(VoiceTest, LetsGoOfAHostThatItCannotBind) {
+  system_.telephony.initialize = 0x80000049;
+  auto host = std::make_shared<FakeNotifierHost>();
+  EXPECT_EQ(voice_.Initialize(Offering(host)), nullptr);
+  EXPECT_FALSE(state_.probe_done);
+  EXPECT_EQ(state_.host, nullptr);
+  EXPECT_EQ(host.use_count(), 1);
+  EXPECT_THAT(host->log, IsEmpty());
+}
+
+// A host may end the binding from within its log.
+TEST_F(VoiceTest, StandsAHostThatIsShutDownWhileItIsTold) {
+  class ShuttingDownHost final : public NotifierHost {
+   public:
+    explicit ShuttingDownHost(Voice& voice) : voice_(voice) {}
+    ~ShuttingDownHost() override { told_.clear(); }
+    Result ExpandMessage(std::string&) override { return kOk; }
+    void LogMessage(std::string_view text) override {
+      voice_.Shutdown();
+      told_ += text;
+    }
+    void LogMessage(std::u16string_view) override {}
+    Result GetAlertTrigger(std::uint32_t&) override { return kOk; }
+
+   private:
+    Voice& voice_;
+    std::string told_;
+  };
+  state_.host = std::make_shared<ShuttingDownHost>(voice_);
+  state_.Log("first");
+  EXPECT_EQ(state_.host, nullptr);
+  state_.Log("second");
+}
+
+}  // namespace
+}  // namespace brantel
