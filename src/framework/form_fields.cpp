@@ -2,11 +2,12 @@
 
 #include <algorithm>
 
+#include "framework/text_end.h"
 namespace brantel {
 
 std::string FormField(std::string_view form, std::string_view name, ValueEnd end,
                       std::string_view absent) {
-  form = form.substr(0, form.find('\0'));
+  form = UpToNul(form);
   const std::string start = std::string(name) + "=";
   const std::size_t found = form.find(start);
   if (found == std::string_view::npos) return std::string(absent);

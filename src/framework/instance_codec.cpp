@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "framework/text_end.h"
+
 namespace brantel {
 namespace {
 
@@ -37,10 +39,7 @@ class FileCursor {
     return number;
   }
 
-  std::string TakeText(std::uint32_t length) {
-    const std::string_view bytes = Take(length);
-    return std::string(bytes.substr(0, bytes.find('\0')));
-  }
+  std::string TakeText(std::uint32_t length) { return std::string(UpToNul(Take(length))); }
 
  private:
   std::string_view rest_;
@@ -110,7 +109,7 @@ void AppendNumber(std::string& file, std::uint32_t number) {
 }
 
 void AppendText(std::string& file, std::string_view text) {
-  text = text.substr(0, text.find('\0'));
+  text = UpToNul(text);
   AppendNumber(file, static_cast<std::uint32_t>(text.size() + 1));
   file.append(text);
   file.push_back('\0');

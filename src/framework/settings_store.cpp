@@ -1,6 +1,7 @@
 #include "framework/settings_store.h"
 
 #include "framework/leading_number.h"
+#include "framework/text_end.h"
 
 namespace brantel {
 namespace {
@@ -30,7 +31,7 @@ std::string ReadSetting(SettingsKey& key, const std::string& name) {
   const std::optional<StoredSetting> setting = key.Read(name);
   if (!setting) return {};
   if (setting->type == SettingType::kNumber) return DecimalOfLowestByte(setting->data);
-  return setting->data.substr(0, setting->data.find('\0'));
+  return std::string(UpToNul(setting->data));
 }
 
 bool WriteSetting(SettingsKey& key, const std::string& name, std::string_view text,

@@ -6,6 +6,7 @@
 #include "framework/format_text.h"
 #include "framework/leading_number.h"
 #include "framework/string_table.h"
+#include "framework/text_end.h"
 
 namespace brantel {
 namespace {
@@ -18,10 +19,6 @@ constexpr std::size_t kLongestReceive = 82;
 std::string_view FirstLineOf(std::string_view text) {
   const std::size_t line_feed = text.find('\n');
   return text.substr(0, line_feed == std::string_view::npos ? line_feed : line_feed + 1);
-}
-
-std::string_view UpToNul(std::string_view text) {
-  return text.substr(0, text.find('\0'));
 }
 
 std::string WithoutLineEnd(std::string_view line) {

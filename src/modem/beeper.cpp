@@ -7,6 +7,7 @@
 #include "framework/format_text.h"
 #include "framework/leading_number.h"
 #include "framework/string_table.h"
+#include "framework/text_end.h"
 #include "modem/beeper_call.h"
 #include "modem/beeper_layout.h"
 #include "modem/beeper_settings.h"
@@ -32,7 +33,7 @@ std::size_t CodeField(AlertKind kind) {
 }
 
 std::string CompleteMessage(const Instance& instance, const AlertText& alert) {
-  const std::string_view expanded = std::string_view(alert.text).substr(0, alert.text.find('\0'));
+  const std::string_view expanded = UpToNul(alert.text);
   const std::string message =
       alert.kind ? FormatText("%s%s", {instance.text(CodeField(*alert.kind)), expanded})
                  : std::string(expanded);

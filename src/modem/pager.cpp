@@ -3,6 +3,7 @@
 #include "framework/format_inserts.h"
 #include "framework/leading_number.h"
 #include "framework/string_table.h"
+#include "framework/text_end.h"
 #include "modem/com_port_number.h"
 #include "modem/ntt_session.h"
 #include "modem/pager_call.h"
@@ -31,7 +32,7 @@ PagerCall MakeCall(const Instance& instance, const Settings& settings, std::stri
       .pager_number = instance.text(pager_field::kPagerNumber),
       .terminal_password = instance.text(pager_field::kTerminalPassword),
       .pager_id = instance.text(pager_field::kPagerId),
-      .message = message.substr(0, message.find('\0')),
+      .message = UpToNul(message),
   };
 }
 

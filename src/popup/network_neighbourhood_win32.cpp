@@ -76,7 +76,7 @@ class OpenLevel final : public NetworkLevel {
 
 }  // namespace
 
-std::unique_ptr<NetworkLevel> WindowsNetworkNeighbourhood::Open(const NetworkResource* container) {
+std::unique_ptr<NetworkLevel> SystemNeighbourhood::Open(const NetworkResource* container) {
   NetworkResource copy = container == nullptr ? NetworkResource() : *container;
   NETRESOURCEA resource = ToSystem(copy);
   HANDLE level = nullptr;

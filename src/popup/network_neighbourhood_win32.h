@@ -5,7 +5,7 @@
 namespace brantel {
 
 // The network as the system's network providers know it.
-class WindowsNetworkNeighbourhood final : public NetworkNeighbourhood {
+class SystemNeighbourhood final : public NetworkNeighbourhood {
  public:
   std::unique_ptr<NetworkLevel> Open(const NetworkResource* container) override;
 };

@@ -82,7 +82,7 @@ class LoadedNetworkLibrary final : public NetworkLibrary {
 
 }  // namespace
 
-WindowsFamily WindowsNetworkSystem::Family() {
+WindowsFamily SystemNetwork::Family() {
   OSVERSIONINFOA version{};
   version.dwOSVersionInfoSize = sizeof version;
   if (GetVersionExA(&version) == FALSE) return WindowsFamily::kOther;
@@ -96,7 +96,7 @@ WindowsFamily WindowsNetworkSystem::Family() {
   }
 }
 
-std::unique_ptr<NetworkLibrary> WindowsNetworkSystem::Load(std::string_view name) {
+std::unique_ptr<NetworkLibrary> SystemNetwork::Load(std::string_view name) {
   SystemLibrary library(name);
   if (!library) return nullptr;
   return std::make_unique<LoadedNetworkLibrary>(std::move(library));

@@ -4,7 +4,7 @@
 
 namespace brantel {
 
-class WindowsNetworkSystem final : public NetworkSystem {
+class SystemNetwork final : public NetworkSystem {
  public:
   WindowsFamily Family() override;
   std::unique_ptr<NetworkLibrary> Load(std::string_view name) override;

@@ -47,7 +47,7 @@ DWORD WINAPI RunThread(void* parameter) noexcept {
 
 }  // namespace
 
-void WindowsWorkerThreads::Start(std::function<void()> work) {
+void SystemWorkerThreads::Start(std::function<void()> work) {
   auto start = std::make_unique<ThreadStart>();
   start->work = std::move(work);
   start->module = ReferToModule();

@@ -4,7 +4,7 @@
 
 namespace brantel {
 
-class WindowsWorkerThreads final : public WorkerThreads {
+class SystemWorkerThreads final : public WorkerThreads {
  public:
   void Start(std::function<void()> work) override;
 };

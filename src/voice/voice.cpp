@@ -4,6 +4,7 @@
 #include <string_view>
 #include <utility>
 
+#include "framework/text_end.h"
 #include "voice/line_session.h"
 #include "voice/voice_call.h"
 #include "voice/voice_layout.h"
@@ -15,11 +16,6 @@ namespace {
 // The host's own variables for the sound of the device and for the device's name.
 constexpr const char* kDeviceMessage = "%C";
 constexpr const char* kDeviceName = "%n";
-
-// A host may put a NUL into a text that it expands. File names end there.
-std::string_view UpToNul(const std::string& text) {
-  return std::string_view(text).substr(0, text.find('\0'));
-}
 
 }  // namespace
 
