@@ -13,9 +13,9 @@ from io import BytesIO
 import pytest
 from PIL import Image, ImageChops
 
-from conftest import (ROOT, TIME_LIMIT, beeper_instance, launch_program_instance,
-                      pager_instance, smtp_mail_instance, sound_instance, voice_instance,
-                      win_popup_instance, windows_path)
+from conftest import (beeper_instance, launch_program_instance, pager_instance, smtp_mail_instance,
+                      sound_instance, voice_instance, win_popup_instance)
+from windows_programs import ROOT, TIME_LIMIT, windows_path
 
 PICTURES = ROOT / "docs" / "pictures"
 

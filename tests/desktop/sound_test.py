@@ -1,23 +1,16 @@
 """What Sound plays, captured behind the system's sound device and compared with the wave file."""
 
 import pathlib
-import random
 import subprocess
-import wave
 
 import pytest
 
-from conftest import TIME_LIMIT, WINE, sound_instance, wait_until, windows_path
+from captured_sound import Capture, make_wave
+from conftest import sound_instance
+from windows_programs import TIME_LIMIT, WINE, wait_until, windows_path
 
 ONCE = b"\0\0\0\0"
 ON_AND_ON = b"\1\0\0\0"
-
-# A device that writes what is played into files, one for each opening of the device.
-ALSA_CONFIGURATION = """
-</usr/share/alsa/alsa.conf>
-pcm.!default {{ type plug slave.pcm "captured" }}
-pcm.captured {{ type file slave.pcm {{ type null }} file "{file}" format "raw" truncate no }}
-"""
 
 
 @pytest.fixture(scope="module")
@@ -26,22 +19,6 @@ def sound_by_alsa(wine_environment):
     subprocess.run([WINE, "reg", "add", r"HKCU\Software\Wine\Drivers", "/v", "Audio", "/d", "alsa",
                     "/f"], env=wine_environment, check=True, capture_output=True,
                    timeout=TIME_LIMIT)
-
-
-class Capture:
-    """The samples that were played, apart for each sound."""
-
-    def __init__(self, folder: pathlib.Path):
-        self.file = folder / "played"
-        self.configuration = folder / "alsa.conf"
-        self.configuration.write_text(ALSA_CONFIGURATION.format(file=self.file))
-
-    def sounds(self) -> list[bytes]:
-        return [file.read_bytes() for file in sorted(self.file.parent.glob("played*"))]
-
-    def size(self, sound: int) -> int:
-        sounds = self.sounds()
-        return len(sounds[sound]) if sound < len(sounds) else 0
 
 
 class Sounds:
@@ -53,14 +30,7 @@ class Sounds:
         self.driver = start_driver("Sound", ALSA_CONFIG_PATH=str(self.capture.configuration))
 
     def make_wave(self, name: str) -> bytes:
-        """Writes a wave file of noise, each name another, and returns its samples."""
-        samples = random.Random(name).randbytes(4 * 44100 // 4)
-        with wave.open(str(self.folder / name), "wb") as file:
-            file.setnchannels(2)
-            file.setsampwidth(2)
-            file.setframerate(44100)
-            file.writeframes(samples)
-        return samples
+        return make_wave(self.folder / name, 0.25)
 
     def send(self, wave_name: str, number: bytes) -> str:
         instance = self.folder / "instance"

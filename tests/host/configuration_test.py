@@ -6,7 +6,8 @@ import subprocess
 
 import pytest
 
-from conftest import DIALOG_OPERATOR, MODULE, TIME_LIMIT, WINE, windows_path, write_instance
+from conftest import DIALOG_OPERATOR, write_instance
+from windows_programs import MODULE, TIME_LIMIT, WINE, windows_path
 
 # The calls of one dialog, in order, but the dialog's own.
 CALLS_BEFORE = ["loaded", "DllGetClassObject", "CreateInstance", "factory released", "Initialize"]

@@ -1,49 +1,26 @@
 """Runs notifyhost.exe as a person would, and makes what it works on.
 
-The release and build folders are those of the checkout, unless the environment variables
-NOTIFYHOST_RELEASE_DIR and NOTIFYHOST_BUILD_DIR name others. WINEPREFIX, when set, is the prefix to use;
-its registration of the module is changed by the tests. Otherwise they make one and remove it.
+WINEPREFIX, when set, is the prefix to use; its registration of the module is changed by the tests.
+Otherwise they make one and remove it.
 """
 
-import os
 import pathlib
 import shutil
 import subprocess
 import tempfile
-import time
 from dataclasses import dataclass
 
 import pytest
 
-ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
-RELEASE = pathlib.Path(os.environ.get("NOTIFYHOST_RELEASE_DIR", ROOT / "out" / "win32"))
-BUILD = pathlib.Path(os.environ.get("NOTIFYHOST_BUILD_DIR", ROOT / "build" / "win32"))
-WINE = ROOT / "tools" / "wine"
+from windows_programs import (HOST, ROOT, TIME_LIMIT, WINE, given_or_own_prefix, magic, wait_until,
+                              windows_path)
 
-HOST = RELEASE / "notifyhost.exe"
-MODULE = RELEASE / "Brantel_Notifications.dll"
+BUILD = ROOT / "build" / "win32"
 DEMO_PROGRAM = BUILD / "host" / "demo_program" / "demo_program.exe"
 DIALOG_OPERATOR = BUILD / "tests" / "host" / "dialog_operator" / "dialog_operator.exe"
 STAND_IN_MODULE = BUILD / "tests" / "host" / "stand_in_module" / "stand_in_module.dll"
 
-# Seconds within which a run of the host ends, and a program that an alert starts reports: far more
-# than they take, so that only a hang reaches it.
-TIME_LIMIT = 60
-
-# LaunchProgram's magic, {ECEC7E6C-8E18-4CA2-C56F-5334C2BD7945} in its binary layout.
-LAUNCH_PROGRAM_MAGIC = bytes.fromhex("6C7EECEC 188E A24C C56F5334C2BD7945")
-
-
-def windows_path(path) -> str:
-    return subprocess.run([WINE, "--path", path], capture_output=True, text=True, check=True,
-                          timeout=TIME_LIMIT).stdout.rstrip("\n")
-
-
-def wait_until(condition) -> None:
-    deadline = time.monotonic() + TIME_LIMIT
-    while not condition():
-        assert time.monotonic() < deadline, "it does not come about"
-        time.sleep(0.01)
+LAUNCH_PROGRAM_MAGIC = magic("ECEC7E6C-8E18-4CA2-C56F-5334C2BD7945")
 
 
 @dataclass
@@ -88,20 +65,8 @@ class RunningHost(subprocess.Popen):
 
 @pytest.fixture(scope="session")
 def wine_environment():
-    # Under this locale the ANSI code page is 1252 and arguments are UTF-8.
-    environment = {**os.environ, "LC_ALL": "C.UTF-8", "WINEDEBUG": "-all"}
-    if "WINEPREFIX" in environment:
+    with given_or_own_prefix() as environment:
         yield environment
-        return
-    folder = tempfile.mkdtemp(prefix="notifyhost_test_")
-    environment["WINEPREFIX"] = f"{folder}/prefix"
-    try:
-        yield environment
-    finally:
-        for option in ("-k", "-w"):
-            subprocess.run([WINE, "--server", option], env=environment, capture_output=True,
-                           timeout=TIME_LIMIT)
-        shutil.rmtree(folder, ignore_errors=True)
 
 
 @pytest.fixture

@@ -6,7 +6,7 @@ from dataclasses import dataclass
 
 import pytest
 
-from conftest import DEMO_PROGRAM, TIME_LIMIT, WINE, wait_until, windows_path
+from windows_programs import TIME_LIMIT, WINE, wait_until, windows_path
 
 
 @dataclass

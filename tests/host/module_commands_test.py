@@ -4,7 +4,8 @@ import shutil
 
 import pytest
 
-from conftest import MODULE, Notifyhost, windows_path
+from conftest import Notifyhost
+from windows_programs import MODULE, windows_path
 
 NAMES = "SMTPMail, Sound, WinPopup, LaunchProgram, Beeper, Pager, Voice"
 

@@ -2,7 +2,8 @@
 
 import pytest
 
-from conftest import LAUNCH_PROGRAM_MAGIC, MODULE, windows_path, write_instance
+from conftest import LAUNCH_PROGRAM_MAGIC, write_instance
+from windows_programs import MODULE, windows_path
 
 FAILED = "Failed: 0x80004005 (E_FAIL)\n"
 

@@ -2,7 +2,7 @@
 
 import pytest
 
-from conftest import TIME_LIMIT, wait_until, windows_path
+from windows_programs import TIME_LIMIT, wait_until, windows_path
 
 # The calls of one alert, in order. The host may be held by one reference of its own in the end.
 CALLS = ["loaded", "DllGetClassObject", "CreateInstance", "factory released", "Initialize", "Send",

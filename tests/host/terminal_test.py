@@ -10,7 +10,8 @@ import termios
 
 import pytest
 
-from conftest import TIME_LIMIT, WINE, RunningHost, windows_path
+from conftest import RunningHost
+from windows_programs import TIME_LIMIT, WINE, windows_path
 
 # What Wine's console sends besides text: moves of the cursor, modes, the title.
 ESCAPE = re.compile(r"\x1B(\[[0-9;?]*[A-Za-z]|\][^\x07]*\x07)")

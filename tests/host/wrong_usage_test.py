@@ -2,7 +2,7 @@
 
 import pytest
 
-from conftest import windows_path
+from windows_programs import windows_path
 
 COMMANDS = ("the commands are classes, register, unregister, send, add, edit, instances, show, new "
             "and fields")

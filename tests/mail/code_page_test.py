@@ -7,7 +7,7 @@ import subprocess
 
 import pytest
 
-from conftest import TIME_LIMIT
+from windows_programs import TIME_LIMIT
 
 
 def shown(header: bytes) -> str:

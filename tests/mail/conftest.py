@@ -3,56 +3,32 @@
 WINEPREFIX, when set, is the prefix to use; otherwise the tests make one and remove it.
 """
 
-import os
 import pathlib
-import shutil
 import subprocess
 import sys
 import tempfile
-import uuid
 from dataclasses import dataclass
 
 import pytest
 
-ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
+from windows_programs import (HOST, MODULE, ROOT, TIME_LIMIT, WINE, given_or_own_prefix,
+                              instance_text, magic, windows_path)
+
 sys.path.insert(0, str(ROOT))
 
 import mail_servers  # noqa: E402: what it needs stands beside the tests
 from sim import mail_server as real_mail_server  # noqa: E402
 
-WINE = ROOT / "tools" / "wine"
-HOST = ROOT / "out" / "win32" / "notifyhost.exe"
-MODULE = ROOT / "out" / "win32" / "Brantel_Notifications.dll"
 TEXT_CONVERTER = ROOT / "build" / "native" / "tests" / "mail" / "text_converter"
 MAIL_SERIES = ROOT / "build" / "win32-tests" / "tests" / "mail" / "mail_series.exe"
 
-# Seconds within which a program ends: far more than it takes, so that only a hang reaches it.
-TIME_LIMIT = 120
-
-SMTP_MAIL_MAGIC = uuid.UUID("D6DD268C-A32B-EF86-2683-A7DA9410F949").bytes_le
-
-
-def windows_path(path) -> str:
-    return subprocess.run([WINE, "--path", path], capture_output=True, text=True, check=True,
-                          timeout=TIME_LIMIT).stdout.rstrip("\n")
+SMTP_MAIL_MAGIC = magic("D6DD268C-A32B-EF86-2683-A7DA9410F949")
 
 
 @pytest.fixture(scope="session")
 def wine_environment():
-    # Under this locale the ANSI code page is 1252.
-    environment = {**os.environ, "LC_ALL": "en_US.UTF-8", "WINEDEBUG": "-all"}
-    if "WINEPREFIX" in environment:
+    with given_or_own_prefix(LC_ALL="en_US.UTF-8") as environment:
         yield environment
-        return
-    folder = tempfile.mkdtemp(prefix="mail_test_")
-    environment["WINEPREFIX"] = f"{folder}/prefix"
-    try:
-        yield environment
-    finally:
-        for option in ("-k", "-w"):
-            subprocess.run([WINE, "--server", option], env=environment, capture_output=True,
-                           timeout=TIME_LIMIT)
-        shutil.rmtree(folder, ignore_errors=True)
 
 
 @dataclass
@@ -73,8 +49,7 @@ class Mailer:
         """An instance file. The texts are bytes of the code page."""
         fields = (gateway.encode(), to, sender, subject, message)
         file = self._folder / "mail.ins"
-        file.write_bytes(SMTP_MAIL_MAGIC + b"".join(
-            (len(text) + 1).to_bytes(4, "little") + text + b"\0" for text in fields))
+        file.write_bytes(SMTP_MAIL_MAGIC + b"".join(map(instance_text, fields)))
         return file
 
     def send(self, *arguments: str, locale: str | None = None, **fields) -> Outcome:

@@ -9,7 +9,8 @@ import unicodedata
 
 import pytest
 
-from conftest import TIME_LIMIT, run_text_converter
+from conftest import run_text_converter
+from windows_programs import TIME_LIMIT
 
 CELLS = [(row, cell) for row in range(0x21, 0x7F) for cell in range(0x21, 0x7F)]
 JIS_PAIRS = [bytes(pair) for pair in CELLS]

@@ -6,7 +6,7 @@ import time
 import pytest
 
 import mail_servers
-from conftest import TIME_LIMIT, WINE
+from windows_programs import TIME_LIMIT, WINE
 
 KEY = r"HKLM\SOFTWARE\Brantel\Vantrel\notification\SMTPMail"
 VALUE = "Settings_Timeout"

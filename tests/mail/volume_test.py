@@ -1,14 +1,14 @@
 """Two thousand messages in a row from one process into smtp-sink."""
 
 import json
-import os
 import subprocess
 import tempfile
 
 import pytest
 
 import mail_servers
-from conftest import MAIL_SERIES, MODULE, WINE, windows_path
+from conftest import MAIL_SERIES
+from windows_programs import MODULE, WINE, windows_path
 
 COUNT = 2000
 WARM_UP = COUNT // 10

@@ -2,7 +2,7 @@
 
 import pytest
 
-from conftest import wait_until, windows_path
+from windows_programs import wait_until, windows_path
 
 # The rates that a pseudo-terminal can be set to, by the setting that selects each. Of the tenth rate,
 # 14400, terminals know nothing.

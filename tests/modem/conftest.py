@@ -10,44 +10,22 @@ import itertools
 import os
 import pathlib
 import pty
-import shutil
 import subprocess
-import tempfile
-import time
-import uuid
 from dataclasses import dataclass, field
 
 import pytest
 
-ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
-HOST = ROOT / "out" / "win32" / "notifyhost.exe"
-MODULE = ROOT / "out" / "win32" / "Brantel_Notifications.dll"
+from windows_programs import (HOST, MODULE, ROOT, TIME_LIMIT, WINE, instance_integer, instance_text,
+                              magic, wait_until, wine_prefix)
+
 MODEMSIM = ROOT / "build" / "sim" / "sim" / "modemsim"
-WINE = ROOT / "tools" / "wine"
 
-# Seconds within which a call ends, or a program says something: far more than they take, so that only
-# a hang reaches it.
-TIME_LIMIT = 120
-
-BEEPER_MAGIC = uuid.UUID("E546F481-983D-5A7E-610B-E80BF158F22E").bytes_le
-PAGER_MAGIC = uuid.UUID("CF05540D-534F-164B-BD02-D12A35BF0840").bytes_le
+BEEPER_MAGIC = magic("E546F481-983D-5A7E-610B-E80BF158F22E")
+PAGER_MAGIC = magic("CF05540D-534F-164B-BD02-D12A35BF0840")
 SETTINGS_KEY = r"HKEY_LOCAL_MACHINE\SOFTWARE\Brantel\Vantrel\notification"
 
 # The ports that lead to a modem when a test connects one. COM40 and above exist nowhere.
 PORTS = range(1, 40)
-
-
-def wait_until(condition):
-    deadline = time.monotonic() + TIME_LIMIT
-    while not (result := condition()):
-        assert time.monotonic() < deadline, "it does not come about"
-        time.sleep(0.02)
-    return result
-
-
-def windows_path(path) -> str:
-    return subprocess.run([WINE, "--path", path], capture_output=True, text=True, check=True,
-                          timeout=TIME_LIMIT).stdout.rstrip("\n")
 
 
 class Modem:
@@ -194,32 +172,25 @@ def wait_for_settings(call: Call, logged: str) -> Call:
     return call
 
 
-def write_instance(path: pathlib.Path, magic: bytes, texts: list[str], profile: int) -> None:
-    fields = b"".join((len(text) + 1).to_bytes(4, "little") + text.encode() + b"\0" for text in texts)
-    path.write_bytes(magic + fields + profile.to_bytes(4, "little"))
+def write_instance(path: pathlib.Path, class_magic: bytes, texts: list[str], profile: int) -> None:
+    path.write_bytes(class_magic + b"".join(map(instance_text, texts)) + instance_integer(profile))
 
 
 @pytest.fixture(scope="session")
 def switchboard():
-    folder = pathlib.Path(tempfile.mkdtemp(prefix="modem_test_"))
-    environment = {**os.environ, "LC_ALL": "C.UTF-8", "WINEDEBUG": "-all",
-                   "WINEPREFIX": str(folder / "prefix")}
-    board = Switchboard(folder, environment)
-    # Wine takes a port for one only when there is a terminal behind it as its server starts.
-    placeholders = pty.openpty()
-    for port in PORTS:
-        board.link(port).symlink_to(os.ttyname(placeholders[1]))
-    try:
-        board.import_registry({r"HKEY_LOCAL_MACHINE\Software\Wine\Ports": {
-            f"COM{port}": str(board.link(port)) for port in PORTS}})
-        board.wine("--server", "-k")
-        board.wine("--server", "-w")
-        yield board
-    finally:
-        board.close()
-        for option in ("-k", "-w"):
-            subprocess.run([WINE, "--server", option], env=environment, capture_output=True,
-                           timeout=TIME_LIMIT)
-        for descriptor in placeholders:
-            os.close(descriptor)
-        shutil.rmtree(folder, ignore_errors=True)
+    with wine_prefix() as (folder, environment):
+        board = Switchboard(folder, environment)
+        # Wine takes a port for one only when there is a terminal behind it as its server starts.
+        placeholders = pty.openpty()
+        for port in PORTS:
+            board.link(port).symlink_to(os.ttyname(placeholders[1]))
+        try:
+            board.import_registry({r"HKEY_LOCAL_MACHINE\Software\Wine\Ports": {
+                f"COM{port}": str(board.link(port)) for port in PORTS}})
+            board.wine("--server", "-k")
+            board.wine("--server", "-w")
+            yield board
+        finally:
+            board.close()
+            for descriptor in placeholders:
+                os.close(descriptor)

@@ -8,7 +8,8 @@ import time
 
 import pytest
 
-from conftest import MODEMSIM, TIME_LIMIT, Modem
+from conftest import MODEMSIM, Modem
+from windows_programs import TIME_LIMIT
 
 
 def run(*arguments):

@@ -2,7 +2,7 @@
 
 import pytest
 
-from conftest import windows_path
+from windows_programs import windows_path
 
 DELIVERED = "Delivered."
 FAILED = "Failed: 0x80004005 (E_FAIL)"

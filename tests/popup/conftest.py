@@ -4,36 +4,24 @@ Everything runs in a Wine prefix of the suite's own: the library takes the place
 system says of itself is changed. DISPLAY names a screen for the dialogs, as ./test provides one.
 """
 
-import os
 import pathlib
 import shutil
 import subprocess
-import tempfile
 from dataclasses import dataclass
 
 import pytest
 
-ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
-HOST = ROOT / "out" / "win32" / "notifyhost.exe"
-MODULE = ROOT / "out" / "win32" / "Brantel_Notifications.dll"
+from windows_programs import (HOST, MODULE, ROOT, TIME_LIMIT, WINE, instance_text, magic, windows_path,
+                              wine_prefix)
+
 STAND_INS = ROOT / "build" / "win32" / "sim" / "messenger"
 DIALOG_TESTS = ROOT / "build" / "win32-tests" / "tests" / "popup" / "popup_tests.exe"
-WINE = ROOT / "tools" / "wine"
 
-# Seconds within which a program ends: far more than it takes, so that only a hang reaches it.
-TIME_LIMIT = 120
-
-# WinPopup's magic, {8B762C29-0B2E-9C58-6C92-5C2A021AFB08} in its binary layout.
-MAGIC = bytes.fromhex("292C768B 2E0B 589C 6C925C2A021AFB08")
+MAGIC = magic("8B762C29-0B2E-9C58-6C92-5C2A021AFB08")
 
 TCPIP_KEY = r"HKLM\SYSTEM\CurrentControlSet\Services\Tcpip\Parameters"
 SERVICE_KEY = r"HKLM\System\CurrentControlSet\Services\Neighbourhood\NetworkProvider"
 ORDER_KEY = r"HKLM\System\CurrentControlSet\Control\NetworkProvider\Order"
-
-
-def windows_path(path) -> str:
-    return subprocess.run([WINE, "--path", path], capture_output=True, text=True, check=True,
-                          timeout=TIME_LIMIT).stdout.rstrip("\n")
 
 
 @dataclass
@@ -90,9 +78,7 @@ class Office:
              **environment) -> Outcome:
         """Sends an alert with the instance's fields as these bytes."""
         instance, report = self.folder / "instance", self.folder / "report"
-        fields = b"".join((len(text) + 1).to_bytes(4, "little") + text + b"\0"
-                          for text in (destination, message))
-        instance.write_bytes(MAGIC + fields)
+        instance.write_bytes(MAGIC + instance_text(destination) + instance_text(message))
         report.unlink(missing_ok=True)
         done = self.wine(host, "--module", MODULE, "send", "WinPopup", windows_path(instance),
                          *options, cwd=cwd, MESSENGER_REPORT=windows_path(report), **environment)
@@ -102,24 +88,15 @@ class Office:
 
 @pytest.fixture(scope="session")
 def made_office():
-    folder = pathlib.Path(tempfile.mkdtemp(prefix="popup_test_"))
-    # Under this locale the ANSI code page is 1252.
-    environment = {**os.environ, "LC_ALL": "C.UTF-8", "WINEDEBUG": "-all",
-                   "WINEPREFIX": str(folder / "prefix"),
-                   "WINEDLLOVERRIDES": "netapi32,svrapi=n;mscoree,mshtml=;winemenubuilder.exe=d"}
-    office = Office(folder, environment)
-    try:
+    overrides = "netapi32,svrapi=n;mscoree,mshtml=;winemenubuilder.exe=d"
+    with wine_prefix(WINEDLLOVERRIDES=overrides) as (folder, environment):
+        office = Office(folder, environment)
         office.store(ORDER_KEY, "ProviderOrder", "Neighbourhood")
         office.store(SERVICE_KEY, "Name", "Simulated Network")
         office.store(SERVICE_KEY, "ProviderPath", r"C:\windows\system32\neighbourhood.dll")
         shutil.copy(STAND_INS / "neighbourhood.dll", office.system_directory)
         office.store(TCPIP_KEY, "Hostname", "pc7")
         yield office
-    finally:
-        for option in ("-k", "-w"):
-            subprocess.run([WINE, "--server", option], env=environment, capture_output=True,
-                           timeout=TIME_LIMIT)
-        shutil.rmtree(folder, ignore_errors=True)
 
 
 @pytest.fixture

@@ -2,7 +2,8 @@
 
 import pytest
 
-from conftest import DIALOG_TESTS, MODULE, windows_path
+from conftest import DIALOG_TESTS
+from windows_programs import MODULE, windows_path
 
 
 @pytest.fixture

@@ -5,7 +5,8 @@ import socket
 
 import pytest
 
-from conftest import HOST, STAND_INS, TCPIP_KEY, windows_path
+from conftest import STAND_INS, TCPIP_KEY
+from windows_programs import HOST, windows_path
 
 PARAMETERS = "server (null), sender (null), answer 0, {} bytes"
 

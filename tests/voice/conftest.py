@@ -4,64 +4,23 @@ What the called person hears is captured behind the system's sound device. Every
 prefix of the suite's own, whose telephony library is the exchange.
 """
 
-import os
 import pathlib
-import random
 import shutil
 import subprocess
-import tempfile
-import time
-import uuid
-import wave
-from array import array
 from dataclasses import dataclass, field
 
 import pytest
 
-ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
-WINE = ROOT / "tools" / "wine"
-HOST = ROOT / "out" / "win32" / "notifyhost.exe"
-MODULE = ROOT / "out" / "win32" / "Brantel_Notifications.dll"
+from captured_sound import Capture, make_wave
+from windows_programs import (HOST, MODULE, ROOT, TIME_LIMIT, WINE, instance_integer, instance_text,
+                              magic, running_driver, windows_path, wine_prefix)
+
 EXCHANGE = ROOT / "build" / "win32" / "sim" / "telephony" / "tapi32.dll"
-DRIVER = ROOT / "build" / "win32-tests" / "tests" / "desktop" / "notifier_driver.exe"
 
-# Seconds within which a call ends, or something of it is heard: far more than it takes, so that only a
-# hang reaches it.
-TIME_LIMIT = 120
-
-VOICE_MAGIC = uuid.UUID("C4F822F8-1890-08CD-6842-1838A3A78A26").bytes_le
+VOICE_MAGIC = magic("C4F822F8-1890-08CD-6842-1838A3A78A26")
 
 # The system's telephony is no library of Wine's own.
 OVERRIDES = "tapi32=n;mscoree,mshtml=;winemenubuilder.exe=d"
-
-# A device that writes what is played into files, one for each opening of the device.
-ALSA_CONFIGURATION = """
-</usr/share/alsa/alsa.conf>
-pcm.!default {{ type plug slave.pcm "captured" }}
-pcm.captured {{ type file slave.pcm {{ type null }} file "{file}" format "raw" truncate no }}
-"""
-
-FRAME = 4  # bytes
-
-
-def without_silence(samples: bytes) -> bytes:
-    """The frames that are not zero: silence is what the sound system adds where a sound has ended, or
-    where this machine was too late with more of it. The noise of the tests has no such frames."""
-    frames = array("I", samples[:len(samples) - len(samples) % FRAME])
-    return array("I", filter(None, frames)).tobytes()
-
-
-def wait_until(condition):
-    deadline = time.monotonic() + TIME_LIMIT
-    while not (result := condition()):
-        assert time.monotonic() < deadline, "it does not come about"
-        time.sleep(0.02)
-    return result
-
-
-def windows_path(path) -> str:
-    return subprocess.run([WINE, "--path", path], capture_output=True, text=True, check=True,
-                          timeout=TIME_LIMIT).stdout.rstrip("\n")
 
 
 @dataclass
@@ -81,20 +40,11 @@ class Machine:
 
 @pytest.fixture(scope="session")
 def machine_of_all():
-    folder = pathlib.Path(tempfile.mkdtemp(prefix="voice_test_"))
-    # Under this locale the ANSI code page is 1252.
-    machine = Machine(folder / "prefix", {**os.environ, "LC_ALL": "C.UTF-8", "WINEDEBUG": "-all",
-                                          "WINEDLLOVERRIDES": OVERRIDES,
-                                          "WINEPREFIX": str(folder / "prefix")})
-    try:
+    with wine_prefix(WINEDLLOVERRIDES=OVERRIDES) as (folder, environment):
+        machine = Machine(folder / "prefix", environment)
         # Wine is to use ALSA also where a sound server is running.
         machine.run("reg", "add", r"HKCU\Software\Wine\Drivers", "/v", "Audio", "/d", "alsa", "/f")
         yield machine
-    finally:
-        for option in ("-k", "-w"):
-            subprocess.run([WINE, "--server", option], env=machine.environment, capture_output=True,
-                           timeout=TIME_LIMIT)
-        shutil.rmtree(folder, ignore_errors=True)
 
 
 @pytest.fixture
@@ -133,11 +83,10 @@ class Telephone:
         self.keys.write_text("")
         self.transcript_file = self.folder / "transcript"
         self.transcript_file.write_text("")
-        (self.folder / "alsa.conf").write_text(
-            ALSA_CONFIGURATION.format(file=self.folder / "played"))
+        self.capture = Capture(self.folder)
         self.environment = {
             **self.machine.environment,
-            "ALSA_CONFIG_PATH": str(self.folder / "alsa.conf"),
+            "ALSA_CONFIG_PATH": str(self.capture.configuration),
             "TELEPHONE_EXCHANGE": windows_path(self.folder / "script"),
             "TELEPHONE_EXCHANGE_TRANSCRIPT": windows_path(self.transcript_file)}
         self.script("at 0.1 call-state connected")
@@ -160,31 +109,15 @@ class Telephone:
                 if " ".join(line.split()[1:]) == event]
 
     def make_wave(self, name: str, seconds: float) -> bytes:
-        """Writes a wave file of noise, each name another, and returns its samples."""
-        samples = random.Random(name).randbytes(FRAME * round(44100 * seconds))
-        assert without_silence(samples) == samples
-        with wave.open(str(self.folder / name), "wb") as file:
-            file.setnchannels(2)
-            file.setsampwidth(2)
-            file.setframerate(44100)
-            file.writeframes(samples)
-        return samples
-
-    def heard(self) -> list[bytes]:
-        """The samples of each sound that was played, but for silence."""
-        files = sorted(self.folder.glob("played*"))
-        return [samples for file in files if (samples := without_silence(file.read_bytes()))]
+        return make_wave(self.folder / name, seconds)
 
     def store(self, *, number="5550100", repeat="repeat.wav", count=0, button=5,
               item_down="item_down.wav", item_up="item_up.wav", service_down="service_down.wav",
               service_up="service_up.wav") -> str:
-        def text(value: str) -> bytes:
-            return (len(value) + 1).to_bytes(4, "little") + value.encode() + b"\0"
-
+        sounds = (item_down, item_up, service_down, service_up)
         (self.folder / "instance").write_bytes(
-            VOICE_MAGIC + text(number) + text(repeat) + count.to_bytes(4, "little", signed=True)
-            + button.to_bytes(4, "little", signed=True)
-            + b"".join(map(text, (item_down, item_up, service_down, service_up))))
+            VOICE_MAGIC + instance_text(number) + instance_text(repeat) + instance_integer(count)
+            + instance_integer(button) + b"".join(map(instance_text, sounds)))
         return "instance"
 
     def start(self, *, event="item-down", device_message="device.wav", device_name="router7",
@@ -217,26 +150,7 @@ def telephone(machine, tmp_path):
     telephone.close()
 
 
-@dataclass
-class Driver:
-    """A running notifier_driver, which holds a Voice notifier."""
-    process: subprocess.Popen
-
-    def __call__(self, *words) -> str:
-        self.process.stdin.write("\t".join(map(str, words)) + "\n")
-        self.process.stdin.flush()
-        answer = self.process.stdout.readline().rstrip("\r\n")
-        assert answer, "the driver has ended"
-        return answer
-
-
 @pytest.fixture
 def driver(telephone):
-    process = subprocess.Popen([WINE, DRIVER, "Voice"], text=True, env=telephone.environment,
-                               cwd=telephone.folder, stdin=subprocess.PIPE, stdout=subprocess.PIPE)
-    yield Driver(process)
-    try:
-        process.communicate(timeout=TIME_LIMIT)
-        assert process.returncode == 0
-    finally:
-        process.kill()
+    with running_driver("Voice", telephone.environment, telephone.folder) as driver:
+        yield driver

@@ -3,7 +3,7 @@
 import subprocess
 import wave
 
-from conftest import ROOT, TIME_LIMIT
+from windows_programs import ROOT, TIME_LIMIT
 
 
 def run(*arguments) -> str:

@@ -5,7 +5,8 @@ import subprocess
 
 import pytest
 
-from conftest import EXCHANGE, HOST, TIME_LIMIT, WINE, windows_path
+from conftest import EXCHANGE
+from windows_programs import HOST, TIME_LIMIT, WINE, windows_path
 
 NOT_BOUND = ["notifyhost: Voice could not be initialised: 0x80004005 (E_FAIL)"]
 

@@ -1,6 +1,6 @@
 """What becomes of calls: what the called person hears, what the log shows, what the host is answered."""
 
-from conftest import wait_until
+from windows_programs import wait_until
 
 CONNECTED = "LINECALLSTATE_CONNECTED:  The call is connected to the other end."
 PROBED = ["DevNum=0", "ApiVer=2.0", "GetDevCaps:  DevNum=0 ApiVer=2.0"]
@@ -12,7 +12,7 @@ def test_the_message_is_repeated_where_nobody_presses_the_key(telephone):
     repeat = telephone.make_wave("repeat.wav", 0.5)
     call = telephone.call(count=2)
 
-    assert telephone.heard() == [repeat] * 3
+    assert telephone.capture.sounds() == [repeat] * 3
     assert call.log() == [*PROBED, CONNECTED, *NOT_ACKNOWLEDGED]
     assert call.process.returncode == 1
 
@@ -22,11 +22,11 @@ def test_the_key_brings_the_messages_for_device_and_event(telephone):
     device = telephone.make_wave("device.wav", 0.4)
     event = telephone.make_wave("item_down.wav", 0.6)
     call = telephone.start(count=2)
-    wait_until(lambda: len(telephone.heard()) == 3)
+    wait_until(lambda: len(telephone.capture.sounds()) == 3)
     telephone.press("5")
     call.end()
 
-    first, second, third, *messages = telephone.heard()
+    first, second, third, *messages = telephone.capture.sounds()
     assert [first, second] == [repeat, repeat]
     assert 0 < len(third) <= len(repeat) and repeat.startswith(third)
     assert messages == [device, event]
@@ -39,15 +39,15 @@ def test_a_key_in_the_middle_of_the_first_repetition_cuts_it_short(telephone):
     device = telephone.make_wave("device.wav", 0.4)
     event = telephone.make_wave("service_down.wav", 0.5)
     call = telephone.start(count=5, button=11, event="service-down")
-    wait_until(lambda: telephone.heard())
+    wait_until(lambda: telephone.capture.sounds())
     telephone.press("1*5")
     wait_until(lambda: "called presses 5" in telephone.transcript())
-    heard_before = len(telephone.heard()[0])
-    wait_until(lambda: len(telephone.heard()[0]) > heard_before)  # other keys change nothing
+    heard_before = len(telephone.capture.sounds()[0])
+    wait_until(lambda: len(telephone.capture.sounds()[0]) > heard_before)  # other keys change nothing
     telephone.press("#")
     call.end()
 
-    cut, *messages = telephone.heard()
+    cut, *messages = telephone.capture.sounds()
     assert 0 < len(cut) < len(repeat) and repeat.startswith(cut)
     assert messages == [event, device]  # for a service that went down in the other order
     assert call.process.returncode == 0
@@ -57,7 +57,7 @@ def test_a_negative_count_plays_nothing(telephone):
     telephone.make_wave("repeat.wav", 0.2)
     call = telephone.call(count=-1)
 
-    assert telephone.heard() == []
+    assert telephone.capture.sounds() == []
     assert call.log() == [*PROBED, CONNECTED, *NOT_ACKNOWLEDGED]
 
 
@@ -73,11 +73,11 @@ def test_any_key_will_do_for_button_99(telephone):
     event = telephone.make_wave("item_up.wav", 0.3)
     device = telephone.make_wave("device.wav", 0.3)
     call = telephone.start(button=99, event="item-up")
-    wait_until(lambda: telephone.heard())
+    wait_until(lambda: telephone.capture.sounds())
     telephone.press("A*")
     call.end()
 
-    assert telephone.heard()[1:] == [device, event]
+    assert telephone.capture.sounds()[1:] == [device, event]
 
 
 def test_the_sound_of_the_device_is_found_by_its_name(telephone):
@@ -90,10 +90,10 @@ def test_the_sound_of_the_device_is_found_by_its_name(telephone):
         for played in telephone.folder.glob("played*"):
             played.unlink()
         call = telephone.start(button=99, device_message=message, device_name=name)
-        wait_until(lambda: telephone.heard())
+        wait_until(lambda: telephone.capture.sounds())
         telephone.press("1")
         assert call.end().process.returncode == 0
-        assert telephone.heard()[1:] == [sound, event]
+        assert telephone.capture.sounds()[1:] == [sound, event]
 
 
 def test_a_message_that_is_no_wave_file_ends_the_call(telephone):
@@ -176,7 +176,7 @@ def test_nothing_but_a_connection_ends_the_wait_for_it(telephone):
         "GOT LINE_CLOSE", CONNECTED, "Failed to get wave device", "Failed: 0x80004005 (E_FAIL)"]
     assert telephone.times_of("line call-state connected")[0] - \
         telephone.times_of("line line-close")[0] > 3
-    assert repeat not in telephone.heard()
+    assert repeat not in telephone.capture.sounds()
 
 
 def test_a_line_that_closes_lets_the_sound_go_on(telephone):
@@ -185,7 +185,7 @@ def test_a_line_that_closes_lets_the_sound_go_on(telephone):
                      "at 0.6 call-state disconnected", "at 0.7 call-state idle")
     call = telephone.call()
 
-    assert telephone.heard() == [repeat]
+    assert telephone.capture.sounds() == [repeat]
     assert call.log() == [
         *PROBED, CONNECTED, "GOT LINE_CLOSE",
         "LINECALLSTATE_DISCONNECTED:  The other end has left the call.",

@@ -1,0 +1,106 @@
+"""What the suites have in common that run Windows programs: where these are, and how they run."""
+
+import contextlib
+import os
+import pathlib
+import shutil
+import subprocess
+import tempfile
+import time
+import uuid
+from dataclasses import dataclass
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent
+WINE = ROOT / "tools" / "wine"
+RELEASE = ROOT / "out" / "win32"
+HOST = RELEASE / "notifyhost.exe"
+MODULE = RELEASE / "Brantel_Notifications.dll"
+DRIVER = ROOT / "build" / "win32-tests" / "tests" / "desktop" / "notifier_driver.exe"
+
+# Seconds within which a program ends or does what is expected of it: far more than it takes, so that only
+# a hang reaches it.
+TIME_LIMIT = 120
+
+
+def windows_path(path) -> str:
+    return subprocess.run([WINE, "--path", path], capture_output=True, text=True, check=True,
+                          timeout=TIME_LIMIT).stdout.rstrip("\n")
+
+
+def wait_until(condition):
+    """Waits for the condition to hold, and returns its result."""
+    deadline = time.monotonic() + TIME_LIMIT
+    while not (result := condition()):
+        assert time.monotonic() < deadline, "it does not come about"
+        time.sleep(0.01)
+    return result
+
+
+def environment_of_wine(**variables: str) -> dict[str, str]:
+    """The surroundings in which the ANSI code page is 1252 and Wine says nothing."""
+    return {**os.environ, "LC_ALL": "C.UTF-8", "WINEDEBUG": "-all", **variables}
+
+
+@contextlib.contextmanager
+def wine_prefix(**variables: str):
+    """A Wine prefix of its own in a folder of its own; gives the folder and the environment."""
+    folder = pathlib.Path(tempfile.mkdtemp(prefix="brantel_test_"))
+    environment = environment_of_wine(WINEPREFIX=str(folder / "prefix"), **variables)
+    try:
+        yield folder, environment
+    finally:
+        for option in ("-k", "-w"):
+            subprocess.run([WINE, "--server", option], env=environment, capture_output=True,
+                           timeout=TIME_LIMIT)
+        shutil.rmtree(folder, ignore_errors=True)
+
+
+@contextlib.contextmanager
+def given_or_own_prefix(**variables: str):
+    """The environment with the prefix that WINEPREFIX names, or else with one of its own."""
+    if "WINEPREFIX" in os.environ:
+        yield environment_of_wine(**variables)
+    else:
+        with wine_prefix(**variables) as (_, environment):
+            yield environment
+
+
+def magic(guid: str) -> bytes:
+    """With what the instance files of a class begin."""
+    return uuid.UUID(guid).bytes_le
+
+
+def instance_text(text: str | bytes) -> bytes:
+    """A text as instance files have it."""
+    stored = (text if isinstance(text, bytes) else text.encode("cp1252")) + b"\0"
+    return len(stored).to_bytes(4, "little") + stored
+
+
+def instance_integer(number: int) -> bytes:
+    """A number as instance files have it."""
+    return number.to_bytes(4, "little", signed=True)
+
+
+@dataclass
+class Driver:
+    """A running notifier_driver, which holds a notifier of one class."""
+    process: subprocess.Popen
+
+    def __call__(self, *words) -> str:
+        self.process.stdin.write("\t".join(map(str, words)) + "\n")
+        self.process.stdin.flush()
+        answer = self.process.stdout.readline().rstrip("\r\n")
+        assert answer, "the driver has ended"
+        return answer
+
+
+@contextlib.contextmanager
+def running_driver(notifier_class: str, environment: dict[str, str], folder=None):
+    process = subprocess.Popen([WINE, DRIVER, notifier_class], text=True, env=environment, cwd=folder,
+                               stdin=subprocess.PIPE, stdout=subprocess.PIPE)
+    try:
+        yield Driver(process)
+        process.communicate(timeout=TIME_LIMIT)
+        assert process.returncode == 0
+    finally:
+        process.kill()
