@@ -92,7 +92,7 @@ const std::array kSubscribers = {
         {.loss = CarrierLoss::kAtReply}),
     Tap("5550217", "TAP, says Slow instead of ID=", {.prompt = "Slow\r"}),
     Tap("5550218", "TAP, takes 3 s for each answer", {.pace = Time(3000)}),
-    Tap("5550219", "TAP, takes 10 s for each answer", {.pace = Time(10000)}),
+    Tap("5550219", "TAP, takes 8 s for each answer", {.pace = Time(8000)}),
     Tap("5550220", "TAP, takes 30 s for each answer", {.pace = Time(30000)}),
     Tap("5550221", "busy once, then TAP", {}, 1),
     Ucp("55503nn", "UCP, refuses all messages with error nn",

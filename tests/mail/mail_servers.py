@@ -55,9 +55,10 @@ class RecordingRelay:
 class Session:
     """What came over one connection."""
 
-    def __init__(self, commands: list[str], content: str):
+    def __init__(self, commands: list[str], content: str, seconds: float):
         self.commands = [command.encode("latin-1") for command in commands]
         self.content = content.encode("latin-1")
+        self.seconds = seconds
 
     def header(self, name: bytes) -> bytes:
         head = self.content.partition(b"\r\n\r\n")[0]

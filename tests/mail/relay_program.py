@@ -2,14 +2,15 @@
 
 REPLIES is a JSON object of replies by the first word of a command, "." being the end of a message, and
 "greeting". The reply null is silence.
-Prints "listening", and for each connection that ended a line of JSON with its commands and its
-message, each byte a character. Ends when its standard input does.
+Prints "listening", and for each connection that ended a line of JSON with its commands, its message,
+each byte a character, and the seconds that it lasted. Ends when its standard input does.
 """
 
 import json
 import socketserver
 import sys
 import threading
+import time
 
 ADDRESS, REPLIES = sys.argv[1], json.loads(sys.argv[2])
 
@@ -21,7 +22,7 @@ class Connection(socketserver.StreamRequestHandler):
             self.wfile.write((reply + "\r\n").encode())
 
     def handle(self) -> None:
-        commands, content = [], b""
+        commands, content, started = [], b"", time.monotonic()
         self.reply("greeting", "220 relay.example.org ready")
         while line := self.rfile.readline():
             command = line.rstrip(b"\r\n").decode("latin-1")
@@ -33,7 +34,8 @@ class Connection(socketserver.StreamRequestHandler):
                 self.reply(".", "250 queued")
             else:
                 self.reply(word, "221 bye" if word == "QUIT" else "250 ok")
-        print(json.dumps({"commands": commands, "content": content.decode("latin-1")}), flush=True)
+        print(json.dumps({"commands": commands, "content": content.decode("latin-1"),
+                          "seconds": time.monotonic() - started}), flush=True)
 
     def read_message(self) -> bytes:
         content = b""

@@ -138,7 +138,7 @@ def test_ntt(finished):
                                               f'takes a page for 0312345678: "{TEXT}"']
 
 
-def test_centre_that_takes_ten_seconds_for_each_answer(finished):
+def test_centre_that_takes_eight_seconds_for_each_answer(finished):
     call = finished("slow")
     assert call.output().endswith(f"{DELIVERED}\n")
     assert f'takes a page for 0041791234567: "{TEXT}"' in call.modem.said("centre")
