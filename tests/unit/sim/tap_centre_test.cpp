@@ -166,7 +166,7 @@ TEST_F(TapCentreTest, SaysSlow) {
 
 TEST_F(TapCentreTest, TakesItsTime) {
   for (const auto& [number, pace] :
-       {std::pair("5550218", 3000), std::pair("5550219", 10000), std::pair("5550220", 30000)}) {
+       {std::pair("5550218", 3000), std::pair("5550219", 8000), std::pair("5550220", 30000)}) {
     Call(number);
     for (const std::string& said : {std::string("\r"), kLogIn, kBlock}) {
       EXPECT_EQ(Answer(said, pace - 1), "");
