@@ -111,7 +111,7 @@ const ExpectedDialog& ExpectedPagerDialog() {
                    {235, "Button", "&UCP-SMS", kRadioButton},
                    {1, "Button", "OK", kDefaultButton},
                    {2, "Button", "Cancel", kButton},
-                   {9, "Button", "&Help", kButton}},
+                   {9, "Button", "Help", kButton}},
       .edits = {{222, 'd', "Invalid value - The 'Display Name' field must have a value", "night"},
                 {218, 'e', "Invalid value - The 'Pager Number' field must have a value.",
                  "5550200"},
@@ -246,7 +246,7 @@ const ExpectedDialog& ExpectedVoiceDialog() {
                    {239, "Button", "Record service up", kPictureButton},
                    {1, "Button", "OK", kDefaultButton},
                    {2, "Button", "Cancel", kButton},
-                   {9, "Button", "&Help", kButton}},
+                   {9, "Button", "Help", kButton}},
       // The letter of the name's leads to the item's sound first, since the name has the focus.
       .edits = {{223, '\0', kNameMissing, "night"},
                 {219, 'p', "Invalid value - The 'Phone' field must have a value.", "5550100"},

@@ -143,7 +143,7 @@ TEST_F(PagerDialogTest, OpensThePortSettingsOverItself) {
               ElementsAre("-1 &Modem initialization string (ATE0):", "219 ATE0Q0V1X4",
                           "-1 Baud Rate:", "224 300", "225 1200", "226 2400",
                           "-1 COM Port:", "227 COM &1", "228 COM &2", "229 COM &3", "230 COM &4",
-                          "235 &8N1", "1 OK", "2 Cancel", "9 &Help"));
+                          "235 &8N1", "1 OK", "2 Cancel", "9 Help"));
   EXPECT_THAT(CheckedSettings(), ElementsAre(k300Baud, kCom1));
   ExpectControlsApart(settings);
   ExpectTextsWhole(settings);
