@@ -12,15 +12,15 @@ std::wstring SystemDirectory() {
   return directory;
 }
 
-HMODULE LoadFromSystemDirectory(std::string_view name) {
+}  // namespace
+
+HMODULE LoadSystemLibrary(std::string_view name) {
   const std::wstring directory = SystemDirectory();
   if (directory.empty()) return nullptr;
   const std::wstring path = directory + L'\\' + std::wstring(name.begin(), name.end());
   return LoadLibraryExW(path.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
 }
 
-}  // namespace
-
-SystemLibrary::SystemLibrary(std::string_view name) : module_(LoadFromSystemDirectory(name)) {}
+SystemLibrary::SystemLibrary(std::string_view name) : module_(LoadSystemLibrary(name)) {}
 
 }  // namespace brantel

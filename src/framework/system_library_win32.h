@@ -7,9 +7,12 @@
 
 namespace brantel {
 
-// Holds a library of the system loaded. It is looked for in the system's own directory alone, and
-// so is what it imports: whoever may write beside the host, into the current directory or into one
-// of the PATH must not run code in the host by the library's name.
+// Loads a library of the system. It is looked for in the system's own directory alone, and so is
+// what it imports: whoever may write beside the host, into the current directory or into one of the
+// PATH must not run code in the host by the library's name. Null when there is no such library.
+HMODULE LoadSystemLibrary(std::string_view name);
+
+// Holds such a library loaded while it lives.
 class SystemLibrary {
  public:
   // Empty when there is no such library.

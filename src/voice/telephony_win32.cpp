@@ -4,11 +4,11 @@
 #include <tapi.h>
 
 #include <cstddef>
-#include <iterator>
 #include <optional>
 
 #include "framework/exception_guard.h"
 #include "framework/module_instance_win32.h"
+#include "framework/system_library_win32.h"
 
 namespace brantel {
 namespace {
@@ -109,21 +109,10 @@ static_assert(static_cast<DWORD>(CallSelect::kCall) == LINECALLSELECT_CALL);
 
 constexpr const char* kApplicationName = "Vantrel";
 
-// The library by its full path: one of the same name in the folder of the program or of the
-// documents that it works on is somebody else's.
-HMODULE LoadLibraryOfSystem() {
-  constexpr wchar_t kName[] = L"\\TAPI32.DLL";
-  wchar_t path[MAX_PATH + std::size(kName)];
-  const UINT length = GetSystemDirectoryW(path, MAX_PATH);
-  if (length == 0 || length >= MAX_PATH) return nullptr;
-  lstrcpyW(path + length, kName);
-  // What it needs itself is looked for in its own directory first.
-  return LoadLibraryExW(path, nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
-}
-
+// Stays loaded as long as the process lives. A failure is kept as well.
 HMODULE Library() {
   static constinit std::optional<HMODULE> library;
-  if (!library) library = LoadLibraryOfSystem();
+  if (!library) library = LoadSystemLibrary("TAPI32.DLL");
   return *library;
 }
 
