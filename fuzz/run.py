@@ -5,6 +5,8 @@ usage: fuzz/run.py BUILD_FOLDER REPORT [SECONDS]
 Writes a JUnit report with one test for each target. What a target finds is left in build/fuzz-findings.
 """
 
+import concurrent.futures
+import os
 import pathlib
 import subprocess
 import sys
@@ -37,15 +39,16 @@ def main() -> int:
     build, report = pathlib.Path(sys.argv[1]), sys.argv[2]
     seconds = int(sys.argv[3]) if len(sys.argv) > 3 else DEFAULT_SECONDS
     suite = ElementTree.Element("testsuite", name="fuzz")
-    failed = False
-    for program in sorted((build / "fuzz").glob("*_fuzz")):
+    programs = sorted((build / "fuzz").glob("*_fuzz"))
+    with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
+        complaints = list(pool.map(lambda program: fuzz(program, seconds), programs))
+    for program, complaint in zip(programs, complaints):
         case = ElementTree.SubElement(suite, "testcase", name=program.name)
-        if complaint := fuzz(program, seconds):
+        if complaint:
             print(complaint)
             ElementTree.SubElement(case, "failure").text = "failed"
-            failed = True
     ElementTree.ElementTree(suite).write(report)
-    return 1 if failed else 0
+    return 1 if any(complaints) else 0
 
 
 if __name__ == "__main__":
