@@ -79,7 +79,7 @@ class MailServer:
     def mail_in(self, mailbox: str) -> list[bytes]:
         """The messages of a mailbox, oldest first."""
         folder = self._folder / "mailboxes" / mailbox / "new"
-        return [self._read(folder / name) for name in sorted(self._list(folder))]
+        return [self._read(folder / name) for name in self._list(folder)]
 
     def wait_for_mail(self, mailbox: str, count: int) -> list[bytes]:
         """The same once there are so many."""
@@ -88,7 +88,8 @@ class MailServer:
 
     @staticmethod
     def _list(folder: pathlib.Path) -> list[str]:
-        return subprocess.run([*PRIVILEGED, "ls", folder], capture_output=True,
+        # By the time of the files, since names of the same second do not tell.
+        return subprocess.run([*PRIVILEGED, "ls", "-tr", folder], capture_output=True,
                               text=True).stdout.split()
 
     @staticmethod
