@@ -88,16 +88,16 @@ class UcpSession {
   bool BuildFrame() try {
     const auto body = BuildUcpBody(call_.pager_id, call_.message);
     if (body) frame_ = BuildUcpFrame(counter_++ % 100, *body);
-    if (!body) port_.LogText(text_id::kNoMemory);
+    if (!body) port_.LogText(text_id::kNoMemoryForData);
     return body.has_value();
   } catch (const std::bad_alloc&) {
-    port_.LogText(text_id::kNoMemory);
+    port_.LogText(text_id::kNoMemoryForData);
     return false;
   }
 
   bool InitialiseLine() {
     return ObtainOk(InitialisationCommand(port_.policy(), call_.modem_string),
-                    text_id::kLineNotInitialised, kPauseBeforeSecondInitialisation);
+                    text_id::kLineNotInitialized, kPauseBeforeSecondInitialisation);
   }
 
   // Deliberately the tries of the initialisation count as well.
