@@ -62,7 +62,7 @@ Reading ReadReplies(std::string_view bytes, std::size_t piece_size) {
   Relay relay(bytes, piece_size);
   Log log;
   std::string carry_over;
-  SmtpConnection connection(MailLog(&log), relay, carry_over, 100);
+  SmtpConnection connection(AlertLog(&log), relay, carry_over, 100);
   Reading reading;
   for (int i = 0; i < kReplies; ++i) {
     reading.codes.push_back(connection.ReadReply().code);

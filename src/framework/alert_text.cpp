@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "framework/alert_log.h"
 #include "framework/string_table.h"
 
 namespace brantel {
@@ -29,7 +30,7 @@ AlertComposition ComposeAlertText(NotifierHost& host, std::string_view event_tem
   }
   const std::optional<AlertKind> kind = ChooseAlertKind(trigger_word);
   if (!kind) {
-    host.LogMessage(LoadText(text_id::kUnhandledTrigger));
+    AlertLog(&host).Line(text_id::kUnhandledTrigger);
     return {std::nullopt, kOk};
   }
   return {AlertText{kind, std::move(text)}, kOk};

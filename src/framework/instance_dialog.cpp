@@ -60,7 +60,7 @@ void InstanceDialog::Prefill() {
     instance_ = *loaded;
     Show();
   } else {
-    LogFailedLoad(call_.host, spec_.layout, LoadText(spec_.layout.default_name_id));
+    LogFailedDefaultLoad(AlertLog(call_.host), spec_.layout);
   }
 }
 
@@ -68,7 +68,7 @@ void InstanceDialog::OpenEdited(const InstanceArgument& edited) {
   const auto loaded = directory_.Load(edited.path);
   if (loaded || spec_.titled_after_failed_load) SetTitle(spec_.edit_title_id);
   if (!loaded) {
-    LogFailedLoad(call_.host, spec_.layout, edited.text);
+    LogFailedLoad(AlertLog(call_.host), spec_.layout, edited.text);
     view_.ShowMessage(LoadText(text_id::kErrorLoading), "", MessageIcon::kNone);
     return;
   }

@@ -5,29 +5,28 @@
 namespace brantel {
 namespace {
 
-template <typename Text>
-void LogLines(NotifierHost* host, const InstanceLayout& layout, Text which) {
-  if (host == nullptr) return;
-  host->LogMessage(which);
-  host->LogMessage(LoadText(text_id::kLoadFailed));
-  host->LogMessage(layout.load_failure_end);
+void LogReason(const AlertLog& log, const InstanceLayout& layout) {
+  log.Line(text_id::kLoadFailed);
+  log.Text(layout.load_failure_end);
 }
 
 }  // namespace
 
-void LogFailedLoad(NotifierHost* host, const InstanceLayout& layout, std::string_view which) {
-  LogLines(host, layout, which);
+void LogFailedLoad(const AlertLog& log, const InstanceLayout& layout, std::u16string_view which) {
+  log.Text(which);
+  LogReason(log, layout);
 }
 
-void LogFailedLoad(NotifierHost* host, const InstanceLayout& layout, std::u16string_view which) {
-  LogLines(host, layout, which);
+void LogFailedDefaultLoad(const AlertLog& log, const InstanceLayout& layout) {
+  log.Line(layout.default_name_id);
+  LogReason(log, layout);
 }
 
 std::optional<Instance> LoadInstanceForAlert(InstanceFiles& files, const InstanceLayout& layout,
                                              const InstanceArgument& argument, NotifierHost* host) {
   std::optional<Instance> instance;
   if (const auto file = files.Read(argument.path)) instance = DecodeInstance(layout, *file);
-  if (!instance) LogFailedLoad(host, layout, argument.text);
+  if (!instance) LogFailedLoad(AlertLog(host), layout, argument.text);
   return instance;
 }
 

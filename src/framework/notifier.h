@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "framework/alert_log.h"
 #include "framework/instance_codec.h"
 #include "framework/instance_files.h"
 #include "framework/notifier_host.h"
@@ -46,10 +47,11 @@ class Notifier {
   virtual Result Send(const InstanceArgument& argument, NotifierHost* host) = 0;
 };
 
-// Tells the host (if there is one) in three log lines that an instance cannot be loaded: which,
-// why, and a line end.
-void LogFailedLoad(NotifierHost* host, const InstanceLayout& layout, std::string_view which);
-void LogFailedLoad(NotifierHost* host, const InstanceLayout& layout, std::u16string_view which);
+// Tells in three log lines that an instance cannot be loaded: which, why, and a line end.
+void LogFailedLoad(const AlertLog& log, const InstanceLayout& layout, std::u16string_view which);
+
+// The same of the class's instance that prefills new ones, by a name of its own.
+void LogFailedDefaultLoad(const AlertLog& log, const InstanceLayout& layout);
 
 // Loads the instance that an alert, or a request for its edit page, names. When that fails, tells
 // the host so, with the argument as it came.

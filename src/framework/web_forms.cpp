@@ -3,7 +3,6 @@
 #include "framework/double_byte_text.h"
 #include "framework/form_fields.h"
 #include "framework/instance_directory.h"
-#include "framework/string_table.h"
 #include "framework/web_page.h"
 
 namespace brantel {
@@ -68,7 +67,7 @@ bool CanBeLoadedAgain(const InstanceLayout& layout, const Instance& values) {
 HtmlText WebForms::AddPage(const std::string& directory, NotifierHost* host) {
   auto values = InstanceDirectory(files_, spec_.layout, directory).Load(kDefaultInstanceName);
   if (!values) {
-    LogFailedLoad(host, spec_.layout, LoadText(spec_.layout.default_name_id));
+    LogFailedDefaultLoad(AlertLog(host), spec_.layout);
     values.emplace(spec_.layout.fields.size());
   }
   RememberProfile(*values);

@@ -3,7 +3,6 @@
 #include <array>
 #include <cstddef>
 
-#include "framework/format_text.h"
 #include "framework/leading_number.h"
 #include "framework/string_table.h"
 #include "framework/text_end.h"
@@ -29,7 +28,7 @@ std::string WithoutLineEnd(std::string_view line) {
 }  // namespace
 
 int SmtpConnection::SendText(std::string_view text) {
-  log_.Add(text);
+  log_.Text(text);
   return SendAll(text);
 }
 
@@ -72,8 +71,7 @@ std::string SmtpConnection::ReadReplyLine() {
     std::array<char, kLongestReceive> buffer{};
     const Received received = RecvWithTimeout(buffer);
     if (received.count < 0) {
-      log_.Add(FormatText("%s %u\r\n", {LoadText(text_id::kReceiveError),
-                                        static_cast<std::uint32_t>(received.error)}));
+      log_.Failure(text_id::kReceiveError, static_cast<std::uint32_t>(received.error));
     }
     if (received.count <= 0) break;
     const std::string_view bytes(buffer.data(), static_cast<std::size_t>(received.count));
@@ -89,8 +87,8 @@ SmtpReply SmtpConnection::ReadReply() {
   for (;;) {
     const std::string line = ReadReplyLine();
     if (!line.empty()) {
-      log_.Add(line);
-      log_.Add("\r\n");
+      log_.Text(line);
+      log_.Text("\r\n");
     }
     if (line.size() > kContinuationMark && line[kContinuationMark] == '-') continue;
     if (line.empty()) return {};

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "mail/mail_log.h"
+#include "framework/alert_log.h"
 #include "mail/mail_socket.h"
 
 namespace brantel {
@@ -26,7 +26,8 @@ class SmtpConnection {
   // Bytes that come too early, behind the end of a reply line, are kept in `carry_over` as far
   // as their first NUL; what stands there already is read first. Each receive waits for `timeout`
   // milliseconds.
-  SmtpConnection(MailLog log, MailSocket& socket, std::string& carry_over, std::uint32_t timeout)
+  SmtpConnection(const AlertLog& log, MailSocket& socket, std::string& carry_over,
+                 std::uint32_t timeout)
       : log_(log), socket_(socket), carry_over_(carry_over), timeout_(timeout) {}
 
   // 0, or the error with which sending ended.
@@ -46,7 +47,7 @@ class SmtpConnection {
   std::string TakeCarriedLine();
   Received RecvWithTimeout(std::span<char> buffer);
 
-  MailLog log_;
+  AlertLog log_;
   MailSocket& socket_;
   std::string& carry_over_;
   std::uint32_t timeout_;

@@ -4,7 +4,7 @@
 #include <new>
 #include <optional>
 
-#include "framework/format_inserts.h"
+#include "framework/alert_log.h"
 #include "framework/format_text.h"
 #include "framework/japanese_text.h"
 #include "framework/string_table.h"
@@ -12,7 +12,6 @@
 #include "mail/date_header.h"
 #include "mail/header_encoding.h"
 #include "mail/local_mail_host_name.h"
-#include "mail/mail_log.h"
 #include "mail/recipient_list.h"
 #include "mail/smtp_connection.h"
 
@@ -32,7 +31,7 @@ std::string_view OneLine(std::string_view text) {
 // The dialogue over one connection.
 class SmtpSession {
  public:
-  SmtpSession(const SmtpSurroundings& surroundings, MailLog log, MailSocket& socket,
+  SmtpSession(const SmtpSurroundings& surroundings, const AlertLog& log, MailSocket& socket,
               const MailMessage& message, std::string zone_text, std::uint32_t timeout)
       : environment_(surroundings.environment),
         local_mail_host_name_(surroundings.state.local_mail_host_name),
@@ -112,7 +111,7 @@ class SmtpSession {
 
   bool SendRecipientList(const RecipientList& recipients) {
     if (!recipients.left_out.empty()) {
-      log_.Add(FormatInserts(LoadText(text_id::kRecipientsLeftOut), {recipients.left_out}));
+      log_.Inserts(text_id::kRecipientsLeftOut, {recipients.left_out});
     }
     bool is_any_accepted = false;
     for (const std::string_view address : recipients.behind_commas) {
@@ -171,7 +170,7 @@ class SmtpSession {
 
   MailEnvironment& environment_;
   const std::string& local_mail_host_name_;
-  MailLog log_;
+  AlertLog log_;
   SmtpConnection connection_;
   const MailMessage& message_;
   std::string_view to_;
@@ -184,24 +183,24 @@ class SmtpSession {
 
 int SmtpSendMessage(const SmtpSurroundings& surroundings, NotifierHost* host,
                     const MailMessage& message, std::uint32_t timeout) {
-  const MailLog log(host);
+  const AlertLog log(host);
   std::string& host_name = surroundings.state.local_mail_host_name;
   if (host_name.empty()) host_name = OneLine(GetLocalMailHostName(surroundings.machine_name));
   const std::string zone_text(OneLine(ZoneText(surroundings.environment)));
 
-  log.Add(FormatInserts(LoadText(text_id::kSendingMail), {message.gateway, message.to}));
+  log.Inserts(text_id::kSendingMail, {message.gateway, message.to});
   const auto address = surroundings.network.ParseAddress(std::string(message.gateway));
   if (!address) {
-    log.Add(LoadText(text_id::kGatewayIsNoAddress));
+    log.Line(text_id::kGatewayIsNoAddress);
     return kFailed;
   }
   const auto socket = surroundings.network.CreateSocket();
   if (!socket) {
-    log.Add(LoadText(text_id::kSocketFailed));
+    log.Line(text_id::kSocketFailed);
     return kFailed;
   }
   if (!socket->Connect(*address, kSmtpPort)) {
-    log.Add(LoadText(text_id::kConnectFailed));
+    log.Line(text_id::kConnectFailed);
     return kFailed;
   }
   return SmtpSession(surroundings, log, *socket, message, zone_text, timeout).Run();

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "framework/alert_log.h"
 #include "framework/alert_text.h"
 #include "framework/format_text.h"
 #include "framework/leading_number.h"
@@ -41,18 +42,18 @@ std::string CompleteMessage(const Instance& instance, const AlertText& alert) {
   return FormatText(message);
 }
 
-void LogCall(NotifierHost& host, const Instance& instance, const Settings& settings,
+void LogCall(const AlertLog& log, const Instance& instance, const Settings& settings,
              const std::string& message) {
-  host.LogMessage(LoadText(text_id::kSendBeeperMessage));
-  host.LogMessage(LoadText(text_id::kBeepNumber));
-  host.LogMessage(instance.text(beeper_field::kBeeperNumber));
-  host.LogMessage(LoadText(text_id::kModemString));
-  host.LogMessage(settings[beeper_setting::kModemString]);
-  host.LogMessage(LoadText(text_id::kDialString));
-  host.LogMessage(settings[beeper_setting::kDialString]);
-  host.LogMessage(LoadText(text_id::kCompleteMessage));
-  host.LogMessage(message);
-  host.LogMessage(LoadText(text_id::kSendingMessage));
+  log.Line(text_id::kSendBeeperMessage);
+  log.Line(text_id::kBeepNumber);
+  log.Text(instance.text(beeper_field::kBeeperNumber));
+  log.Line(text_id::kModemString);
+  log.Text(settings[beeper_setting::kModemString]);
+  log.Line(text_id::kDialString);
+  log.Text(settings[beeper_setting::kDialString]);
+  log.Line(text_id::kCompleteMessage);
+  log.Text(message);
+  log.Line(text_id::kSendingMessage);
 }
 
 BeeperCall MakeCall(const Instance& instance, const Settings& settings,
@@ -81,7 +82,7 @@ Result Beeper::Send(const InstanceArgument& argument, NotifierHost* host) {
   if (!composition.alert) return composition.result;
 
   const std::string message = CompleteMessage(*instance, *composition.alert);
-  LogCall(*host, *instance, settings, message);
+  LogCall(AlertLog(host), *instance, settings, message);
   ModemPort port(kBeeperPolicy, port_busy_, ports_, clock_, *host);
   return PlaceCall(port, MakeCall(*instance, settings, message)) ? kOk : kFail;
 }

@@ -20,11 +20,11 @@ std::uint32_t DialTime(const std::string& command) {
 bool Dial(ModemPort& port, const BeeperCall& call) {
   const std::string command = call.dial_command + "\r";
   if (!port.Write(command)) return false;
-  port.Log(command);
-  port.Log("\r\n");
+  port.log().Text(command);
+  port.log().Text("\r\n");
   port.Flush();
   port.Wait(DialTime(command));
-  port.LogText(text_id::kDelaying);
+  port.log().Line(text_id::kDelaying);
   port.Wait(call.extra_wait);
   return true;
 }
@@ -33,7 +33,7 @@ bool Dial(ModemPort& port, const BeeperCall& call) {
 // for the hang-up's answer, and readers of the log expect a line here.
 void ReadNothing(ModemPort& port) {
   std::string nothing;
-  if (!port.Read(0, nothing)) port.Log(nothing);
+  if (!port.Read(0, nothing)) port.log().Text(nothing);
 }
 
 }  // namespace
@@ -45,7 +45,7 @@ bool PlaceCall(ModemPort& port, const BeeperCall& call) {
   if (dialled) {
     ReadNothing(port);
     port.HangUp(response);
-    port.LogText(text_id::kSuccess);
+    port.log().Line(text_id::kSuccess);
   }
   port.ClosePort();
   return dialled;

@@ -20,17 +20,17 @@ bool DialCentre(ModemPort& port, std::string_view phone_number, std::uint32_t bu
   const std::string command = DialCommand(phone_number);
   if (!port.SendCommand(command, response)) return false;
   while (Contains(response, "BUSY")) {
-    port.LogText(text_id::kBusy);
+    port.log().Line(text_id::kBusy);
     port.Wait(busy_wait);
     if (!port.SendCommand(command, response)) return false;
   }
   // Before the next test, since it holds the word "CARRIER" too.
   if (Contains(response, "NO CARRIER")) {
-    port.LogText(text_id::kNoCarrier);
+    port.log().Line(text_id::kNoCarrier);
     return false;
   }
   if (!Contains(response, "CONNECT") && !Contains(response, "CARRIER")) {
-    port.LogText(text_id::kUnknownResponse);
+    port.log().Line(text_id::kUnknownResponse);
     return false;
   }
   return true;

@@ -9,17 +9,17 @@ namespace {
 constexpr std::string_view kAttention = "AT\r";
 
 void AnnounceAttempt(ModemPort& port, unsigned text_id) {
-  if (port.policy().announces_attempts) port.LogText(text_id);
+  if (port.policy().announces_attempts) port.log().Line(text_id);
 }
 
 bool TryAttention(ModemPort& port, std::string& response) {
   AnnounceAttempt(port, text_id::kTryingAgainForOk);
   if (!port.SendCommand(kAttention, response) || !Contains(response, "OK")) {
-    port.LogQuoted(text_id::kNoOk, response);
+    port.log().Quoted(text_id::kNoOk, response);
     return false;
   }
   if (port.policy().refuses_echo && Contains(response, "AT")) {
-    port.LogQuoted(text_id::kEchoNotOff, response);
+    port.log().Quoted(text_id::kEchoNotOff, response);
     return false;
   }
   return true;

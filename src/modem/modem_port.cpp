@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 
-#include "framework/format_text.h"
 #include "framework/string_table.h"
 
 namespace brantel {
@@ -46,7 +45,7 @@ bool ModemPort::TryClaim() {
 
 bool ModemPort::WaitForPort() {
   for (unsigned countdown = kClaimCountdown; !TryClaim(); --countdown) {
-    Log(FormatText(LoadText(text_id::kPortInUse), {countdown}));
+    log_.Format(text_id::kPortInUse, {countdown});
     Wait(kClaimDelay);
     if (countdown == 0) return TryClaim();
   }
@@ -74,7 +73,7 @@ std::uint32_t ModemPort::BitsPerSecond(std::int32_t baud_selector) const {
 }
 
 bool ModemPort::Succeeded(SystemFailure failure, unsigned text_id) {
-  if (failure) Log(FormatText(LoadText(text_id), {*failure}));
+  if (failure) log_.Format(text_id, {*failure});
   return !failure;
 }
 
@@ -89,7 +88,7 @@ bool ModemPort::SetTimeouts(const SerialTimeouts& timeouts) {
 
 bool ModemPort::Write(std::string_view text) {
   const SystemFailure failure = device_->Write(text);
-  if (failure) Log(FormatText("%s %lu\r\n", {LoadText(text_id::kWriteError), *failure}));
+  if (failure) log_.Failure(text_id::kWriteError, *failure);
   return !failure;
 }
 
@@ -103,7 +102,7 @@ SystemFailure ModemPort::Read(std::size_t limit, std::string& text) {
 }
 
 bool ModemPort::WriteLogged(std::string_view text) {
-  LogQuoted(text_id::kSending, text);
+  log_.Quoted(text_id::kSending, text);
   if (!Write(text)) return false;
   Flush();
   return true;
@@ -112,16 +111,16 @@ bool ModemPort::WriteLogged(std::string_view text) {
 bool ModemPort::ReadLogged(std::string& response) {
   const SystemFailure failure = Read(kReadLimit, response);
   if (failure) {
-    Log(FormatText("%s %lu\r\n", {LoadText(text_id::kReadError), *failure}));
+    log_.Failure(text_id::kReadError, *failure);
     return false;
   }
-  LogQuoted(text_id::kReturned, response);
+  log_.Quoted(text_id::kReturned, response);
   return true;
 }
 
 bool ModemPort::SendCommand(std::string_view text, std::string& response) {
   if (!WriteLogged(text)) return false;
-  LogText(text_id::kWaitingForCompletion);
+  log_.Line(text_id::kWaitingForCompletion);
   return ReadLogged(response);
 }
 
@@ -129,14 +128,6 @@ void ModemPort::HangUp(std::string& response) {
   WriteLogged("+++");
   Wait(kEscapeGuardTime);
   SendCommand("ATH0\r", response);
-}
-
-void ModemPort::LogText(unsigned text_id) {
-  Log(LoadText(text_id));
-}
-
-void ModemPort::LogQuoted(unsigned text_id, std::string_view quoted) {
-  Log(FormatText("%s \"%s\"\r\n", {LoadText(text_id), quoted}));
 }
 
 }  // namespace brantel

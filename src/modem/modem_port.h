@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 
+#include "framework/alert_log.h"
 #include "framework/clock.h"
 #include "framework/notifier_host.h"
 #include "modem/modem_policy.h"
@@ -26,7 +27,7 @@ class ModemPort {
   // All must outlive the object.
   ModemPort(const ModemPolicy& policy, PortBusyFlag& busy, SerialPorts& ports, Clock& clock,
             NotifierHost& host)
-      : policy_(policy), busy_(busy), ports_(ports), clock_(clock), host_(host) {}
+      : policy_(policy), busy_(busy), ports_(ports), clock_(clock), log_(&host) {}
   ModemPort(const ModemPort&) = delete;
   ModemPort& operator=(const ModemPort&) = delete;
   ~ModemPort() { ClosePort(); }
@@ -67,11 +68,8 @@ class ModemPort {
   bool SetTimeouts(const SerialTimeouts& timeouts);
 
   void Wait(std::uint32_t milliseconds) { clock_.Wait(milliseconds); }
-  void Log(std::string_view text) { host_.LogMessage(text); }
-  void LogText(unsigned text_id);
-  // The text with this number and behind it `quoted` in quotation marks.
-  void LogQuoted(unsigned text_id, std::string_view quoted);
 
+  [[nodiscard]] const AlertLog& log() const { return log_; }
   [[nodiscard]] const ModemPolicy& policy() const { return policy_; }
 
  private:
@@ -88,7 +86,7 @@ class ModemPort {
   PortBusyFlag& busy_;
   SerialPorts& ports_;
   Clock& clock_;
-  NotifierHost& host_;
+  AlertLog log_;
   bool claimed_ = false;
   std::unique_ptr<SerialDevice> device_;
 };

@@ -29,10 +29,10 @@ bool TransmitLine(ModemPort& port, const PagerCall& call, std::string& response)
 
 bool Deliver(ModemPort& port, const PagerCall& call, std::string& response) {
   if (!WaitForReadiness(port, response)) return false;
-  port.Log(response);
+  port.log().Text(response);
   if (!TransmitLine(port, call, response)) return false;
   port.ReadLogged(response);  // for the log alone
-  port.LogText(text_id::kNttSuccess);
+  port.log().Line(text_id::kNttSuccess);
   return true;
 }
 

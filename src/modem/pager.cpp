@@ -1,6 +1,6 @@
 #include "modem/pager.h"
 
-#include "framework/format_inserts.h"
+#include "framework/alert_log.h"
 #include "framework/leading_number.h"
 #include "framework/string_table.h"
 #include "framework/text_end.h"
@@ -21,11 +21,6 @@ const Framing& FramingOf(const Settings& settings) {
   return settings[pager_setting::k8N1] == kFramed8N1 ? kPagerFraming8N1 : kPagerFraming7E1;
 }
 
-void LogCall(NotifierHost& host, const PagerCall& call, std::uint32_t port_number) {
-  host.LogMessage(FormatInserts(LoadText(text_id::kSendingPage),
-                                {call.pager_id, call.pager_number, port_number}));
-}
-
 PagerCall MakeCall(const Instance& instance, const Settings& settings, std::string_view message) {
   return {
       .modem_string = settings[pager_setting::kModemString],
@@ -39,7 +34,7 @@ PagerCall MakeCall(const Instance& instance, const Settings& settings, std::stri
 // The other protocols tell by their own words what became of a page.
 bool SendByTapAndTell(ModemPort& port, const PagerCall& call, const TapVariant& variant) {
   const bool sent = SendByTap(port, call, variant);
-  if (!sent) port.LogText(text_id::kTransmissionFailed);
+  if (!sent) port.log().Line(text_id::kTransmissionFailed);
   return sent;
 }
 
@@ -71,7 +66,8 @@ Result Pager::Send(const InstanceArgument& argument, NotifierHost* host) {
       ReadPagerSettings(settings_, instance->integer(pager_field::kSettingsProfile));
   const std::optional<std::uint32_t> port_number = ComPortNumber(settings[pager_setting::kComPort]);
   const PagerCall call = MakeCall(*instance, settings, message);
-  LogCall(*host, call, port_number.value_or(0));
+  AlertLog(host).Inserts(text_id::kSendingPage,
+                         {call.pager_id, call.pager_number, port_number.value_or(0)});
   ModemPort port(kPagerPolicy, port_busy_, ports_, clock_, *host);
   if (!port.OpenPort(port_number, LeadingNumber(settings[pager_setting::kBaud]),
                      FramingOf(settings))) {

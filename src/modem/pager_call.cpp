@@ -21,7 +21,7 @@ bool HasArguments(ModemPort& port, const PagerCall& call) {
   const auto* const missing = std::ranges::find_if(
       arguments, [](const Argument& argument) { return argument.text.size() < argument.shortest; });
   if (missing == arguments.end()) return true;
-  port.LogText(missing->missing_text);
+  port.log().Line(missing->missing_text);
   return false;
 }
 

@@ -45,13 +45,13 @@ bool WaitForReply(ModemPort& port, const ReplySign& sign, const ReplySign* refus
                   std::string& reply) {
   for (int reads = 0; reads < kMostReads; ++reads) {
     if (!port.ReadLogged(reply)) {
-      port.LogText(text_id::kUnknownResponse);
+      port.log().Line(text_id::kUnknownResponse);
       return false;
     }
     if (Shows(reply, sign)) return true;
     if (EndsCall(reply, refusal)) return false;
   }
-  port.LogText(text_id::kGaveUp);
+  port.log().Line(text_id::kGaveUp);
   return false;
 }
 

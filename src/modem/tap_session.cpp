@@ -71,9 +71,9 @@ void EndTransmission(ModemPort& port, std::string& response) {
 bool Deliver(ModemPort& port, const PagerCall& call, const TapVariant& variant,
              std::string& response) {
   if (!WaitForIdPrompt(port, response)) return false;
-  port.LogText(text_id::kGotIdPrompt);
+  port.log().Line(text_id::kGotIdPrompt);
   if (!LogIn(port, call, response)) return false;
-  port.LogText(text_id::kGotGoAhead);
+  port.log().Line(text_id::kGotGoAhead);
   if (!TransmitBlock(port, call, variant, response)) return false;
   EndTransmission(port, response);
   return true;

@@ -68,30 +68,30 @@ class UcpSession {
     tries_ = 1;
     if (!Send(command)) return false;
     if (Answers("OK")) return true;
-    port_.LogText(failure_text);
-    port_.LogText(text_id::kTryingAgainForOk);
+    port_.log().Line(failure_text);
+    port_.log().Line(text_id::kTryingAgainForOk);
     if (pause) port_.Wait(*pause);
     ++tries_;
     if (!Send(command)) return false;
     if (Answers("OK")) return true;
-    port_.LogText(failure_text);
+    port_.log().Line(failure_text);
     RestoreTimeouts();
     return false;
   }
 
   // Deliberately not with the configured command.
   bool FindModem() {
-    port_.LogText(text_id::kLookingForOk);
+    port_.log().Line(text_id::kLookingForOk);
     return ObtainOk(kAttention, text_id::kNoOk, std::nullopt);
   }
 
   bool BuildFrame() try {
     const auto body = BuildUcpBody(call_.pager_id, call_.message);
     if (body) frame_ = BuildUcpFrame(counter_++ % 100, *body);
-    if (!body) port_.LogText(text_id::kNoMemoryForData);
+    if (!body) port_.log().Line(text_id::kNoMemoryForData);
     return body.has_value();
   } catch (const std::bad_alloc&) {
-    port_.LogText(text_id::kNoMemoryForData);
+    port_.log().Line(text_id::kNoMemoryForData);
     return false;
   }
 
@@ -117,7 +117,7 @@ class UcpSession {
       port_.Wait(kPauseBeforeRead);
       if (!port_.ReadLogged(response_)) return false;
       if (++reads == kMostReadsForConnection) {
-        port_.LogText(text_id::kNoAnswer);
+        port_.log().Line(text_id::kNoAnswer);
         return false;
       }
     }
@@ -126,7 +126,7 @@ class UcpSession {
 
   bool IsBusy() {
     if (!Answers("BUSY")) return false;
-    port_.LogText(text_id::kBusy);
+    port_.log().Line(text_id::kBusy);
     port_.Wait(kPauseWhenBusy);
     ++tries_;
     return true;
@@ -150,21 +150,23 @@ class UcpSession {
 
   bool EvaluateResult() {
     if (Answers(kRefused)) {
-      port_.LogText(text_id::kTransmissionFailed);
+      port_.log().Line(text_id::kTransmissionFailed);
       const std::size_t code = response_.find(kRefused) + kRefused.size();
-      port_.Log(FormatText(LoadText(text_id::kUcpError), {UcpErrorText(response_.substr(code))}));
+      port_.log().Made([&] {
+        return FormatText(LoadText(text_id::kUcpError), {UcpErrorText(response_.substr(code))});
+      });
       HangUp();
       return false;
     }
     if (!Answers(kAccepted)) return EndWithout(text_id::kUnknownResponse);
-    port_.LogText(text_id::kTransmissionSucceeded);
+    port_.log().Line(text_id::kTransmissionSucceeded);
     HangUp();
     return true;
   }
 
   // Tells why the call ends without a page, and ends it. Always false.
   bool EndWithout(unsigned text_id) {
-    port_.LogText(text_id);
+    port_.log().Line(text_id);
     HangUp();
     return false;
   }

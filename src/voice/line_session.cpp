@@ -3,7 +3,6 @@
 #include <optional>
 
 #include "framework/exception_guard.h"
-#include "framework/format_inserts.h"
 #include "framework/format_text.h"
 #include "framework/string_table.h"
 #include "voice/line_texts.h"
@@ -84,8 +83,10 @@ LineCode LineSession::InitializeLine() {
   const LineCode code = surroundings_.telephony.Initialize(*this, application_, device_count_);
   initialised_ = code == 0;
   if (!initialised_) {
-    state_.Log(FormatText(LoadText(InitializeFailureFormat(code)),
-                          {LoadText(text_id::kLineNotInitialized)}));
+    state_.log().Made([code] {
+      return FormatText(LoadText(InitializeFailureFormat(code)),
+                        {LoadText(text_id::kLineNotInitialized)});
+    });
   }
   return code;
 }
@@ -100,7 +101,7 @@ LineCode LineSession::ChooseDevice() {
     device_ = device;
     return 0;
   }
-  state_.LogText(text_id::kNoSuitableDevice);
+  state_.log().Line(text_id::kNoSuitableDevice);
   return line_error::kNoDevice;
 }
 
@@ -111,13 +112,12 @@ bool LineSession::Negotiate(std::uint32_t device) {
     LogDeviceFailure(NegotiationFailureText(code), device);
     return false;
   }
-  state_.Log(FormatText(LoadText(text_id::kDeviceVersion),
-                        {device, HighWord(version_), LowWord(version_)}));
+  state_.log().Format(text_id::kDeviceVersion, {device, HighWord(version_), LowWord(version_)});
   return true;
 }
 
 void LineSession::LogDeviceFailure(unsigned text_id, std::uint32_t device) const {
-  state_.Log(FormatInserts(LoadText(text_id), {device, LowWord(version_), HighWord(version_)}));
+  state_.log().Inserts(text_id, {device, LowWord(version_), HighWord(version_)});
 }
 
 LineCode LineSession::ReadCapabilities(std::uint32_t device) {
@@ -125,8 +125,8 @@ LineCode LineSession::ReadCapabilities(std::uint32_t device) {
       surroundings_.memory, line_structure::kCapabilitiesSize, capabilities_,
       [&](std::span<std::byte> bytes) { return RequestCapabilities(device, bytes); });
   if (code == 0) {
-    state_.Log(FormatText(LoadText(text_id::kCapabilitiesRead),
-                          {device, HighWord(version_), LowWord(version_)}));
+    state_.log().Format(text_id::kCapabilitiesRead,
+                        {device, HighWord(version_), LowWord(version_)});
   }
   return code;
 }
@@ -135,9 +135,11 @@ LineCode LineSession::RequestCapabilities(std::uint32_t device, std::span<std::b
   const LineCode code =
       surroundings_.telephony.GetCapabilities(application_, device, version_, capabilities);
   if (code != 0) {
-    state_.Log(FormatText(
-        LoadText(text_id::kCapabilitiesFormat),
-        {LoadText(text_id::kCapabilitiesNotRead), device, HighWord(version_), LowWord(version_)}));
+    state_.log().Made([&] {
+      return FormatText(
+          LoadText(text_id::kCapabilitiesFormat),
+          {LoadText(text_id::kCapabilitiesNotRead), device, HighWord(version_), LowWord(version_)});
+    });
   }
   return code;
 }
@@ -187,7 +189,7 @@ LineCode LineSession::GetWaveDevice(CallSelect select) {
 LineCode LineSession::MonitorDigits() {
   const LineCode code = surroundings_.telephony.MonitorDigits(call_, kDigitModeDtmf);
   if (code == 0) return 0;
-  if (const auto text_id = MonitorDigitsFailureText(code)) state_.LogText(*text_id);
+  if (const auto text_id = MonitorDigitsFailureText(code)) state_.log().Line(*text_id);
   return code;
 }
 
@@ -240,7 +242,7 @@ void LineSession::ClearState() {
 void LineSession::Receive(const LineMessage& message) {
   switch (message.kind) {
     case line_message::kCallState:
-      state_.LogText(CallStateText(message.first));
+      state_.log().Line(CallStateText(message.first));
       // No other state changes anything.
       if (message.first == call_state::kConnected) state_.call_connected = true;
       break;
@@ -251,12 +253,12 @@ void LineSession::Receive(const LineMessage& message) {
       HandleReply(message.first, message.second);
       break;
     case line_message::kDeviceState:
-      state_.LogText(text_id::kGotDeviceState);
-      state_.LogText(DeviceStateText(message.first));
+      state_.log().Line(text_id::kGotDeviceState);
+      state_.log().Line(DeviceStateText(message.first));
       break;
     default:
       // Deliberately not more for a line that closes, either: the call goes on as if it were open.
-      if (const auto text_id = MessageText(message.kind)) state_.LogText(*text_id);
+      if (const auto text_id = MessageText(message.kind)) state_.log().Line(*text_id);
   }
 }
 

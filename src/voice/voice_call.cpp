@@ -45,7 +45,7 @@ class RunningCall {
     for (const Step& step : kSteps) {
       const LineCode code = step.run(session_);
       if (code == 0) continue;
-      if (step.failure_text_id != 0) state_.LogText(step.failure_text_id);
+      if (step.failure_text_id != 0) state_.log().Line(step.failure_text_id);
       return code;
     }
     return Talk();
@@ -55,14 +55,14 @@ class RunningCall {
     state_.acknowledged = false;
     if (!RepeatUntilAcknowledged()) return kPlaybackFailed;
     if (!state_.acknowledged) {
-      state_.LogText(text_id::kNotAcknowledged);
+      state_.log().Line(text_id::kNotAcknowledged);
       return kNotAcknowledged;
     }
     if (!PlayIfPresent(call_.first_message, text_id::kFirstMessageNotPlayed) ||
         !PlayIfPresent(call_.second_message, text_id::kSecondMessageNotPlayed)) {
       return kPlaybackFailed;
     }
-    state_.LogText(text_id::kGoodExit);
+    state_.log().Line(text_id::kGoodExit);
     return 0;
   }
 
@@ -81,7 +81,7 @@ class RunningCall {
 
   bool PlayToItsEnd(const std::string& file, unsigned failure_text_id) {
     if (playback_.Play(session_.wave_device(), file) != 0) {
-      state_.LogText(failure_text_id);
+      state_.log().Line(failure_text_id);
       return false;
     }
     session_.WaitForPlayback();

@@ -2,8 +2,8 @@
 
 #include <cstdint>
 #include <memory>
-#include <string_view>
 
+#include "framework/alert_log.h"
 #include "framework/notifier_host.h"
 #include "voice/line_constants.h"
 
@@ -28,9 +28,8 @@ struct VoiceState {
   bool reply_received = false;
   LineCode reply_result = line_error::kOperationFailed;
 
-  void Log(std::string_view text) const;
-  // The text of the string table with this number.
-  void LogText(unsigned text_id) const;
+  // Keeps the host as long as it is told: it may end the binding from within.
+  [[nodiscard]] AlertLog log() const noexcept { return AlertLog(host); }
 };
 
 }  // namespace brantel

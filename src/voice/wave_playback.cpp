@@ -27,7 +27,7 @@ bool WavePlayback::Queue(std::uint16_t device_id, Wave& wave) {
   WaveOutput& output = surroundings_.wave_output;
   const WaveCode refusal = output.Query(device_id, wave.format.bytes());
   if (refusal != 0) {
-    state_.Log(output.ErrorText(refusal) + "\r\n");
+    state_.log().Made([&] { return output.ErrorText(refusal) + "\r\n"; });
     return false;
   }
   std::unique_ptr<WaveDevice> device;
@@ -48,7 +48,7 @@ bool WavePlayback::Queue(std::uint16_t device_id, Wave& wave) {
 }
 
 bool WavePlayback::Fail(unsigned text_id) {
-  state_.LogText(text_id);
+  state_.log().Line(text_id);
   return false;
 }
 

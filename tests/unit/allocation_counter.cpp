@@ -4,6 +4,8 @@
 #include <cstdlib>
 #include <new>
 
+#include "tests/unit/failing_allocations.h"
+
 namespace brantel {
 namespace {
 
@@ -16,8 +18,8 @@ struct alignas(std::max_align_t) BlockHeader {
 };
 
 void* Allocate(std::size_t size) {
-  void* const place =
-      fails_next.exchange(false) ? nullptr : std::malloc(sizeof(BlockHeader) + size);
+  const bool fails = fails_next.exchange(false) || FailsForTheLog();
+  void* const place = fails ? nullptr : std::malloc(sizeof(BlockHeader) + size);
   if (place == nullptr) throw std::bad_alloc();
   allocated_bytes += size;
   return new (place) BlockHeader{size} + 1;

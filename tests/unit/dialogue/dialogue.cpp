@@ -136,6 +136,7 @@ Dialogue::Dialogue(const std::filesystem::path& file) : name_(file.filename().st
 }
 
 const Words& Dialogue::TakeLine() {
+  if (!mismatch_.empty()) throw DialogueMismatch(std::exchange(mismatch_, {}));
   if (AtEnd()) throw DialogueMismatch(name_ + ": the dialogue ends too early");
   return lines_[next_++].words;
 }
@@ -151,6 +152,15 @@ Words Dialogue::Expect(const Words& call) {
                            JoinWords(call));
   }
   return {difference.in1, words.end()};
+}
+
+void Dialogue::ExpectWithoutThrowing(const Words& call) noexcept {
+  if (!mismatch_.empty()) return;
+  try {
+    if (!Expect(call).empty()) mismatch_ = Place() + ": too many words";
+  } catch (const DialogueMismatch& mismatch) {
+    mismatch_ = mismatch.what();
+  }
 }
 
 std::string Dialogue::Place() const {

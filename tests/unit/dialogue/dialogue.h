@@ -27,13 +27,17 @@ class Dialogue {
  public:
   explicit Dialogue(const std::filesystem::path& file);
 
-  [[nodiscard]] bool AtEnd() const { return next_ == lines_.size(); }
+  [[nodiscard]] bool AtEnd() const { return mismatch_.empty() && next_ == lines_.size(); }
 
   // Takes the next line, whatever it is. Throws at the end.
   const Words& TakeLine();
 
   // Takes the next line, which has to begin with these words, and returns those behind them.
   Words Expect(const Words& call);
+
+  // Takes the next line, which has to be these words, for a call out of which nothing may be
+  // thrown: whoever takes a line next is thrown the mismatch.
+  void ExpectWithoutThrowing(const Words& call) noexcept;
 
   // The place of the line that was taken last, as compilers write it.
   [[nodiscard]] std::string Place() const;
@@ -47,6 +51,7 @@ class Dialogue {
   std::string name_;
   std::vector<Line> lines_;
   std::size_t next_ = 0;
+  std::string mismatch_;  // that is still to be thrown
 };
 
 // The dialogues of some folders of tests/unit/dialogues, in the order of their paths.

@@ -5,6 +5,7 @@
 
 #include <array>
 
+#include "tests/unit/failing_allocations.h"
 #include "tests/unit/framework/fake_instance_files.h"
 #include "tests/unit/framework/fake_notifier_host.h"
 
@@ -38,6 +39,18 @@ TEST(LoadInstanceForAlert, LogsTheSameWhenTheFileIsAnotherClasss) {
 TEST(LoadInstanceForAlert, LogsNothingWithoutAHost) {
   FakeInstanceFiles files;
   EXPECT_FALSE(LoadInstanceForAlert(files, kLayout, kArgument, nullptr));
+}
+
+TEST(LoadInstanceForAlert, FailsAsEverWhenThereIsNoMemoryForTheLog) {
+  FakeInstanceFiles files;
+  std::size_t failures = 0;
+  ForEachLogAllocation([&](std::size_t allocation) {
+    FakeNotifierHost host;
+    EXPECT_FALSE(LoadInstanceForAlert(files, kLayout, kArgument, &host));
+    EXPECT_GE(host.log.size(), 2U);
+    failures = allocation;
+  });
+  EXPECT_GT(failures, 3U);
 }
 
 TEST(LoadInstanceForAlert, ReadsTheFileOnce) {

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "mail/smtp_mail_layout.h"
+#include "tests/unit/failing_allocations.h"
 #include "tests/unit/framework/fake_instance_files.h"
 #include "tests/unit/framework/fake_machine_name.h"
 #include "tests/unit/framework/fake_notifier_host.h"
@@ -21,6 +22,7 @@
 namespace brantel {
 namespace {
 
+using ::testing::Each;
 using ::testing::ElementsAre;
 using ::testing::EndsWith;
 using ::testing::IsEmpty;
@@ -232,6 +234,38 @@ TEST_F(SmtpMailTest, DoesNotWriteASettingThatIsThere) {
 TEST_F(SmtpMailTest, WaitsTheDefaultWithoutSettings) {
   settings_.opens = false;
   EXPECT_EQ(TimeoutOfSend(), 10000U);
+}
+
+TEST_F(SmtpMailTest, DeliversWhateverIsAllocatedForTheLogFindsNoMemory) {
+  Store("192.0.2.25", "a@example.org,b@example.org", "ops@example.org", "Disk full", "It is.\r\n");
+  ASSERT_EQ(Send(), kOk);
+  const std::size_t whole_log = host_.log.size();
+  const std::vector<std::string> commands = relay_.commands;
+  const std::string content = relay_.content;
+  std::vector<std::size_t> line_counts;
+  ForEachLogAllocation([&](std::size_t allocation) {
+    relay_.commands.clear();
+    relay_.content.clear();
+    host_.log.clear();
+    EXPECT_EQ(Send(), kOk) << allocation;
+    EXPECT_EQ(relay_.commands, commands) << allocation;
+    EXPECT_EQ(relay_.content, content) << allocation;
+    line_counts.push_back(host_.log.size());
+  });
+  // The last of these has found all memory that it wanted.
+  ASSERT_GT(line_counts.size(), whole_log);
+  EXPECT_EQ(line_counts.back(), whole_log);
+  line_counts.pop_back();
+  EXPECT_THAT(line_counts, Each(whole_log - 1));
+}
+
+TEST_F(SmtpMailTest, ReportsARefusalAndQuitsWhateverTheLogFindsNoMemoryFor) {
+  relay_.replies["DATA"] = "451 later";
+  ForEachLogAllocation([&](std::size_t allocation) {
+    relay_.commands.clear();
+    EXPECT_EQ(Send(), kFail) << allocation;
+    EXPECT_EQ(relay_.commands.back(), "QUIT") << allocation;
+  });
 }
 
 class SmtpMailBinding : public SmtpMailTest {

@@ -6,6 +6,7 @@
 #include <new>
 
 #include "modem/beeper_layout.h"
+#include "tests/unit/failing_allocations.h"
 #include "tests/unit/framework/fake_instance_files.h"
 #include "tests/unit/framework/fake_notifier_host.h"
 #include "tests/unit/framework/fake_settings_store.h"
@@ -190,22 +191,42 @@ TEST_F(BeeperTest, LetsASecondObjectOnTheSamePortFailAtOnce) {
   EXPECT_EQ(SendOn(second, inner_host), kOk);
 }
 
-TEST_F(BeeperTest, ClosesThePortWhenMemoryRunsOutAtAnyLine) {
+TEST_F(BeeperTest, MakesTheCallWhicheverLineOfTheLogFindsNoMemory) {
   ThrowingHost host;
   host.throws_at = 1000;
   ASSERT_EQ(SendOn(beeper_, host), kOk);
   const std::size_t lines = host.lines;
   ASSERT_EQ(lines, 22U);
+  const std::vector<std::string> written = modem_.written;
   for (std::size_t line = 0; line < lines; ++line) {
     host.throws_at = line;
     host.lines = 0;
-    EXPECT_THROW(SendOn(beeper_, host), std::bad_alloc);
+    modem_.written.clear();
+    EXPECT_EQ(SendOn(beeper_, host), kOk) << line;
+    EXPECT_EQ(host.lines, lines) << line;
+    EXPECT_EQ(modem_.written, written) << line;
     EXPECT_THAT(modem_.open_ports, IsEmpty()) << line;
-    FakeNotifierHost next;
-    next.trigger_word = 1;
-    EXPECT_EQ(SendOn(beeper_, next), kOk) << line;
-    EXPECT_THAT(next.log, Each(Not(StartsWith("port in use")))) << line;
   }
+}
+
+TEST_F(BeeperTest, MakesTheCallWhateverIsAllocatedForTheLogFindsNoMemory) {
+  const std::vector<std::string> written = {"ATE0Q0V1X4\r", "ATDT5551234,,,,2#\r", "+++", "ATH0\r"};
+  std::vector<std::size_t> line_counts;
+  ForEachLogAllocation([&](std::size_t allocation) {
+    modem_.written.clear();
+    FakeNotifierHost host;
+    host.trigger_word = 2;
+    host.expansions = {{kOk, ""}};
+    EXPECT_EQ(SendOn(beeper_, host), kOk) << allocation;
+    EXPECT_EQ(modem_.written, written) << allocation;
+    EXPECT_THAT(modem_.open_ports, IsEmpty()) << allocation;
+    line_counts.push_back(host.log.size());
+  });
+  // The last of these has found all memory that it wanted.
+  ASSERT_GT(line_counts.size(), 22U);
+  EXPECT_EQ(line_counts.back(), 22U);
+  line_counts.pop_back();
+  EXPECT_THAT(line_counts, Each(21U));
 }
 
 // A session's reads and writes with something wrong at one of them, or from it on. `results` has a

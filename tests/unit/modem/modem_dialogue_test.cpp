@@ -99,7 +99,7 @@ class DialogueHost final : public NotifierHost {
   }
 
   void LogMessage(std::string_view text) override {
-    Answer(dialogue_, {"log", std::string(text)}).Nothing();
+    dialogue_.ExpectWithoutThrowing({"log", std::string(text)});
   }
 
   void LogMessage(std::u16string_view text) override {

@@ -7,6 +7,7 @@
 
 #include "modem/pager_layout.h"
 #include "tests/unit/allocation_counter.h"
+#include "tests/unit/failing_allocations.h"
 #include "tests/unit/framework/fake_instance_files.h"
 #include "tests/unit/framework/fake_notifier_host.h"
 #include "tests/unit/framework/fake_settings_store.h"
@@ -193,6 +194,12 @@ void PrintTo(const ProtocolCase& protocol, std::ostream* stream) {
 class PagerProtocolTest : public PagerTest, public ::testing::WithParamInterface<ProtocolCase> {
  protected:
   PagerProtocolTest() { SetProtocol(GetParam().name); }
+
+  // UCP frames are numbered.
+  void BeginAnew() {
+    modem_.written.clear();
+    ucp_counter_ = 0;
+  }
 };
 
 INSTANTIATE_TEST_SUITE_P(Protocols, PagerProtocolTest,
@@ -201,7 +208,7 @@ INSTANTIATE_TEST_SUITE_P(Protocols, PagerProtocolTest,
                                            ProtocolCase{"UCP-SMS", 17, 5000},
                                            ProtocolCase{"NTT", 18, 180000}));
 
-TEST_P(PagerProtocolTest, ClosesThePortWhenMemoryRunsOutAtAnyLine) {
+TEST_P(PagerProtocolTest, DeliversWhicheverLineOfTheLogFindsNoMemory) {
   ForgetfulHost host;
   std::size_t lines = 0;
   std::size_t throws_at = 1000;
@@ -210,14 +217,54 @@ TEST_P(PagerProtocolTest, ClosesThePortWhenMemoryRunsOutAtAnyLine) {
   };
   ASSERT_EQ(SendOn(pager_, host), kOk);
   ASSERT_EQ(lines, GetParam().log_lines);
+  const std::vector<std::string> written = modem_.written;
   for (throws_at = 0; throws_at < GetParam().log_lines; ++throws_at) {
     lines = 0;
-    EXPECT_THROW(SendOn(pager_, host), std::bad_alloc) << throws_at;
+    BeginAnew();
+    EXPECT_EQ(SendOn(pager_, host), kOk) << throws_at;
+    EXPECT_EQ(lines, GetParam().log_lines) << throws_at;
+    EXPECT_EQ(modem_.written, written) << throws_at;
     EXPECT_THAT(modem_.open_ports, IsEmpty()) << throws_at;
-    FakeNotifierHost next;
-    EXPECT_EQ(SendOn(pager_, next), kOk) << throws_at;
-    EXPECT_THAT(next.log, Each(Not(StartsWith("port in use")))) << throws_at;
   }
+}
+
+TEST_P(PagerProtocolTest, DeliversWhateverIsAllocatedForTheLogFindsNoMemory) {
+  ASSERT_EQ(Send(), kOk);
+  const std::vector<std::string> written = modem_.written;
+  ASSERT_THAT(written, Contains("+++"));
+  std::vector<std::size_t> line_counts;
+  ForEachLogAllocation([&](std::size_t allocation) {
+    BeginAnew();
+    FakeNotifierHost host;
+    EXPECT_EQ(SendOn(pager_, host), kOk) << allocation;
+    EXPECT_EQ(modem_.written, written) << allocation;
+    EXPECT_THAT(modem_.open_ports, IsEmpty()) << allocation;
+    line_counts.push_back(host.log.size());
+  });
+  // The last of these has found all memory that it wanted.
+  ASSERT_GT(line_counts.size(), GetParam().log_lines);
+  EXPECT_EQ(line_counts.back(), GetParam().log_lines);
+  line_counts.pop_back();
+  EXPECT_THAT(line_counts, Each(GetParam().log_lines - 1));
+}
+
+// The line of a page that the centre refuses is as much in need of being hung up.
+TEST_P(PagerProtocolTest, HangsUpAfterAFailureWhateverTheLogFindsNoMemoryFor) {
+  modem_.answer_to = [](const std::string& sent) {
+    return sent.starts_with("AT") || sent == "\r" || sent.starts_with('\x1B')
+               ? AnswerTo(sent)
+               : "\x02/R/02/N/02\x03";
+  };
+  ASSERT_EQ(Send(), kFail);
+  const std::vector<std::string> written = modem_.written;
+  ASSERT_THAT(written, Contains("+++"));
+  ForEachLogAllocation([&](std::size_t allocation) {
+    BeginAnew();
+    FakeNotifierHost host;
+    EXPECT_EQ(SendOn(pager_, host), kFail) << allocation;
+    EXPECT_EQ(modem_.written, written) << allocation;
+    EXPECT_THAT(modem_.open_ports, IsEmpty()) << allocation;
+  });
 }
 
 // UCP gives up much earlier.

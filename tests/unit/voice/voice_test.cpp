@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "tests/unit/failing_allocations.h"
 #include "tests/unit/framework/fake_instance_files.h"
 #include "tests/unit/framework/fake_notifier_host.h"
 #include "tests/unit/voice/fake_voice_system.h"
@@ -12,6 +13,8 @@
 namespace brantel {
 namespace {
 
+using ::testing::Contains;
+using ::testing::Each;
 using ::testing::IsEmpty;
 
 class VoiceTest : public ::testing::Test {
@@ -87,9 +90,64 @@ TEST_F(VoiceTest, StandsAHostThatIsShutDownWhileItIsTold) {
     std::string told_;
   };
   state_.host = std::make_shared<ShuttingDownHost>(voice_);
-  state_.Log("first");
+  state_.log().Text("first");
   EXPECT_EQ(state_.host, nullptr);
-  state_.Log("second");
+  state_.log().Text("second");
+}
+
+// A call that is connected and whose key is pressed while the repeat message plays.
+class AcknowledgedCall : public VoiceTest {
+ protected:
+  AcknowledgedCall() {
+    Instance instance(kVoiceLayout.fields.size());
+    instance.set_text(voice_field::kPhoneNumber, "5550100");
+    instance.set_text(voice_field::kRepeatMessage, "repeat.wav");
+    instance.set_text(voice_field::kItemDown, "down.wav");
+    instance.set_integer(voice_field::kButton, 5);
+    files_.files["alert"] = EncodeInstance(kVoiceLayout, instance);
+    for (const char* const wave : {"repeat.wav", "device.wav", "down.wav"}) {
+      system_.riff_files.files[wave] = WaveBytes(wave);
+    }
+  }
+
+  Result SendTo(const std::shared_ptr<FakeNotifierHost>& host) {
+    host->trigger_word = 2;
+    host->expansions = {{kOk, "device.wav"}, {kOk, "router7"}};
+    state_.host = host;
+    FakeTelephony& telephony = system_.telephony;
+    const auto played = [this] { system_.wave_output.ReportDone(); };
+    system_.pump.events = {
+        [&] { telephony.Tell(line_message::kDeviceState, device_state::kOpen); },
+        [&] { telephony.Tell(line_message::kCallState, call_state::kConnected); },
+        [&] { telephony.Tell(line_message::kMonitorDigits, '5'); },
+        played,
+        played,
+    };
+    return voice_.Send({u"alert", "alert"}, host.get());
+  }
+};
+
+TEST_F(AcknowledgedCall, IsMadeWhateverIsAllocatedForTheLogFindsNoMemory) {
+  const auto whole_log = std::make_shared<FakeNotifierHost>();
+  ASSERT_EQ(SendTo(whole_log), kOk);
+  ASSERT_THAT(system_.wave_output.calls, Contains("write down.wav"));
+  const std::vector<std::string> telephony_calls = system_.telephony.calls;
+  const std::vector<std::string> wave_calls = system_.wave_output.calls;
+  std::vector<std::size_t> line_counts;
+  ForEachLogAllocation([&](std::size_t allocation) {
+    system_.telephony.calls.clear();
+    system_.wave_output.calls.clear();
+    const auto host = std::make_shared<FakeNotifierHost>();
+    EXPECT_EQ(SendTo(host), kOk) << allocation;
+    EXPECT_EQ(system_.telephony.calls, telephony_calls) << allocation;
+    EXPECT_EQ(system_.wave_output.calls, wave_calls) << allocation;
+    line_counts.push_back(host->log.size());
+  });
+  // The last of these has found all memory that it wanted.
+  ASSERT_GT(line_counts.size(), whole_log->log.size());
+  EXPECT_EQ(line_counts.back(), whole_log->log.size());
+  line_counts.pop_back();
+  EXPECT_THAT(line_counts, Each(whole_log->log.size() - 1));
 }
 
 }  // namespace
