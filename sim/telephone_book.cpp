@@ -118,6 +118,7 @@ const std::array kSubscribers = {
     Ntt("5550607", "NTT, nothing to any page", {.reply = NttHabits::Reply::kNothing}),
     Ntt("5550608", "NTT, takes 8 s for each answer", {.pace = Time(8000)}),
     Ntt("5550609", "busy once, then NTT", {}, 1),
+    Ntt("5550610", "NTT, hangs up 2 s behind its answer to a page", {.takes_one_page = true}),
 };
 
 const Subscriber kNotInService = {"", "not in service: NO CARRIER after 3 s",

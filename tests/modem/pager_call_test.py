@@ -2,10 +2,8 @@
 
 import pytest
 
+from conftest import DELIVERED, FAILED
 from windows_programs import windows_path
-
-DELIVERED = "Delivered."
-FAILED = "Failed: 0x80004005 (E_FAIL)"
 
 TEXT = "router7 is down"
 
