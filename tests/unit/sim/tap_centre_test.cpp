@@ -192,6 +192,10 @@ TEST_F(TapCentreTest, LosesTheCarrierInsteadOfGoingOn) {
 TEST_F(TapCentreTest, SaysSlow) {
   Call("5550217");
   EXPECT_EQ(Answer("\r", 300), "Slow\r");
+  HangUp();
+  Call("5550222");
+  EXPECT_EQ(Answer("\r", 11999), "");
+  EXPECT_EQ(AnswerWithin(1), "Slow ID=");
 }
 
 TEST_F(TapCentreTest, TakesItsTime) {
