@@ -85,6 +85,12 @@ void HayesModem::Receive(std::string_view bytes) {
   SendEcho();
 }
 
+void HayesModem::LoseDtr() {
+  transcript_.Note("modem", "loses DTR");
+  command_line_.clear();
+  GoOnHook();
+}
+
 void HayesModem::ReceiveCommandByte(char c) {
   if (echo_) echo_text_ += c;
   const char upper = ToUpper(c);

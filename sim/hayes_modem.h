@@ -40,6 +40,10 @@ class HayesModem {
   // Bytes from the host.
   void Receive(std::string_view bytes);
 
+  // The host's "data terminal ready" goes off, as it does when the port is closed: ends the call
+  // and forgets what has come of a command.
+  void LoseDtr();
+
  private:
   enum class State {
     kCommand,        // on the hook

@@ -57,7 +57,10 @@ void Declare(CLI::App& app, CommandLine& command_line) {
                  "How commands are answered: normal, none, late (2.5 s),\n"
                  "garbage, flood (300 bytes without an end)")
       ->option_text("HOW")
-      ->transform(CLI::Transformer(kAnsweringNames));
+      ->type_name("HOW")
+      // The last one is asked first, and is the one to tell the names when there is no such.
+      ->transform(CLI::Transformer(kAnsweringNames).description(""))
+      ->transform(CLI::IsMember(kAnsweringNames));
   app.add_flag("--echo-stuck", command_line.modem.echo_is_stuck, "E0 does not end the echo");
   app.footer(Footer());
 }
@@ -108,11 +111,18 @@ class Simulator {
   }
 
   void Receive() {
+    const PortInput input = port_.Read();
+    if (!input.bytes.empty()) {
+      NoteSetting();
+      modem_.Receive(input.bytes);
+    }
+    if (input.closed) modem_.LoseDtr();
+  }
+
+  void NoteSetting() {
     const std::string setting = port_.Setting();
     if (setting != setting_) transcript_.Note("port", "is set to " + setting);
     setting_ = setting;
-    const std::string bytes = port_.Read();
-    if (!bytes.empty()) modem_.Receive(bytes);
   }
 
   std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();

@@ -8,6 +8,7 @@ namespace {
 constexpr std::string_view kAccepted = "28";
 constexpr std::string_view kRefused = "17";
 constexpr Time kBetweenPrompts{4000};
+constexpr Time kBeforeHangUp{1500};
 
 // No line is as long.
 constexpr std::size_t kLongestInput = 1000;
@@ -52,14 +53,24 @@ void NttCentre::TakeLine(std::string_view line) {
   }
   const auto& page = std::get<NttPage>(reading);
   Note("is given password " + Quoted(page.password));
-  NotePage(page.pager_id, page.text);
+  const std::string_view reply = Reply();
+  if (reply == kAccepted) {
+    TakePage(page.pager_id, page.text, Line(reply));
+  } else {
+    NoteUntakenPage(page.pager_id, page.text);
+    if (!reply.empty()) Say(Line(reply));
+  }
+  if (habits_.takes_one_page) HangUp(kBeforeHangUp);
+}
+
+std::string_view NttCentre::Reply() const {
   switch (habits_.reply) {
     case NttHabits::Reply::kAccepted:
-      return Say(Line(kAccepted));
+      return kAccepted;
     case NttHabits::Reply::kDigitsOfNumber:
-      return Say(Line(digits_));
-    case NttHabits::Reply::kNothing:
-      return;
+      return digits_;
+    default:
+      return {};
   }
 }
 

@@ -16,6 +16,7 @@ struct NttHabits {
   Time prompt_delay{0};               // beside the pace
   unsigned prompts = 1;               // so many, at equal distances
   Reply reply = Reply::kAccepted;     // to a line that is in order
+  bool takes_one_page = false;        // it hangs up behind its answer to the first
   CarrierLoss loss = CarrierLoss::kNever;
 };
 
@@ -33,6 +34,8 @@ class NttCentre final : public PagingCentre {
  private:
   void Prompt();
   void TakeLine(std::string_view line);
+  // To a line that is in order; empty when there is none.
+  [[nodiscard]] std::string_view Reply() const;
 
   const NttHabits habits_;
   const std::string digits_;

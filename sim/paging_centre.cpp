@@ -8,6 +8,10 @@ namespace {
 
 constexpr Time kBeforeHangUp{500};
 
+std::string PageText(std::string_view recipient, std::string_view text) {
+  return std::string(recipient) + ": " + Quoted(text);
+}
+
 }  // namespace
 
 PagingCentre::PagingCentre(Surroundings surroundings, Time pace, CarrierLoss loss)
@@ -26,8 +30,8 @@ void PagingCentre::Say(const std::string& text, Time delay) {
   });
 }
 
-void PagingCentre::HangUp() {
-  Plan(pace_ + kBeforeHangUp, [this] { surroundings_.hang_up(); });
+void PagingCentre::HangUp(Time delay) {
+  Plan(pace_ + kBeforeHangUp + delay, [this] { surroundings_.hang_up(); });
 }
 
 bool PagingCentre::Loses(CarrierLoss point) {
@@ -49,8 +53,14 @@ void PagingCentre::Note(std::string_view what) {
   surroundings_.transcript.Note("centre", what);
 }
 
-void PagingCentre::NotePage(std::string_view recipient, std::string_view text) {
-  Note("takes a page for " + std::string(recipient) + ": " + Quoted(text));
+void PagingCentre::TakePage(std::string_view recipient, std::string_view text,
+                            const std::string& answer) {
+  Plan(pace_, [this, page = PageText(recipient, text)] { Note("takes a page for " + page); });
+  Say(answer);
+}
+
+void PagingCentre::NoteUntakenPage(std::string_view recipient, std::string_view text) {
+  Note("does not take the page for " + PageText(recipient, text));
 }
 
 }  // namespace brantel::sim

@@ -27,8 +27,8 @@ class PagingCentre : public FarEnd {
   // Says it after the pace and the delay; what falls on the same time, in the order of the calls.
   void Say(const std::string& text, Time delay = Time(0));
 
-  // Puts the receiver down, a while after what would be said now.
-  void HangUp();
+  // Puts the receiver down, a while and the delay after what would be said now.
+  void HangUp(Time delay = Time(0));
 
   // Hangs up when this is the point at which the carrier is to be lost.
   bool Loses(CarrierLoss point);
@@ -36,9 +36,12 @@ class PagingCentre : public FarEnd {
   // Whether something is planned that has not happened yet.
   [[nodiscard]] bool HasMoreToSay() const;
 
+  // What becomes of a page that is in order: the centre takes it as it says `answer`, or it does
+  // not take it.
+  void TakePage(std::string_view recipient, std::string_view text, const std::string& answer);
+  void NoteUntakenPage(std::string_view recipient, std::string_view text);
+
   void Note(std::string_view what);
-  // A page has come that is in order, whatever becomes of it.
-  void NotePage(std::string_view recipient, std::string_view text);
 
  private:
   void Plan(Time delay, std::function<void()> action);

@@ -1,6 +1,7 @@
 #include "sim/pseudo_terminal.h"
 
 #include <fcntl.h>
+#include <sys/inotify.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -80,13 +81,9 @@ PseudoTerminal::PseudoTerminal(const std::optional<std::filesystem::path>& link)
   std::array<char, 128> name{};
   if (ptsname_r(master_.get(), name.data(), name.size()) != 0) ThrowSystemError("ptsname");
   path_ = name.data();
-  slave_ = FileDescriptor(Checked(open(path_.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC), path_));
-
-  // As a serial port would be: nothing is echoed or changed on its way.
-  termios settings{};
-  Checked(tcgetattr(slave_.get(), &settings), path_);
-  cfmakeraw(&settings);
-  Checked(tcsetattr(slave_.get(), TCSANOW, &settings), path_);
+  openings_ = FileDescriptor(Checked(inotify_init1(IN_NONBLOCK | IN_CLOEXEC), "inotify"));
+  Checked(inotify_add_watch(openings_.get(), path_.c_str(), IN_OPEN), path_);
+  MakeRaw();
   Checked(fcntl(master_.get(), F_SETFL, O_NONBLOCK), path_);
   if (link) MakeLink(*link);
 }
@@ -102,13 +99,52 @@ void PseudoTerminal::MakeLink(const std::filesystem::path& link) {
   link_ = link;
 }
 
-std::string PseudoTerminal::Read() {
+// As a serial port would be: nothing is echoed or changed on its way.
+void PseudoTerminal::MakeRaw() {
+  termios settings{};
+  Checked(tcgetattr(master_.get(), &settings), path_);
+  cfmakeraw(&settings);
+  settings.c_iflag &= ~static_cast<tcflag_t>(INPCK);
+  Checked(tcsetattr(master_.get(), TCSANOW, &settings), path_);
+}
+
+// A pseudo-terminal has neither parity nor seven bits, and the C library refuses a setting with
+// these unless something else of it is new. The flag that goes with parity means nothing here;
+// taken back, it is what is new when a program asks for the same setting once more.
+void PseudoTerminal::ForgetParityCheck() {
+  termios settings{};
+  if (tcgetattr(master_.get(), &settings) != 0 || (settings.c_iflag & INPCK) == 0) return;
+  settings.c_iflag &= ~static_cast<tcflag_t>(INPCK);
+  tcsetattr(master_.get(), TCSANOW, &settings);
+}
+
+// What the last program has not read would be there for the next one.
+void PseudoTerminal::DiscardUnread() {
+  const FileDescriptor slave(open(path_.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
+  if (slave.get() >= 0) tcflush(slave.get(), TCIFLUSH);
+}
+
+PortInput PseudoTerminal::NoteClosed() {
+  const bool was_open = !std::exchange(closed_, true);
+  MakeRaw();
+  if (was_open) DiscardUnread();
+  return {.bytes = {}, .closed = was_open};
+}
+
+PortInput PseudoTerminal::Read() {
   std::array<char, 4096> buffer{};
+  if (closed_) read(openings_.get(), buffer.data(), buffer.size());
   const ssize_t count = read(master_.get(), buffer.data(), buffer.size());
-  return {buffer.data(), static_cast<std::size_t>(std::max<ssize_t>(count, 0))};
+  // The system's word for a port that nobody has open.
+  if (count < 0 && errno == EIO) return NoteClosed();
+  closed_ = false;
+  if (count <= 0) return {};
+  ForgetParityCheck();
+  return {.bytes = std::string(buffer.data(), static_cast<std::size_t>(count)), .closed = false};
 }
 
 void PseudoTerminal::Write(std::string_view bytes) {
+  if (closed_) return;
   while (!bytes.empty()) {
     const ssize_t count = write(master_.get(), bytes.data(), bytes.size());
     if (count <= 0) return;

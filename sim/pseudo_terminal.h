@@ -22,9 +22,17 @@ class FileDescriptor {
   int number_ = -1;
 };
 
+// What comes from who has a port open.
+struct PortInput {
+  std::string bytes;
+  // Whether the last program that had the port open has closed it, behind all its bytes.
+  bool closed = false;
+};
+
 // A pseudo-terminal that others open as a serial port. It is there until the object is destroyed,
-// whether or not somebody has it open. Throws std::system_error when the system has none, or when
-// the link cannot be made.
+// whether or not somebody has it open. Like a real port it takes the same settings again and again,
+// and keeps no bytes while nobody has it open. Throws std::system_error when the system has none,
+// or when the link cannot be made.
 class PseudoTerminal {
  public:
   // With a `link`, a symbolic link of that name leads to the port. One that is there is replaced;
@@ -36,13 +44,13 @@ class PseudoTerminal {
 
   [[nodiscard]] const std::string& path() const { return path_; }
 
-  // Readable when bytes have come.
-  [[nodiscard]] int descriptor() const { return master_.get(); }
+  // Readable when there is something to Read. It is another one after each Read.
+  [[nodiscard]] int descriptor() const { return closed_ ? openings_.get() : master_.get(); }
 
-  // What has come; empty when nothing has.
-  std::string Read();
+  // Does not wait; what it answers is empty when nothing has come.
+  PortInput Read();
 
-  // Bytes that nobody takes off the port are lost.
+  // Bytes that nobody takes off the port before it is closed are lost.
   void Write(std::string_view bytes);
 
   // How the port is set, such as "9600 bit/s 8N1".
@@ -50,11 +58,16 @@ class PseudoTerminal {
 
  private:
   void MakeLink(const std::filesystem::path& link);
+  void MakeRaw();
+  void ForgetParityCheck();
+  void DiscardUnread();
+  PortInput NoteClosed();
 
   FileDescriptor master_;
-  FileDescriptor slave_;  // held open, or reading would fail while nobody else has the port open
+  FileDescriptor openings_;  // tells when the port is opened
   std::string path_;
   std::optional<std::filesystem::path> link_;
+  bool closed_ = false;
 };
 
 }  // namespace brantel::sim

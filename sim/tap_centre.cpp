@@ -89,7 +89,8 @@ void TapCentre::TakeBlock(const std::string& block) {
   const auto reading = ReadTapBlock(block);
   if (const auto* const fault = std::get_if<TapFault>(&reading)) return Refuse(*fault);
   const auto& page = std::get<TapPage>(reading);
-  NotePage(page.pager_id, page.text);
+  if (habits_.answer == tap::kAck) return TakePage(page.pager_id, page.text, Answer(tap::kAck));
+  NoteUntakenPage(page.pager_id, page.text);
   AnswerBlock(habits_.answer);
 }
 

@@ -95,6 +95,7 @@ const std::array kSubscribers = {
     Tap("5550219", "TAP, takes 8 s for each answer", {.pace = Time(8000)}),
     Tap("5550220", "TAP, takes 30 s for each answer", {.pace = Time(30000)}),
     Tap("5550221", "busy once, then TAP", {}, 1),
+    Tap("5550222", "TAP, Slow ID= after 12 s", {.prompt = "Slow ID=", .prompt_delay = Time(11700)}),
     Ucp("55503nn", "UCP, refuses all messages with error nn",
         {.reply = UcpHabits::Reply::kErrorOfNumber}),
     Ucp("5550400", "a UCP centre", {}),
@@ -118,6 +119,7 @@ const std::array kSubscribers = {
     Ntt("5550607", "NTT, nothing to any page", {.reply = NttHabits::Reply::kNothing}),
     Ntt("5550608", "NTT, takes 8 s for each answer", {.pace = Time(8000)}),
     Ntt("5550609", "busy once, then NTT", {}, 1),
+    Ntt("5550610", "NTT, hangs up 2 s behind its answer to a page", {.takes_one_page = true}),
 };
 
 const Subscriber kNotInService = {"", "not in service: NO CARRIER after 3 s",

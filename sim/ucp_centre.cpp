@@ -1,7 +1,5 @@
 #include "sim/ucp_centre.h"
 
-#include "sim/ucp_frame.h"
-
 namespace brantel::sim {
 namespace {
 
@@ -32,18 +30,26 @@ void UcpCentre::TakeFrame(const std::string& frame) {
     return Say(UcpRefusal(fault->reference, fault->error));
   }
   const auto& operation = std::get<UcpOperation>(reading);
-  NotePage(operation.recipients, operation.text);
+  const std::string reply = ReplyTo(operation);
+  if (habits_.reply == UcpHabits::Reply::kResult) {
+    return TakePage(operation.recipients, operation.text, reply);
+  }
+  NoteUntakenPage(operation.recipients, operation.text);
+  if (!reply.empty()) Say(reply);
+}
+
+std::string UcpCentre::ReplyTo(const UcpOperation& operation) const {
   switch (habits_.reply) {
     case UcpHabits::Reply::kResult:
-      return Say(UcpAcceptance(operation.reference, operation.recipients));
+      return UcpAcceptance(operation.reference, operation.recipients);
     case UcpHabits::Reply::kErrorOfNumber:
-      return Say(UcpRefusal(operation.reference, error_));
-    case UcpHabits::Reply::kNothing:
-      return;
+      return UcpRefusal(operation.reference, error_);
     case UcpHabits::Reply::kEmptyFrame:
-      return Say({ucp::kStx, ucp::kEtx});
+      return {ucp::kStx, ucp::kEtx};
     case UcpHabits::Reply::kGarbage:
-      return Say("\x7F~{@}#\r\n");
+      return "\x7F~{@}#\r\n";
+    default:
+      return {};
   }
 }
 

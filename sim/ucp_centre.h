@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "sim/paging_centre.h"
+#include "sim/ucp_frame.h"
 
 namespace brantel::sim {
 
@@ -31,6 +32,8 @@ class UcpCentre final : public PagingCentre {
 
  private:
   void TakeFrame(const std::string& frame);
+  // To an operation that is in order; empty when there is none.
+  [[nodiscard]] std::string ReplyTo(const UcpOperation& operation) const;
 
   const UcpHabits habits_;
   const std::string error_;

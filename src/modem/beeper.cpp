@@ -33,6 +33,19 @@ std::size_t CodeField(AlertKind kind) {
   }
 }
 
+constexpr bool IsControl(char c) {
+  return (c >= '\0' && c < ' ') || c == '\x7F';
+}
+
+// The alert as it may stand in a dial command. What the host fills in comes from the network, and a
+// carriage return in it would end the command: the modem would execute what follows. Formatting
+// without arguments brings no such character back.
+AlertText ForDialling(AlertText alert) {
+  alert.text = UpToNul(alert.text);
+  std::erase_if(alert.text, IsControl);
+  return alert;
+}
+
 std::string CompleteMessage(const Instance& instance, const AlertText& alert) {
   const std::string_view expanded = UpToNul(alert.text);
   const std::string message =
@@ -81,8 +94,8 @@ Result Beeper::Send(const InstanceArgument& argument, NotifierHost* host) {
       ComposeAlertText(*host, kEventTemplate, instance->text(beeper_field::kReportMessage));
   if (!composition.alert) return composition.result;
 
-  const std::string message = CompleteMessage(*instance, *composition.alert);
-  LogCall(AlertLog(host), *instance, settings, message);
+  LogCall(AlertLog(host), *instance, settings, CompleteMessage(*instance, *composition.alert));
+  const std::string message = CompleteMessage(*instance, ForDialling(*composition.alert));
   ModemPort port(kBeeperPolicy, port_busy_, ports_, clock_, *host);
   return PlaceCall(port, MakeCall(*instance, settings, message)) ? kOk : kFail;
 }

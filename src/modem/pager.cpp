@@ -31,7 +31,8 @@ PagerCall MakeCall(const Instance& instance, const Settings& settings, std::stri
   };
 }
 
-// The other protocols tell by their own words what became of a page.
+// UCP tells of a page that was not taken in words of its own; NTT deliberately tells of success
+// alone.
 bool SendByTapAndTell(ModemPort& port, const PagerCall& call, const TapVariant& variant) {
   const bool sent = SendByTap(port, call, variant);
   if (!sent) port.log().Line(text_id::kTransmissionFailed);

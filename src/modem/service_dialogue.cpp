@@ -10,14 +10,23 @@ constexpr SerialTimeouts kPromptTimeouts = {1000, 0, 2000, 0, 2000};
 constexpr int kMostLineEnds = 5;
 constexpr int kMostReads = 6;
 
+enum class Meaning { kAwaited, kEnd, kOther };
+
+// What a reply means to who waits for one with this sign.
+Meaning MeaningOf(std::string_view reply, const ReplySign& awaited, const ReplySign* refusal) {
+  const bool ends = EndsCall(reply, refusal);
+  if (Shows(reply, awaited) && (!ends || awaited.outweighs_end)) return Meaning::kAwaited;
+  return ends ? Meaning::kEnd : Meaning::kOther;
+}
+
 // Reads until the service shows its prompt or is silent. False when the call ends.
 bool ReadToPrompt(ModemPort& port, const ReplySign& prompt, const ReplySign* refusal,
                   std::string& reply) {
-  while (port.ReadLogged(reply) && !reply.empty()) {
-    if (EndsCall(reply, refusal)) return false;
-    if (Shows(reply, prompt)) break;
+  Meaning meaning = Meaning::kOther;
+  while (meaning == Meaning::kOther && port.ReadLogged(reply) && !reply.empty()) {
+    meaning = MeaningOf(reply, prompt, refusal);
   }
-  return true;
+  return meaning != Meaning::kEnd;
 }
 
 }  // namespace
@@ -48,8 +57,8 @@ bool WaitForReply(ModemPort& port, const ReplySign& sign, const ReplySign* refus
       port.log().Line(text_id::kUnknownResponse);
       return false;
     }
-    if (Shows(reply, sign)) return true;
-    if (EndsCall(reply, refusal)) return false;
+    const Meaning meaning = MeaningOf(reply, sign, refusal);
+    if (meaning != Meaning::kOther) return meaning == Meaning::kAwaited;
   }
   port.log().Line(text_id::kGaveUp);
   return false;

@@ -18,6 +18,8 @@ struct ReplySign {
 
   std::string_view text;
   Place place = Place::kAnywhere;
+  // Whether a reply that shows it is what was waited for even if it ends the call as well.
+  bool outweighs_end = false;
 };
 
 bool Shows(std::string_view reply, const ReplySign& sign);

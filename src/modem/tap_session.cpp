@@ -14,8 +14,8 @@ constexpr std::string_view kNegativeAcknowledge = "\x15";
 constexpr std::string_view kEscape = "\x1B";
 constexpr std::string_view kRecordSeparator = "\x1E";
 
-constexpr ReplySign kIdPrompt = {"ID="};
-constexpr ReplySign kGoAhead = {"[p"};
+constexpr ReplySign kIdPrompt = {.text = "ID="};
+constexpr ReplySign kGoAhead = {.text = "[p", .outweighs_end = true};
 // A centre that ends the call does so by what the modem then says.
 constexpr const ReplySign* kNoRefusal = nullptr;
 

@@ -2,15 +2,13 @@
 
 import pytest
 
+from conftest import DELIVERED, FAILED
 from windows_programs import wait_until, windows_path
 
 # The rates that a pseudo-terminal can be set to, by the setting that selects each. Of the tenth rate,
 # 14400, terminals know nothing.
 RATES = {"0": 300, "1": 1200, "2": 2400, "3": 4800, "4": 9600, "6": 19200, "7": 38400, "8": 57600,
          "9": 115200, "100": 1200, "300": 300, "2400": 2400, "-1": 1200, "fast": 300, "": 300}
-
-DELIVERED = "Delivered."
-FAILED = "Failed: 0x80004005 (E_FAIL)"
 
 
 @pytest.fixture(scope="module")
@@ -21,6 +19,7 @@ def calls(switchboard):
         "default": switchboard.start_call(number="5550112", dial="", timeout="", text=""),
         "trap": switchboard.start_call("--set", "R=r", event="trap", text="50%%", timeout="2500",
                                        dial="ATDT%s,%s#", profile=7),
+        "second command": switchboard.start_call(text="7\r\nATH1\r7\x7F", dial="ATDT%s,%s#", timeout="2000"),
         "no event": switchboard.start_call(event="none", text="unused", dial="%s%s"),
         "busy": switchboard.start_call(number="5550101", timeout="1500"),
         "none": switchboard.start_call(modem=["--answering", "none"]),
@@ -113,6 +112,13 @@ def test_settings_of_a_profile_and_a_trap(finished):
     # "%" is no key of a telephone.
     assert call.modem.said("host")[1] == '"ATDT5550100,33350%#\\r"'
     assert call.modem.said("pager") == ["shows 33350"]
+
+
+def test_event_text_gives_the_modem_no_second_command(finished):
+    call = finished("second command")
+    assert "Complete Message:\n2227\nATH1\n7" in call.output()
+    assert call.modem.said("host") == ['"ATE0Q0V1X4\\r"', '"ATDT5550100,2227ATH17#\\r"', '"+++"', '"ATH0\\r"']
+    assert call.modem.said("pager") == ["shows 222717"]
 
 
 def test_report_message_without_an_event(finished):

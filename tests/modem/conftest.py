@@ -6,6 +6,7 @@ starts. A call takes as long as its waits, so the calls of several tests go on a
 on a port of its own.
 """
 
+import concurrent.futures
 import itertools
 import os
 import pathlib
@@ -24,8 +25,15 @@ BEEPER_MAGIC = magic("E546F481-983D-5A7E-610B-E80BF158F22E")
 PAGER_MAGIC = magic("CF05540D-534F-164B-BD02-D12A35BF0840")
 SETTINGS_KEY = r"HKEY_LOCAL_MACHINE\SOFTWARE\Brantel\Vantrel\notification"
 
-# The ports that lead to a modem when a test connects one. COM40 and above exist nowhere.
-PORTS = range(1, 40)
+DELIVERED = "Delivered."
+FAILED = "Failed: 0x80004005 (E_FAIL)"
+
+# What is sent in a row, to pagers with and without letters.
+TEXTS_IN_A_ROW = [f"alert {number} of 10" for number in range(1, 11)]
+DIGITS_IN_A_ROW = [str(number) for number in range(71, 81)]
+
+# The ports that lead to a modem when a test connects one. COM51 and above exist nowhere.
+PORTS = range(1, 51)
 
 
 class Modem:
@@ -33,6 +41,7 @@ class Modem:
 
     def __init__(self, link: pathlib.Path, *options: str):
         self.link = link
+        self.com_port = link.name.replace("port", "COM")
         self.transcript_file = link.with_name(f"{link.name}.transcript")
         with self.transcript_file.open("w") as output:
             self.process = subprocess.Popen([MODEMSIM, "--link", link, *options],
@@ -49,6 +58,10 @@ class Modem:
 
     def said(self, who: str) -> list[str]:
         return [what for _, speaker, what in self.events() if speaker == who]
+
+    def losses_of_dtr(self) -> int:
+        """How often a host that had sent something has closed the port."""
+        return self.said("modem").count("loses DTR")
 
     def time_of(self, who: str, what: str) -> float:
         return next(moment for moment, *event in self.events() if event == [who, what])
@@ -83,6 +96,7 @@ class Switchboard:
     folder: pathlib.Path
     environment: dict[str, str]
     free_ports: itertools.count = field(default_factory=lambda: itertools.count(PORTS[0]))
+    free_names: itertools.count = field(default_factory=itertools.count)
     calls: list[Call] = field(default_factory=list)
     modems: list[Modem] = field(default_factory=list)
 
@@ -123,22 +137,34 @@ class Switchboard:
         self.store_settings("Beeper", profile,
                             {"COMPort": com_port, "DialString": dial, "Timeout": timeout, "Baud": "",
                              "ModemString": "", **settings})
-        instance = self.folder / f"instance{len(self.calls)}"
-        write_instance(instance, BEEPER_MAGIC, [number, "unused", "111", "222", "333", "report"], profile)
+        instance = self.store_beeper(number, profile)
         call = self.start_host("Beeper", instance, connected, *options, "--event", event,
                                "--set", f"C={text}")
         return wait_for_settings(call, "Sending...\n")
 
     def start_page(self, protocol: str, number: str, text: str, pager_id="0041791234567", password="",
-                   profile=0, **settings: str) -> Call:
-        """Sends a page to a paging centre. Settings by their names without "Settings_"."""
-        port, modem = self.connect_modem()
-        self.store_settings("Pager", profile, {"COMPort": f"COM{port}", "Baud": "", "ModemString": "",
+                   profile=0, modem: Modem | None = None, **settings: str) -> Call:
+        """Sends a page to a paging centre, through a modem of its own unless one is given. Settings by
+        their names without "Settings_"."""
+        if modem is None:
+            _, modem = self.connect_modem()
+        self.store_settings("Pager", profile, {"COMPort": modem.com_port, "Baud": "", "ModemString": "",
                                                "8N1": "", **settings})
-        instance = self.folder / f"instance{len(self.calls)}"
-        write_instance(instance, PAGER_MAGIC, [number, password, pager_id, "%C", protocol], profile)
+        instance = self.store_pager(protocol, number, pager_id, password, profile)
         call = self.start_host("Pager", instance, modem, "--set", f"C={text}")
         return wait_for_settings(call, "Sending message to ")
+
+    def store_beeper(self, number: str, profile: int) -> pathlib.Path:
+        return self.store_instance(BEEPER_MAGIC, [number, "unused", "111", "222", "333", "report"], profile)
+
+    def store_pager(self, protocol: str, number: str, pager_id="0041791234567", password="",
+                    profile=0) -> pathlib.Path:
+        return self.store_instance(PAGER_MAGIC, [number, password, pager_id, "%C", protocol], profile)
+
+    def store_instance(self, class_magic: bytes, texts: list[str], profile: int) -> pathlib.Path:
+        path = self.folder / f"instance{next(self.free_names)}"
+        path.write_bytes(class_magic + b"".join(map(instance_text, texts)) + instance_integer(profile))
+        return path
 
     def store_settings(self, notifier_class: str, profile: int, settings: dict[str, str]) -> None:
         key = f"{SETTINGS_KEY}\\{notifier_class}" + (f"\\{profile:02}" if profile else "")
@@ -146,7 +172,7 @@ class Switchboard:
 
     def start_host(self, notifier_class: str, instance: pathlib.Path, modem: Modem | None,
                    *options: str) -> Call:
-        output_file = self.folder / f"output{len(self.calls)}"
+        output_file = self.folder / f"output{next(self.free_names)}"
         with output_file.open("w") as output:
             process = subprocess.Popen(
                 [WINE, HOST, "--module", MODULE, "send", notifier_class, instance.name, *options],
@@ -172,8 +198,46 @@ def wait_for_settings(call: Call, logged: str) -> Call:
     return call
 
 
-def write_instance(path: pathlib.Path, class_magic: bytes, texts: list[str], profile: int) -> None:
-    path.write_bytes(class_magic + b"".join(map(instance_text, texts)) + instance_integer(profile))
+def send_in_a_row(board: Switchboard, notifier_class: str, modem: Modem, instance: pathlib.Path,
+                  texts: list[str], *options: str) -> tuple[Modem, list[Call]]:
+    """Sends one alert after the other, until one is not delivered."""
+    calls = []
+    for text in texts:
+        calls.append(board.start_host(notifier_class, instance, modem, "--set", f"C={text}", *options).end())
+        if calls[-1].process.returncode != 0:
+            break
+        wait_until(lambda: modem.losses_of_dtr() == len(calls))
+    return modem, calls
+
+
+@pytest.fixture(scope="session")
+def rows(switchboard):
+    """The futures of rows of alerts, each through one modem."""
+    def start(notifier_class, profile, instance, texts, *options, **settings):
+        _, modem = switchboard.connect_modem()
+        switchboard.store_settings(notifier_class, profile, {"COMPort": modem.com_port, **settings})
+        return executor.submit(send_in_a_row, switchboard, notifier_class, modem, instance, texts, *options)
+
+    centres = {"TAP": "5550200", "SMS-TAP": "5550200", "UCP-SMS": "5550400", "NTT": "5550610"}
+    with concurrent.futures.ThreadPoolExecutor(len(centres) + 1) as executor:
+        rows = {"Beeper": start("Beeper", 3, switchboard.store_beeper("5550100", 3), DIGITS_IN_A_ROW,
+                                "--event", "item-down", DialString="ATDT%s,%s#", Timeout="2000")}
+        for profile, (protocol, number) in enumerate(centres.items(), start=3):
+            instance = switchboard.store_pager(protocol, number, profile=profile)
+            rows[protocol] = start("Pager", profile, instance, TEXTS_IN_A_ROW)
+        yield rows
+        switchboard.close()  # or a test that failed would be waited for
+
+
+def pytest_collection_modifyitems(items):
+    """The tests of the rows come last, when these have gone on beside the others."""
+    items.sort(key=lambda item: "rows" in item.fixturenames)
+
+
+@pytest.fixture(scope="session", autouse=True)
+def rows_under_way(request):
+    if any("rows" in item.fixturenames for item in request.session.items):
+        request.getfixturevalue("rows")
 
 
 @pytest.fixture(scope="session")

@@ -4,12 +4,13 @@ import os
 import select
 import signal
 import subprocess
+import termios
 import time
 
 import pytest
 
 from conftest import MODEMSIM, Modem
-from windows_programs import TIME_LIMIT
+from windows_programs import TIME_LIMIT, wait_until
 
 
 def run(*arguments):
@@ -35,15 +36,23 @@ class Terminal:
     def __exit__(self, *exception):
         os.close(self.descriptor)
 
+    def set_seven_bits_and_even_parity(self) -> None:
+        """As Wine sets them for a program."""
+        settings = termios.tcgetattr(self.descriptor)
+        settings[0] |= termios.IGNBRK | termios.INPCK
+        settings[2] = settings[2] & ~termios.CSIZE | termios.CS7 | termios.PARENB | termios.CLOCAL
+        termios.tcsetattr(self.descriptor, termios.TCSANOW, settings)
+
     def send(self, data: bytes) -> None:
         os.write(self.descriptor, data)
 
     def receive_until(self, end: bytes) -> bytes:
+        """No byte more, so that what follows stays in the port."""
         received = b""
         deadline = time.monotonic() + TIME_LIMIT
         while not received.endswith(end):
             assert select.select([self.descriptor], [], [], deadline - time.monotonic())[0], received
-            received += os.read(self.descriptor, 1000)
+            received += os.read(self.descriptor, 1)
         return received
 
 
@@ -62,6 +71,13 @@ def test_wrong_usage(arguments):
     assert done.stderr and not done.stdout
 
 
+@pytest.mark.parametrize("arguments", [["--answering", "never"], ["--answering", "3"], ["--answering"]])
+def test_wrong_answering_names_the_ways_there_are(arguments):
+    done = run(*arguments)
+    assert done.returncode != 0
+    assert "{flood,garbage,late,none,normal}" in done.stderr
+
+
 def test_answers_at_the_link(modem):
     with Terminal(modem.link) as terminal:
         terminal.send(b"ATE0\r")
@@ -75,6 +91,45 @@ def test_stays_when_a_program_leaves_the_port(modem):
         with Terminal(modem.link) as terminal:
             terminal.send(b"ATE0\r")
             assert terminal.receive_until(b"OK\r\n").endswith(b"\r\nOK\r\n")
+
+
+def test_takes_seven_bits_and_even_parity_from_each_program(modem):
+    """As a port does; the C library refuses it on a pseudo-terminal where nothing else changes."""
+    for _ in range(3):
+        with Terminal(modem.link) as terminal:
+            terminal.set_seven_bits_and_even_parity()
+            terminal.send(b"ATE0\r")
+            assert terminal.receive_until(b"OK\r\n").endswith(b"\r\nOK\r\n")
+
+
+def test_takes_the_settings_of_a_program_that_sent_nothing(modem):
+    with Terminal(modem.link) as terminal:
+        terminal.set_seven_bits_and_even_parity()
+    wait_until(modem.losses_of_dtr)
+    with Terminal(modem.link) as terminal:
+        terminal.set_seven_bits_and_even_parity()
+
+
+def test_program_that_leaves_the_port_ends_its_call(modem):
+    with Terminal(modem.link) as terminal:
+        terminal.send(b"ATE0DT5550109\r")
+        terminal.receive_until(b"CONNECT\r\n")
+    wait_until(modem.losses_of_dtr)
+    assert modem.said("line")[-1] == "is hung up"
+    with Terminal(modem.link) as terminal:
+        terminal.send(b"AT\r")
+        assert terminal.receive_until(b"OK\r\n") == b"\r\nOK\r\n"
+
+
+def test_what_a_program_has_not_read_is_gone_with_it(modem):
+    with Terminal(modem.link) as terminal:
+        terminal.send(b"ATI\r")
+        terminal.receive_until(b"A")  # the rest stays
+        wait_until(lambda: '"\\r\\nOK\\r\\n"' in modem.said("modem"))
+    wait_until(modem.losses_of_dtr)
+    with Terminal(modem.link) as terminal:
+        terminal.send(b"ATE0\r")
+        assert terminal.receive_until(b"OK\r\n") == b"ATE0\r\r\nOK\r\n"
 
 
 def test_port_path_without_a_link():

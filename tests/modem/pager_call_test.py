@@ -2,10 +2,8 @@
 
 import pytest
 
+from conftest import DELIVERED, FAILED
 from windows_programs import windows_path
-
-DELIVERED = "Delivered."
-FAILED = "Failed: 0x80004005 (E_FAIL)"
 
 TEXT = "router7 is down"
 
@@ -24,6 +22,7 @@ def calls(switchboard):
         "no carrier": page("TAP", "5550216", TEXT),
         "busy": page("UCP-SMS", "5550406", TEXT),
         "error": page("UCP-SMS", "5550310", TEXT),
+        "too slow": page("TAP", "5550222", TEXT),
         "17": page("NTT", "5550603", TEXT),
     }
 
@@ -149,6 +148,12 @@ def test_centre_that_loses_the_carrier(finished):
     assert 'returned "\nNO CARRIER\n"\n' in call.output()
     assert call.output().endswith(f"{FAILED}\n")
     assert call.process.returncode == 1
+
+
+def test_centre_that_is_too_slow_is_not_logged_in_to(finished):
+    call = finished("too slow")
+    assert 'returned "Slow ID="\nsending "+++"\n' in call.output()
+    assert call.output().endswith(f"{FAILED}\n")
 
 
 def test_busy_centre_is_called_again(finished):

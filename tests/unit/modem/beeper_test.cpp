@@ -143,6 +143,20 @@ TEST_F(BeeperTest, EndsTheHostsTextAtANul) {
   EXPECT_EQ(modem_.written.at(1), "ATDT5551234,,,,277#\r");
 }
 
+// Each byte but NUL, which ends a text, and "%", which begins a directive.
+TEST_F(BeeperTest, KeepsControlCharactersOfTheHostsTextFromTheModem) {
+  for (int byte = 0x01; byte <= 0xFF; ++byte) {
+    if (byte == '%') continue;
+    const std::string text(1, static_cast<char>(byte));
+    const bool is_control = byte < 0x20 || byte == 0x7F;
+    modem_.written.clear();
+    host_.expansions = {{kOk, "7" + text + "8"}};
+    ASSERT_EQ(Send(), kOk);
+    EXPECT_EQ(modem_.written.at(1), "ATDT5551234,,,,27" + (is_control ? "" : text) + "8#\r");
+    EXPECT_THAT(host_.log, Contains("27" + text + "8"));
+  }
+}
+
 TEST_F(BeeperTest, SendsAnAbsentCodeAsNothing) {
   instance_.set_text(beeper_field::kDownCode, "");
   host_.expansions = {{kOk, "55"}};

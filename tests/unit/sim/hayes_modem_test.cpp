@@ -243,6 +243,40 @@ TEST_F(HayesModemTest, LosesTheCarrierOfAComputerThatGoesDown) {
   EXPECT_EQ(Answer("AT\r"), "\r\nOK\r\n");
 }
 
+// With DTR a host leaves its call, whatever it was doing.
+TEST_F(HayesModemTest, EndsADialledCallWhenItLosesDtr) {
+  Prepare();
+  Answer("ATDT5550109\r", 300);
+  modem_->LoseDtr();
+  EXPECT_EQ(AnswerWithin(60000), "");
+  EXPECT_EQ(Answer("AT\r"), "\r\nOK\r\n");
+  EXPECT_THAT(stream_.str(), Not(HasSubstr("is answered")));
+}
+
+TEST_F(HayesModemTest, EndsAConnectionWhenItLosesDtr) {
+  ConnectToEcho();
+  modem_->LoseDtr();
+  EXPECT_THAT(stream_.str(), HasSubstr("modem  loses DTR\n    1.700  line   is hung up\n"));
+  EXPECT_EQ(Answer("ATO\r"), "\r\nNO CARRIER\r\n");
+}
+
+TEST_F(HayesModemTest, EndsAnEscapedConnectionWhenItLosesDtr) {
+  ConnectToEcho();
+  Answer("", 1000);
+  Answer("+++", 500);
+  modem_->LoseDtr();
+  EXPECT_EQ(AnswerWithin(60000), "");
+  EXPECT_EQ(Answer("AT\r"), "\r\nOK\r\n");
+}
+
+TEST_F(HayesModemTest, ForgetsHalfACommandWhenItLosesDtr) {
+  Prepare();
+  Answer("ATDT555");
+  modem_->LoseDtr();
+  EXPECT_EQ(Answer("0109\r", 60000), "");
+  EXPECT_EQ(Answer("AT\r"), "\r\nOK\r\n") << "what was set stays";
+}
+
 TEST_F(HayesModemTest, FetchesAnOutsideLine) {
   Prepare();
   EXPECT_EQ(Answer("ATDT9,5550101\r", 5000), "\r\nBUSY\r\n");

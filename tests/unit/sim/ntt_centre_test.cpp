@@ -42,6 +42,19 @@ TEST_F(NttCentreTest, AnswersWithTheDigitsOfItsNumber) {
   }
 }
 
+TEST_F(NttCentreTest, TakesNoPageThatItDoesNotAccept) {
+  for (const char* const number : {"5550500", "5550517", "5550529", "5550607"}) {
+    Call(number);
+    Answer(kLine, 1000);
+    EXPECT_THAT(CentreNotes(), HasSubstr("does not take the page for 0312345678: \"\\x82\\xA0\"\n"))
+        << number;
+    HangUp();
+  }
+  Call("5550606");
+  Answer(kLine, 1000);
+  EXPECT_EQ(CentreNotes(), "");
+}
+
 TEST_F(NttCentreTest, RefusesALineThatIsNotInOrder) {
   Call("5550528");
   EXPECT_EQ(Answer("hello\r", 300), "17\r\n");
@@ -83,6 +96,13 @@ TEST_F(NttCentreTest, LosesTheCarrierInsteadOfGoingOn) {
   Call("5550606");
   EXPECT_EQ(Answer("\r", 300), "READY\r\n");
   EXPECT_EQ(Answer(kLine, 800), "\r\nNO CARRIER\r\n");
+}
+
+TEST_F(NttCentreTest, HangsUpBehindItsAnswer) {
+  Call("5550610");
+  EXPECT_EQ(Answer("\r", 60000), "READY\r\n");
+  EXPECT_EQ(Answer(kLine, 2299), "28\r\n");
+  EXPECT_EQ(AnswerWithin(1), "\r\nNO CARRIER\r\n");
 }
 
 TEST_F(NttCentreTest, AnswersLateOrNever) {

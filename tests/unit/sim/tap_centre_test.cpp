@@ -8,6 +8,7 @@ namespace brantel::sim {
 namespace {
 
 using ::testing::HasSubstr;
+using ::testing::Not;
 using ::testing::StartsWith;
 
 const std::string kGoAhead = "\x06\r\x1B[p\r";
@@ -147,6 +148,35 @@ TEST_F(TapCentreTest, AnswersBlocksInOtherWays) {
   EXPECT_EQ(Answer(kBlock, 60000), "");
 }
 
+TEST_F(TapCentreTest, TakesNoPageThatItDoesNotAcknowledge) {
+  const std::string kUntaken = "does not take the page for 123: \"ABC\"\n";
+  for (const char* const number : {"5550210", "5550212"}) {
+    LogIn(number);
+    Answer(kBlock, 1000);
+    EXPECT_THAT(CentreNotes(), StartsWith(kUntaken)) << number;
+    HangUp();
+  }
+  LogIn("5550211");
+  EXPECT_EQ(Answer(kBlock, 1000), kGoodbye + kNoCarrier);
+  EXPECT_THAT(CentreNotes(), StartsWith(kUntaken));
+  LogIn("5550216");
+  EXPECT_EQ(Answer(kBlock, 1000), kNoCarrier);
+  EXPECT_EQ(CentreNotes(), "");
+  LogIn("5550209");
+  EXPECT_EQ(Answer(kBlock, 1000), kNak);
+  EXPECT_THAT(CentreNotes(), Not(HasSubstr("take")));
+}
+
+TEST_F(TapCentreTest, TakesNoPageOfACallerWhoHangsUpFirst) {
+  Call("5550220");
+  EXPECT_EQ(Answer(kLogIn, 30000), kGoAhead);
+  EXPECT_EQ(Answer(kBlock, 1000), "");
+  CentreNotes();
+  HangUp();
+  AnswerWithin(60000);
+  EXPECT_EQ(CentreNotes(), "");
+}
+
 TEST_F(TapCentreTest, LosesTheCarrierInsteadOfGoingOn) {
   Call("5550213");
   EXPECT_EQ(Answer("\r", 800), kNoCarrier);
@@ -162,6 +192,10 @@ TEST_F(TapCentreTest, LosesTheCarrierInsteadOfGoingOn) {
 TEST_F(TapCentreTest, SaysSlow) {
   Call("5550217");
   EXPECT_EQ(Answer("\r", 300), "Slow\r");
+  HangUp();
+  Call("5550222");
+  EXPECT_EQ(Answer("\r", 11999), "");
+  EXPECT_EQ(AnswerWithin(1), "Slow ID=");
 }
 
 TEST_F(TapCentreTest, TakesItsTime) {

@@ -61,6 +61,19 @@ TEST_F(UcpCentreTest, RefusesAFrameThatIsNotInOrder) {
   EXPECT_EQ(Answer(kMessage, 300), kAccepted);
 }
 
+TEST_F(UcpCentreTest, TakesNoMessageThatItDoesNotAccept) {
+  for (const char* const number : {"5550300", "5550317", "5550401", "5550402", "5550403"}) {
+    Call(number);
+    Answer(kMessage, 1000);
+    EXPECT_THAT(CentreNotes(), StartsWith("does not take the page for 0041791234567: \"Hi\"\n"))
+        << number;
+    HangUp();
+  }
+  Call("5550404");
+  Answer(kMessage, 1000);
+  EXPECT_EQ(CentreNotes(), "");
+}
+
 TEST_F(UcpCentreTest, AnswersInOtherWays) {
   Call("5550401");
   EXPECT_EQ(Answer(kMessage, 600000), "");
