@@ -129,11 +129,11 @@ class SmtpSession {
   void SendHeaders() {
     SendEncodedHeader("From: ");
     SendEncodedHeader(FillInHostName(from_));
-    SendEncodedHeader("", "\r\n");
-    SendEncodedHeader(DateHeader(environment_.Now(), zone_text_), "\r\n");
-    SendEncodedHeader("To: " + std::string(to_), "\r\n");
+    SendEncodedHeader("\r\n");
+    SendEncodedHeader(DateHeader(environment_.Now(), zone_text_) + "\r\n");
+    SendEncodedHeader("To: " + std::string(to_) + "\r\n");
     SendContentType();
-    SendEncodedHeader(SubjectHeader(), "\r\n\r\n");
+    SendEncodedHeader(SubjectHeader() + "\r\n\r\n");
   }
 
   [[nodiscard]] std::string SubjectHeader() const {
@@ -142,16 +142,15 @@ class SmtpSession {
     return ("Subject: " + std::string(OneLine(subject))).substr(0, kLongestHeader);
   }
 
-  // The line end goes out whatever the encoding drops of the text: without it the next header, or
-  // the body, would become part of this one. And it is the only one, although what is no character
-  // of EUC-JP can turn into line ends by the conversion.
-  void SendEncodedHeader(std::string_view text, std::string_view line_end = {}) {
+  // A text with its line end, which is part of it: deliberately, what the encoding drops of the
+  // text it drops with the line end, and what is sent next then goes on in the same line.
+  void SendEncodedHeader(std::string_view text) {
     constexpr int kLimit = 512;
-    std::string header(text);
     if (HasHighBytes(text)) {
-      header = OneLine(EncodeHeaderText(text, environment_.CodePage(), kLimit));
+      connection_.SendText(EncodeHeaderText(text, environment_.CodePage(), kLimit));
+    } else {
+      connection_.SendText(text);
     }
-    connection_.SendText(header.append(line_end));
   }
 
   void SendContentType() {

@@ -47,7 +47,8 @@ struct SmtpSurroundings {
 // then looks like success. -1 for every other failure.
 //
 // The body goes out as it is: without dot-stuffing, line wrapping or conversion of line ends,
-// deliberately. Texts in commands and headers end at their first line end, so that they add none.
+// deliberately. Texts in commands and headers end at their first line end, so that they add none;
+// what the encoding of a header drops, though, it drops with the header's own line end.
 int SmtpSendMessage(const SmtpSurroundings& surroundings, NotifierHost* host,
                     const MailMessage& message, std::uint32_t timeout);
 
