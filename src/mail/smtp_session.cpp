@@ -29,23 +29,38 @@ std::string_view OneLine(std::string_view text) {
   return text.substr(0, text.find_first_of("\r\n\0"sv));
 }
 
+// The name by which this machine introduces itself, found out where no session has yet.
+std::string LocalMailHostName(SmtpState& state, MachineName& machine_name) {
+  std::string name = state.local_mail_host_name();
+  if (!name.empty()) return name;
+  name = OneLine(GetLocalMailHostName(machine_name));
+  state.KeepLocalMailHostName(name);
+  return name;
+}
+
+// What a session sends beside its message.
+struct SmtpDetails {
+  std::string local_mail_host_name;
+  std::string zone_text;
+};
+
 // The dialogue over one connection.
 class SmtpSession {
  public:
   SmtpSession(const SmtpSurroundings& surroundings, MailLog log, MailSocket& socket,
-              const MailMessage& message, std::string zone_text, std::uint32_t timeout)
+              const MailMessage& message, SmtpDetails details, std::uint32_t timeout)
       : environment_(surroundings.environment),
-        local_mail_host_name_(surroundings.state.local_mail_host_name),
+        details_(std::move(details)),
         log_(log),
-        connection_(log, socket, surroundings.state.carry_over, timeout),
+        carry_over_(surroundings.state),
+        connection_(log, socket, carry_over_.bytes(), timeout),
         message_(message),
         to_(OneLine(message.to)),
-        from_(OneLine(message.from)),
-        zone_text_(std::move(zone_text)) {}
+        from_(OneLine(message.from)) {}
 
   int Run() {
     if (!connection_.ReadReply().IsOfKind('2')) return kFailed;
-    if (!IsAccepted("HELO " + local_mail_host_name_ + "\r\n")) return kFailed;
+    if (!IsAccepted("HELO " + details_.local_mail_host_name + "\r\n")) return kFailed;
     Transfer();
     Quit();
     return result_;
@@ -75,7 +90,7 @@ class SmtpSession {
   // A sender as it goes out: "%s" in it is this machine's name.
   [[nodiscard]] std::string FillInHostName(std::string_view sender) const {
     if (sender.find("%s") == std::string_view::npos) return std::string(sender);
-    return FormatText(sender, {local_mail_host_name_});
+    return FormatText(sender, {details_.local_mail_host_name});
   }
 
   bool SendSender() {
@@ -130,7 +145,7 @@ class SmtpSession {
     SendEncodedHeader("From: ");
     SendEncodedHeader(FillInHostName(from_));
     SendEncodedHeader("\r\n");
-    SendEncodedHeader(DateHeader(environment_.Now(), zone_text_) + "\r\n");
+    SendEncodedHeader(DateHeader(environment_.Now(), details_.zone_text) + "\r\n");
     SendEncodedHeader("To: " + std::string(to_) + "\r\n");
     SendContentType();
     SendEncodedHeader(SubjectHeader() + "\r\n\r\n");
@@ -169,13 +184,13 @@ class SmtpSession {
   }
 
   MailEnvironment& environment_;
-  const std::string& local_mail_host_name_;
+  SmtpDetails details_;
   MailLog log_;
+  CarryOver carry_over_;
   SmtpConnection connection_;
   const MailMessage& message_;
   std::string_view to_;
   std::string_view from_;
-  std::string zone_text_;
   int result_ = kFailed;
 };
 
@@ -184,9 +199,9 @@ class SmtpSession {
 int SmtpSendMessage(const SmtpSurroundings& surroundings, NotifierHost* host,
                     const MailMessage& message, std::uint32_t timeout) {
   const MailLog log(host);
-  std::string& host_name = surroundings.state.local_mail_host_name;
-  if (host_name.empty()) host_name = OneLine(GetLocalMailHostName(surroundings.machine_name));
-  const std::string zone_text(OneLine(ZoneText(surroundings.environment)));
+  const SmtpDetails details{
+      .local_mail_host_name = LocalMailHostName(surroundings.state, surroundings.machine_name),
+      .zone_text = std::string(OneLine(ZoneText(surroundings.environment)))};
 
   log.Add(FormatInserts(LoadText(text_id::kSendingMail), {message.gateway, message.to}));
   const auto address = surroundings.network.ParseAddress(std::string(message.gateway));
@@ -203,7 +218,7 @@ int SmtpSendMessage(const SmtpSurroundings& surroundings, NotifierHost* host,
     log.Add(LoadText(text_id::kConnectFailed));
     return kFailed;
   }
-  return SmtpSession(surroundings, log, *socket, message, zone_text, timeout).Run();
+  return SmtpSession(surroundings, log, *socket, message, details, timeout).Run();
 }
 
 }  // namespace brantel

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -118,7 +119,7 @@ class InjectionTest : public ::testing::TestWithParam<Place> {
   // Delivers a message with this text in the place that the test is about.
   void Deliver(const std::string& text, unsigned code_page) {
     relay_ = {};
-    state_ = {};
+    state_.emplace();
     environment_ = {};
     environment_.code_page = code_page;
     machine_name_ = {};
@@ -144,7 +145,7 @@ class InjectionTest : public ::testing::TestWithParam<Place> {
                       {.network = relay_,
                        .environment = environment_,
                        .machine_name = machine_name_,
-                       .state = state_});
+                       .state = *state_});
     notifier.Send({u"alert", "alert"}, &host);
   }
 
@@ -221,7 +222,7 @@ class InjectionTest : public ::testing::TestWithParam<Place> {
   FakeRelay relay_;
   FakeMailEnvironment environment_;
   FakeMachineName machine_name_;
-  SmtpState state_;
+  std::optional<SmtpState> state_;
 };
 
 INSTANTIATE_TEST_SUITE_P(Places, InjectionTest, ::testing::ValuesIn(kPlaces),
