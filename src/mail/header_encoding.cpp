@@ -18,6 +18,10 @@ constexpr bool IsHighByte(char c) {
   return static_cast<std::uint8_t>(c) >= 127;
 }
 
+constexpr bool IsLineEnd(char c) {
+  return c == '\r' || c == '\n';
+}
+
 constexpr bool NeedsEncoding(char c) {
   return IsHighByte(c) || c == kEscape;
 }
@@ -34,10 +38,10 @@ std::string_view BehindLast(std::string_view text, Predicate predicate) {
   return text.substr(static_cast<std::size_t>(text.rend() - last));
 }
 
-// Japanese text as the 7-bit encoding that its label announces.
-std::string ToLabelledJapanese(std::string_view text, int room) {
+// Japanese text of this code as the 7-bit encoding that its label announces.
+std::string ToLabelledJapanese(JapaneseCode code, std::string_view text, int room) {
   constexpr std::size_t kCapacity = 1024;
-  switch (DetectJapaneseCode(text)) {
+  switch (code) {
     case JapaneseCode::kEucJp:
       return EucJpToJis(text, kCapacity);
     case JapaneseCode::kShiftJis:
@@ -46,6 +50,13 @@ std::string ToLabelledJapanese(std::string_view text, int room) {
     default:
       return std::string(text);
   }
+}
+
+// A text as far as its first line end, and the line end with which it ends.
+std::string WithoutInnerLineEnds(std::string_view text) {
+  const std::string_view line_end = BehindLast(text, [](char c) { return !IsLineEnd(c); });
+  const std::string_view line(text.begin(), std::ranges::find_if(text, IsLineEnd));
+  return std::string(line).append(line_end);
 }
 
 // What stands for each byte in an encoded-word; NUL where that is its hexadecimal form. Of the
@@ -115,7 +126,7 @@ std::size_t QEncode(std::string_view text, std::string& destination, int room) {
       encoded.Append('B');
       position += kEscapeSequence;
       break;
-    } else if (c == '\r' || c == '\n' || encoded.size() > longest - 3) {
+    } else if (IsLineEnd(c) || encoded.size() > longest - 3) {
       break;
     } else {
       encoded.AppendHexadecimal(c);
@@ -140,8 +151,10 @@ std::string EncodeHeaderText(std::string_view text, unsigned code_page, int limi
   if (room <= 2) return encoded;
 
   std::string japanese;
+  JapaneseCode japanese_code = JapaneseCode::kNone;
   if (code_page == kJapaneseCodePage) {
-    japanese = ToLabelledJapanese(rest, room);
+    japanese_code = DetectJapaneseCode(rest);
+    japanese = ToLabelledJapanese(japanese_code, rest, room);
     rest = japanese;
   }
   encoded.reserve(plain + static_cast<std::size_t>(charset->reserve) + kLongestEncodedText +
@@ -149,7 +162,10 @@ std::string EncodeHeaderText(std::string_view text, unsigned code_page, int limi
   encoded += charset->encoded_word_prefix;
   rest.remove_prefix(QEncode(rest, encoded, room));
   encoded += kEncodedWordEnd;
-  return encoded.append(BehindLast(rest, IsHighByte));
+  const std::string_view tail = BehindLast(rest, IsHighByte);
+  // This conversion alone makes line ends, of what is no character; each would begin a header.
+  if (japanese_code == JapaneseCode::kEucJp) return encoded.append(WithoutInnerLineEnds(tail));
+  return encoded.append(tail);
 }
 
 }  // namespace brantel

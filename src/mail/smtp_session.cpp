@@ -28,23 +28,38 @@ std::string_view OneLine(std::string_view text) {
   return text.substr(0, text.find_first_of("\r\n\0"sv));
 }
 
+// The name by which this machine introduces itself, found out where no session has yet.
+std::string LocalMailHostName(SmtpState& state, MachineName& machine_name) {
+  std::string name = state.local_mail_host_name();
+  if (!name.empty()) return name;
+  name = OneLine(GetLocalMailHostName(machine_name));
+  state.KeepLocalMailHostName(name);
+  return name;
+}
+
+// What a session sends beside its message.
+struct SmtpDetails {
+  std::string local_mail_host_name;
+  std::string zone_text;
+};
+
 // The dialogue over one connection.
 class SmtpSession {
  public:
   SmtpSession(const SmtpSurroundings& surroundings, const AlertLog& log, MailSocket& socket,
-              const MailMessage& message, std::string zone_text, std::uint32_t timeout)
+              const MailMessage& message, SmtpDetails details, std::uint32_t timeout)
       : environment_(surroundings.environment),
-        local_mail_host_name_(surroundings.state.local_mail_host_name),
+        details_(std::move(details)),
         log_(log),
-        connection_(log, socket, surroundings.state.carry_over, timeout),
+        carry_over_(surroundings.state),
+        connection_(log, socket, carry_over_.bytes(), timeout),
         message_(message),
         to_(OneLine(message.to)),
-        from_(OneLine(message.from)),
-        zone_text_(std::move(zone_text)) {}
+        from_(OneLine(message.from)) {}
 
   int Run() {
     if (!connection_.ReadReply().IsOfKind('2')) return kFailed;
-    if (!IsAccepted("HELO " + local_mail_host_name_ + "\r\n")) return kFailed;
+    if (!IsAccepted("HELO " + details_.local_mail_host_name + "\r\n")) return kFailed;
     Transfer();
     Quit();
     return result_;
@@ -74,7 +89,7 @@ class SmtpSession {
   // A sender as it goes out: "%s" in it is this machine's name.
   [[nodiscard]] std::string FillInHostName(std::string_view sender) const {
     if (sender.find("%s") == std::string_view::npos) return std::string(sender);
-    return FormatText(sender, {local_mail_host_name_});
+    return FormatText(sender, {details_.local_mail_host_name});
   }
 
   bool SendSender() {
@@ -128,11 +143,11 @@ class SmtpSession {
   void SendHeaders() {
     SendEncodedHeader("From: ");
     SendEncodedHeader(FillInHostName(from_));
-    SendEncodedHeader("", "\r\n");
-    SendEncodedHeader(DateHeader(environment_.Now(), zone_text_), "\r\n");
-    SendEncodedHeader("To: " + std::string(to_), "\r\n");
+    SendEncodedHeader("\r\n");
+    SendEncodedHeader(DateHeader(environment_.Now(), details_.zone_text) + "\r\n");
+    SendEncodedHeader("To: " + std::string(to_) + "\r\n");
     SendContentType();
-    SendEncodedHeader(SubjectHeader(), "\r\n\r\n");
+    SendEncodedHeader(SubjectHeader() + "\r\n\r\n");
   }
 
   [[nodiscard]] std::string SubjectHeader() const {
@@ -141,16 +156,15 @@ class SmtpSession {
     return ("Subject: " + std::string(OneLine(subject))).substr(0, kLongestHeader);
   }
 
-  // The line end goes out whatever the encoding drops of the text: without it the next header, or
-  // the body, would become part of this one. And it is the only one, although what is no character
-  // of EUC-JP can turn into line ends by the conversion.
-  void SendEncodedHeader(std::string_view text, std::string_view line_end = {}) {
+  // A text with its line end, which is part of it: deliberately, what the encoding drops of the
+  // text it drops with the line end, and what is sent next then goes on in the same line.
+  void SendEncodedHeader(std::string_view text) {
     constexpr int kLimit = 512;
-    std::string header(text);
     if (HasHighBytes(text)) {
-      header = OneLine(EncodeHeaderText(text, environment_.CodePage(), kLimit));
+      connection_.SendText(EncodeHeaderText(text, environment_.CodePage(), kLimit));
+    } else {
+      connection_.SendText(text);
     }
-    connection_.SendText(header.append(line_end));
   }
 
   void SendContentType() {
@@ -169,13 +183,13 @@ class SmtpSession {
   }
 
   MailEnvironment& environment_;
-  const std::string& local_mail_host_name_;
+  SmtpDetails details_;
   AlertLog log_;
+  CarryOver carry_over_;
   SmtpConnection connection_;
   const MailMessage& message_;
   std::string_view to_;
   std::string_view from_;
-  std::string zone_text_;
   int result_ = kFailed;
 };
 
@@ -184,9 +198,9 @@ class SmtpSession {
 int SmtpSendMessage(const SmtpSurroundings& surroundings, NotifierHost* host,
                     const MailMessage& message, std::uint32_t timeout) {
   const AlertLog log(host);
-  std::string& host_name = surroundings.state.local_mail_host_name;
-  if (host_name.empty()) host_name = OneLine(GetLocalMailHostName(surroundings.machine_name));
-  const std::string zone_text(OneLine(ZoneText(surroundings.environment)));
+  const SmtpDetails details{
+      .local_mail_host_name = LocalMailHostName(surroundings.state, surroundings.machine_name),
+      .zone_text = std::string(OneLine(ZoneText(surroundings.environment)))};
 
   log.Inserts(text_id::kSendingMail, {message.gateway, message.to});
   const auto address = surroundings.network.ParseAddress(std::string(message.gateway));
@@ -203,7 +217,7 @@ int SmtpSendMessage(const SmtpSurroundings& surroundings, NotifierHost* host,
     log.Line(text_id::kConnectFailed);
     return kFailed;
   }
-  return SmtpSession(surroundings, log, *socket, message, zone_text, timeout).Run();
+  return SmtpSession(surroundings, log, *socket, message, details, timeout).Run();
 }
 
 }  // namespace brantel

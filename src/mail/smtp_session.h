@@ -1,13 +1,13 @@
 #pragma once
 
 #include <cstdint>
-#include <string>
 #include <string_view>
 
 #include "framework/machine_name.h"
 #include "framework/notifier_host.h"
 #include "mail/mail_environment.h"
 #include "mail/mail_socket.h"
+#include "mail/smtp_state.h"
 
 namespace brantel {
 
@@ -21,16 +21,6 @@ struct MailMessage {
   std::string_view message;
 };
 
-// What sessions leave behind for later ones of the same process. Only one session may use it at a
-// time.
-struct SmtpState {
-  // Found out by the first session; a later change is not seen.
-  std::string local_mail_host_name;
-  // Received behind the end of a reply line. Deliberately the next line is read from it even on the
-  // next connection.
-  std::string carry_over;
-};
-
 // What a session works on.
 struct SmtpSurroundings {
   MailNetwork& network;
@@ -40,14 +30,16 @@ struct SmtpSurroundings {
 };
 
 // Delivers a message to its relay over a new connection, and logs the whole dialogue when there is
-// a host. Each receive waits for `timeout` milliseconds.
+// a host. Each receive waits for `timeout` milliseconds. Any number of threads may do so at the
+// same time, but the host's log and the rest of the surroundings are theirs to share.
 //
 // 0 when the relay accepted the message. Otherwise the code of the last reply to a recipient that
 // was none of acceptance, for example 550; deliberately 0 when that reply could not be read, which
 // then looks like success. -1 for every other failure.
 //
 // The body goes out as it is: without dot-stuffing, line wrapping or conversion of line ends,
-// deliberately. Texts in commands and headers end at their first line end, so that they add none.
+// deliberately. Texts in commands and headers end at their first line end, so that they add none;
+// what the encoding of a header drops, though, it drops with the header's own line end.
 int SmtpSendMessage(const SmtpSurroundings& surroundings, NotifierHost* host,
                     const MailMessage& message, std::uint32_t timeout);
 

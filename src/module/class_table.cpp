@@ -68,7 +68,7 @@ constinit ThreadMessagePump message_pump;
 constinit SystemMemoryBlocks memory_blocks;
 
 // What mail sessions leave behind for each other, whichever object runs them.
-SmtpState smtp_state;
+constinit SmtpState smtp_state;
 
 // Counts what all objects send by UCP.
 constinit UcpTransactionCounter ucp_counter = 0;

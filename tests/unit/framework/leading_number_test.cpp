@@ -13,6 +13,20 @@ TEST(LeadingNumber, ReadsTheNumberAtTheStart) {
   EXPECT_EQ(LeadingNumber("007x"), 7);
 }
 
+TEST(LeadingNumber, PassesOverWhiteSpaceOfEveryKind) {
+  EXPECT_EQ(LeadingNumber("\r550 no"), 550);
+  EXPECT_EQ(LeadingNumber(" \t\n\v\f\r-7"), -7);
+  EXPECT_EQ(LeadingNumber("\x1C"
+                          "7"),
+            0);
+  EXPECT_EQ(LeadingNumber("\x85"
+                          "7"),
+            0);
+  EXPECT_EQ(LeadingNumber("\xA0"
+                          "7"),
+            0);
+}
+
 TEST(LeadingNumber, IsZeroWithoutANumber) {
   for (const std::string_view text : {"", " ", "fast", "x1", "-", "+", "+-5", "- 5", "0x10"}) {
     EXPECT_EQ(LeadingNumber(text), 0) << text;

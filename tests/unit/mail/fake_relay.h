@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <thread>
 #include <vector>
 
 #include "mail/mail_socket.h"
@@ -51,7 +52,9 @@ class FakeRelay final : public MailNetwork {
 
     void PumpMessages() override {}
 
+    // Other threads run meanwhile, as they do where a session really waits.
     Readiness WaitForData(std::uint32_t milliseconds) override {
+      std::this_thread::yield();
       relay_.timeout = milliseconds;
       return unread_.empty() ? Readiness::kTimedOut : Readiness::kReady;
     }

@@ -68,6 +68,26 @@ constexpr Encoding kEncodings[] = {
     // A line end.
     {1252, "\xE9\r\nplain", " =?ISO-8859-1?Q?=E9?=\r\nplain"},
     {1252, "\xE9 \n\xE9 tail", " =?ISO-8859-1?Q?=E9_?= tail"},
+    {1252, "Subject: St\xF6rung\r\n\r\n", "Subject: St =?ISO-8859-1?Q?=F6?=rung\r\n\r\n"},
+    {1252, "To: \xC4\r\n", "To:  =?ISO-8859-1?Q?=C4?=\r\n"},
+    {437, "To: \xC4\r\n", "To: \xC4\r\n"},
+    {1252, "\xE9\x1B\r\n", " =?ISO-8859-1?Q?=E9=1B=0DB?="},
+    {1252, "\xE9\x1B(\r\n", " =?ISO-8859-1?Q?=E9=1B=28B?=\n"},
+    {1252, "\xE9\x1B(B\r\n", " =?ISO-8859-1?Q?=E9=1B=28B?=\r\n"},
+    {932, "\x8F\xE1\x8A\x51\r\n", " =?ISO-2022-JP?Q?=1B$B=3Ec32=1B=28B?=\r\n"},
+    {932, "\xBE\xE3 \xF3\xA1\r\n", " =?ISO-2022-JP?Q?=1B$B=3Ec=1B=28B_=1B$Bs!=1B=28B?=\r\n"},
+    // Half a character takes the carriage return for its other half.
+    {932, "\x8A\xBF\x81\r\n", " =?ISO-2022-JP?Q?=1B$B4A=81?=\r\x1B(B\n"},
+    // Line ends that the conversion from EUC-JP makes.
+    {932,
+     "\xFD\xE1\x8D\x8A"
+     "Bcc: eve\r\n",
+     " =?ISO-2022-JP?Q?=1B$B}a?=\r\n"},
+    {932,
+     "\xFD\xE1\x8A\xB0"
+     "Bcc: eve\r\n\r\n",
+     " =?ISO-2022-JP?Q?=1B$B}a?=\r\n\r\n"},
+    {932, "\xFD\xE1\x8D\x8D", " =?ISO-2022-JP?Q?=1B$B}a?="},
     // Escapes.
     {1252, "\xE9\x1B(Bx", " =?ISO-8859-1?Q?=E9=1B=28B?=x"},
     {1252, "\xE9\x1B$Bx\x1B(Jy", " =?ISO-8859-1?Q?=E9=1B$Bx=1B=28B?=y"},
@@ -144,6 +164,36 @@ TEST(EncodeHeaderText, DropsTheRestWhereAnEncodedWordHasNoRoom) {
   EXPECT_EQ(encode(491), word(491, ""));
   EXPECT_EQ(encode(490), word(490, ""));
   EXPECT_EQ(encode(489), word(489, "=E9"));
+}
+
+TEST(EncodeHeaderText, DropsALineEndWithTheTextBeforeIt) {
+  const auto encode = [](std::size_t plain, unsigned code_page) {
+    return EncodeHeaderText(std::string(plain, 'a') + "\xE9\r\n", code_page, kLimit);
+  };
+  EXPECT_EQ(encode(491, 1252), std::string(491, 'a') + std::string(kPrefix) + "?=\r\n");
+  EXPECT_EQ(encode(492, 1252), std::string(492, 'a'));
+  EXPECT_EQ(encode(488, 949), std::string(488, 'a') +
+                                  " =?ISO-2022-JP-2?Q?"
+                                  "?=\r\n");
+  EXPECT_EQ(encode(489, 949), std::string(489, 'a'));
+  EXPECT_EQ(encode(489, 932), std::string(489, 'a'));
+  EXPECT_EQ(encode(509, 437), std::string(509, 'a') + "\xE9\r\n");
+  EXPECT_EQ(encode(510, 437), std::string(510, 'a'));
+  // A line end is among the bytes that reach the limit.
+  EXPECT_EQ(EncodeHeaderText(std::string(508, 'a') + "\r\n", 1252, kLimit),
+            std::string(508, 'a') + "\r\n");
+  EXPECT_EQ(EncodeHeaderText(std::string(509, 'a') + "\r\n", 1252, kLimit),
+            std::string(509, 'a') + "\r");
+}
+
+TEST(EncodeHeaderText, DropsALineEndWithJapaneseTextThatFindsNoRoom) {
+  // 470 and the reserve leave 21: nine bytes open, hold and close two kanji.
+  const std::string plain = std::string(470, 'a') + "\x8A\xBF\x8A\xBF";
+  const std::string encoded = std::string(470, 'a') + " =?ISO-2022-JP?Q?=1B$B4A4A=1B=28B?=";
+  EXPECT_EQ(EncodeHeaderText(plain + "\r\n\r\n", 932, kLimit), encoded + "\r\n\r\n");
+  EXPECT_EQ(EncodeHeaderText(plain + "bbbb\r\n\r\n", 932, kLimit), encoded + "bbbb\r\n\r\n");
+  EXPECT_EQ(EncodeHeaderText(plain + "bbbbb\r\n\r\n", 932, kLimit), encoded + "bbbbb\r\n\r");
+  EXPECT_EQ(EncodeHeaderText(plain + "bbbbbbbb\r\n\r\n", 932, kLimit), encoded + "bbbbbbbb");
 }
 
 TEST(EncodeHeaderText, CutsTheEncodedWordToTheRoomThatIsLeft) {

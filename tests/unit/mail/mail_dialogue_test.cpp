@@ -271,13 +271,14 @@ class MailDialogue {
     } else if (name == "TZ") {
       environment_.zone_variable = value;
     } else if (name == "host-name") {
-      state_.local_mail_host_name = value;
+      host_name_ = value;
     } else {
       throw DialogueMismatch(replay_.dialogue.Place() + ": unknown line");
     }
   }
 
   void RunSession() {
+    state_.KeepLocalMailHostName(host_name_);
     const MailMessage message{.to = message_["to"],
                               .from = message_["from"],
                               .subject = message_["subject"],
@@ -298,7 +299,8 @@ class MailDialogue {
   std::uint32_t timeout_ = 10000;
   bool has_host_ = true;
   bool as_written_ = false;
-  SmtpState state_{.local_mail_host_name = "watch.example.org", .carry_over = {}};
+  std::string host_name_ = "watch.example.org";
+  SmtpState state_;
   FakeMailEnvironment environment_;
   DialogueHost host_{replay_};
   DialogueMachineName machine_name_{replay_};
