@@ -8,10 +8,14 @@ namespace {
 
 class SystemMailSocket final : public MailSocket {
  public:
-  explicit SystemMailSocket(SOCKET socket) : socket_(socket) {}
+  SystemMailSocket() : socket_(::socket(AF_INET, SOCK_STREAM, IPPROTO_TCP)) {}
   SystemMailSocket(const SystemMailSocket&) = delete;
   SystemMailSocket& operator=(const SystemMailSocket&) = delete;
-  ~SystemMailSocket() override { closesocket(socket_); }
+  ~SystemMailSocket() override {
+    if (IsOpen()) closesocket(socket_);
+  }
+
+  [[nodiscard]] bool IsOpen() const { return socket_ != INVALID_SOCKET; }
 
   bool Connect(Ipv4Address address, std::uint16_t port) override {
     // The sender goes out in three pieces. None of them may wait until the one before has been
@@ -65,9 +69,9 @@ std::optional<Ipv4Address> SystemMailNetwork::ParseAddress(const std::string& te
 }
 
 std::unique_ptr<MailSocket> SystemMailNetwork::CreateSocket() {
-  const SOCKET socket = ::socket(AF_INET, SOCK_STREAM, IPPROTO_TCP);
-  if (socket == INVALID_SOCKET) return nullptr;
-  return std::make_unique<SystemMailSocket>(socket);
+  auto socket = std::make_unique<SystemMailSocket>();
+  if (!socket->IsOpen()) return nullptr;
+  return socket;
 }
 
 }  // namespace brantel

@@ -1,7 +1,11 @@
-// mail_series INSTANCE COUNT: sends alerts for one SMTPMail instance in a row from one process, by
-// one object and one binding to a host, and prints as JSON how many went out, how long half of them
-// took at most, and what the process held before and after. The first tenth of them make what is
-// made once, and are not counted.
+// mail_series INSTANCE COUNT [THREADS]: sends alerts for one SMTPMail instance in a row from one
+// process, by one object and one binding to a host, and prints as JSON how many went out, how long
+// half of them took at most, and what the process held before and after. The first tenth of them
+// make what is made once, and are not counted.
+//
+// With THREADS so many threads do so at the same time, each with an object and a host of its own;
+// printed is how many alerts went out in all, and how many lines beginning with "220-" the hosts'
+// logs have.
 #include <windows.h>
 
 #include <algorithm>
@@ -10,6 +14,8 @@
 #include <cstdlib>
 #include <exception>
 #include <iostream>
+#include <string>
+#include <thread>
 #include <vector>
 
 #include "framework/bstr_win32.h"
@@ -17,6 +23,7 @@
 #include "tests/module/loaded_module.h"
 #include "tests/module/process_level.h"
 #include "tests/module/recording_host.h"
+#include "tests/module/thread_gate.h"
 
 namespace brantel {
 namespace {
@@ -42,6 +49,8 @@ class Series {
       const auto start = std::chrono::steady_clock::now();
       if (notifier_->Send(instance_.get()) == S_OK) ++delivered;
       milliseconds.push_back(Milliseconds(std::chrono::steady_clock::now() - start).count());
+      early_lines_ += std::ranges::count_if(
+          host_.log_calls, [](const LogCall& call) { return call.text.starts_with(L"220-"); });
       host_.log_calls = {};
       host_.expand_calls = {};
     }
@@ -51,6 +60,9 @@ class Series {
 
   // Of the last series, in milliseconds.
   [[nodiscard]] double median() const { return median_; }
+
+  // Of all series.
+  [[nodiscard]] std::ptrdiff_t early_lines() const { return early_lines_; }
 
  private:
   using Milliseconds = std::chrono::duration<double, std::milli>;
@@ -63,6 +75,7 @@ class Series {
   }
 
   double median_ = 0;
+  std::ptrdiff_t early_lines_ = 0;
   LoadedModule module_;
   RecordingHost host_;
   ComPointer<INotifier> notifier_ = module_.CreateNotifier(kSMTPMail);
@@ -75,20 +88,58 @@ void PrintLevel(const char* when) {
             << ", \"blocks\": " << heaps.blocks << ", \"bytes\": " << heaps.bytes << "}";
 }
 
+void SendInARow(const std::wstring& instance, int count) {
+  Series series(instance);
+  std::cout << "{\"warm_up\": " << series.Send(count / 10);
+  PrintLevel("before");
+  std::cout << ", \"delivered\": " << series.Send(count);
+  PrintLevel("after");
+  std::cout << ", \"median_ms\": " << series.median() << "}\n";
+}
+
+struct Outcome {
+  int delivered = 0;
+  std::ptrdiff_t early_lines = 0;
+};
+
+void SendTogether(const std::wstring& instance, int count, int threads) {
+  ThreadGate gate(threads);
+  std::vector<Outcome> outcomes(static_cast<std::size_t>(threads));
+  std::vector<std::jthread> senders;
+  for (Outcome& outcome : outcomes) {
+    senders.emplace_back([&] {
+      Series series(instance);
+      gate.PassTogether();
+      outcome.delivered = series.Send(count);
+      outcome.early_lines = series.early_lines();
+    });
+  }
+  senders.clear();
+  Outcome all;
+  for (const Outcome& outcome : outcomes) {
+    all.delivered += outcome.delivered;
+    all.early_lines += outcome.early_lines;
+  }
+  std::cout << "{\"delivered\": " << all.delivered << ", \"early_lines\": " << all.early_lines
+            << "}\n";
+}
+
 }  // namespace
 }  // namespace brantel
 
 int main(int argument_count, char** arguments) {
   using namespace brantel;
   try {
-    if (argument_count != 3) throw std::invalid_argument("INSTANCE and COUNT are expected");
+    if (argument_count != 3 && argument_count != 4) {
+      throw std::invalid_argument("INSTANCE and COUNT are expected");
+    }
+    const std::wstring instance = ToWide(arguments[1]);
     const int count = std::atoi(arguments[2]);
-    Series series(ToWide(arguments[1]));
-    std::cout << "{\"warm_up\": " << series.Send(count / 10);
-    PrintLevel("before");
-    std::cout << ", \"delivered\": " << series.Send(count);
-    PrintLevel("after");
-    std::cout << ", \"median_ms\": " << series.median() << "}\n";
+    if (argument_count == 3) {
+      SendInARow(instance, count);
+    } else {
+      SendTogether(instance, count, std::atoi(arguments[3]));
+    }
     return 0;
   } catch (const std::exception& failure) {
     std::cerr << "mail_series: " << failure.what() << '\n';

@@ -1,23 +1,27 @@
 """relay_program.py ADDRESS REPLIES: a mail relay on port 25 that records what it is sent.
 
 REPLIES is a JSON object of replies by the first word of a command, "." being the end of a message, and
-"greeting". The reply null is silence.
+"greeting". The reply null is silence; of a list the replies are given in turn.
 Prints "listening", and for each connection that ended a line of JSON with its commands, its message,
 each byte a character, and the seconds that it lasted. Ends when its standard input does.
 """
 
+import itertools
 import json
 import socketserver
 import sys
 import threading
 import time
 
-ADDRESS, REPLIES = sys.argv[1], json.loads(sys.argv[2])
+ADDRESS = sys.argv[1]
+REPLIES = {word: itertools.cycle(replies if isinstance(replies, list) else [replies])
+           for word, replies in json.loads(sys.argv[2]).items()}
+PRINTING = threading.Lock()
 
 
 class Connection(socketserver.StreamRequestHandler):
     def reply(self, word: str, otherwise: str) -> None:
-        reply = REPLIES.get(word, otherwise)
+        reply = next(REPLIES[word]) if word in REPLIES else otherwise
         if reply is not None:
             self.wfile.write((reply + "\r\n").encode())
 
@@ -34,8 +38,10 @@ class Connection(socketserver.StreamRequestHandler):
                 self.reply(".", "250 queued")
             else:
                 self.reply(word, "221 bye" if word == "QUIT" else "250 ok")
-        print(json.dumps({"commands": commands, "content": content.decode("latin-1"),
-                          "seconds": time.monotonic() - started}), flush=True)
+        record = json.dumps({"commands": commands, "content": content.decode("latin-1"),
+                             "seconds": time.monotonic() - started})
+        with PRINTING:
+            print(record, flush=True)
 
     def read_message(self) -> bytes:
         content = b""
