@@ -5,8 +5,8 @@
 #include <array>
 #include <cstdlib>
 
-#include "framework/string_table.h"
-#include "framework/web_page.h"
+#include "text/string_table.h"
+#include "web/web_page.h"
 
 namespace brantel {
 namespace {
@@ -20,15 +20,18 @@ constexpr FormRow kRow =
                        "line outside needs:</td><td><input type=TEXT size=40 maxlength=255 "
                        "name=number value=\"%s\"></td></tr>\r\n");
 constexpr std::size_t kRowCount = 8;
-constexpr std::array<InstanceField, kRowCount> kFields = [] {
-  std::array<InstanceField, kRowCount> fields;
-  for (InstanceField& field : fields)
-    field.form = kRow;
-  return fields;
+constexpr auto kFields = [] {
+  FieldTable<kRowCount> table;
+  for (std::size_t i = 0; i < kRowCount; ++i) {
+    table.rows.at(i) = {.index = i, .name = "number", .form = kRow};
+    table.form_order.at(i) = static_cast<std::uint8_t>(i);
+  }
+  return table;
 }();
-constexpr InstanceLayout kLayout = {.class_name = "Beeper", .fields = kFields};
-constexpr WebFormSpec kForm = {
-    .layout = kLayout, .add_title_id = text_id::kAddBeeper, .edit_title_id = text_id::kEditBeeper};
+constexpr ClassDescription kForm = {
+    .instances = {.class_name = "Beeper", .fields = kFields},
+    .web_form = WebFormDescription{.add_title_id = text_id::kAddBeeper,
+                                   .edit_title_id = text_id::kEditBeeper}};
 
 // 255 characters, five of them markup.
 std::string Value(std::size_t row) {

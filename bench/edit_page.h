@@ -4,8 +4,8 @@
 #include <string_view>
 #include <vector>
 
-#include "framework/html_text.h"
-#include "framework/instance_codec.h"
+#include "instance/instance_codec.h"
+#include "web/html_text.h"
 
 namespace brantel {
 

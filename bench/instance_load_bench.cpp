@@ -6,14 +6,16 @@
 #include <cstdlib>
 #include <cstring>
 #include <fstream>
+#include <memory>
 #include <sstream>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "beeper/beeper_description.h"
 #include "bench/posix_file.h"
-#include "framework/instance_codec.h"
-#include "modem/beeper_layout.h"
+#include "instance/byte_cursor.h"
+#include "instance/instance_codec.h"
 
 namespace brantel {
 namespace {
@@ -25,6 +27,8 @@ constexpr std::array<const char*, 6> kTexts = {
     "1002",
     "1003",
     "%n went down at %t, last seen answering at %l; see the operator's handbook, page 12"};
+
+using ReadBuffer = std::array<char, ByteCursor::kReadSize>;
 
 std::string WriteTemporaryFile(const std::string& content) {
   std::string path = "/tmp/instance_load_bench_XXXXXX";
@@ -50,18 +54,18 @@ class TemporaryFile {
 };
 
 std::string InstanceFile() {
-  Instance instance(kBeeperLayout.fields.size());
+  Instance instance(kBeeper.instances.fields.size());
   for (std::size_t i = 0; i < kTexts.size(); ++i)
     instance.set_text(i, kTexts.at(i));
   instance.set_integer(beeper_field::kSettingsProfile, 2);
-  return EncodeInstance(kBeeperLayout, instance);
+  return EncodeInstance(kBeeper.instances, instance);
 }
 
 std::string JsonFile() {
   std::ostringstream json;
   json << "{";
   for (std::size_t i = 0; i < kTexts.size(); ++i) {
-    json << '"' << kBeeperLayout.fields[i].name << "\":\"" << kTexts.at(i) << "\",";
+    json << '"' << kBeeper.instances.fields[i].name << "\":\"" << kTexts.at(i) << "\",";
   }
   json << "\"settings profile\":2}";
   return json.str();
@@ -70,8 +74,8 @@ std::string JsonFile() {
 void LoadInstance(benchmark::State& state) {
   const TemporaryFile file(InstanceFile());
   for (auto _ : state) {
-    const auto content = ReadPosixFile(file.path());
-    auto instance = DecodeInstance(kBeeperLayout, *content);
+    const auto content = std::make_unique<PosixFile>(file.path());
+    auto instance = DecodeInstance(kBeeper.instances, *content);
     benchmark::DoNotOptimize(instance);
   }
 }
@@ -86,7 +90,7 @@ void BareFloor(benchmark::State& state) {
   };
   for (auto _ : state) {
     const int handle = open(file.path(), O_RDONLY | O_CLOEXEC);
-    std::array<char, kReadSize> buffer;  // NOLINT(*-member-init): filled by read
+    ReadBuffer buffer;  // NOLINT(*-member-init): filled by read
     const ssize_t size = read(handle, buffer.data(), buffer.size());
     close(handle);
     Fields fields;
@@ -108,12 +112,14 @@ BENCHMARK(BareFloor);
 void LoadByRapidJson(benchmark::State& state) {
   const TemporaryFile file(JsonFile());
   for (auto _ : state) {
-    const auto content = ReadPosixFile(file.path());
+    PosixFile content(file.path());
+    ReadBuffer buffer;  // NOLINT(*-member-init): filled by Read
+    const std::size_t size = content.Read(buffer);
     rapidjson::Document document;
-    document.Parse(content->data(), content->size());
+    document.Parse(buffer.data(), size);
     std::array<std::string, kTexts.size()> texts;
     for (std::size_t i = 0; i < kTexts.size(); ++i) {
-      const std::string_view name = kBeeperLayout.fields[i].name;
+      const std::string_view name = kBeeper.instances.fields[i].name;
       const auto& value = document[name.data()];
       texts.at(i).assign(value.GetString(), value.GetStringLength());
     }

@@ -9,7 +9,7 @@
 #include <string>
 #include <string_view>
 
-#include "framework/japanese_text.h"
+#include "text/japanese_text.h"
 
 namespace brantel {
 namespace {

@@ -3,31 +3,32 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <array>
+#include <cerrno>
 #include <cstddef>
-#include <optional>
-#include <string>
+#include <cstdint>
+#include <span>
+
+#include "instance/byte_source.h"
 
 namespace brantel {
 
-// Larger than any file of the limited reader, so that such a file takes a single read, as on
-// Windows.
-inline constexpr std::size_t kReadSize = 16384;
+// A file that is read as the module's own file access reads on Windows: one open, one read for each
+// request, one close.
+class PosixFile final : public ByteSource {
+ public:
+  explicit PosixFile(const char* path) : file_(open(path, O_RDONLY | O_CLOEXEC)) {}
+  PosixFile(const PosixFile&) = delete;
+  PosixFile& operator=(const PosixFile&) = delete;
+  ~PosixFile() override { close(file_); }
 
-// The whole content of a file by one open, one read and one close: what the module's own file
-// access does on Windows.
-inline std::optional<std::string> ReadPosixFile(const char* path) {
-  const int file = open(path, O_RDONLY | O_CLOEXEC);
-  if (file < 0) return std::nullopt;
-  std::string content;
-  std::array<char, kReadSize> buffer;  // NOLINT(*-member-init): filled by read
-  ssize_t count = 0;
-  do {
-    count = read(file, buffer.data(), buffer.size());
-    if (count > 0) content.append(buffer.data(), static_cast<std::size_t>(count));
-  } while (count == static_cast<ssize_t>(buffer.size()));
-  close(file);
-  return content;
-}
+  std::size_t Read(std::span<char> buffer) override {
+    const ssize_t count = read(file_, buffer.data(), buffer.size());
+    if (count < 0) throw ReadFailure(static_cast<std::uint32_t>(errno));
+    return static_cast<std::size_t>(count);
+  }
+
+ private:
+  const int file_;
+};
 
 }  // namespace brantel

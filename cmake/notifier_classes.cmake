@@ -1,48 +1,64 @@
-# Reads src/module/notifier_classes.def and writes what cannot include it: a registry script for each
-# class, the type library description, and the resource statements for scripts and icons.
+# Reads src/module/notifier_classes.def and the identities of the classes that it lists, and writes what cannot
+# include them: a registry script for each class, the type library description, and the resource statements
+# for scripts, icons and dialogs. NOTIFIER_CLASS_FOLDERS are the folders of the classes, in their order.
 
 set(NOTIFIER_LIBID "5625C924-5719-DA0E-EE98-237AC5FB0A3C")
 set(NOTIFIER_RESOURCE_DIR "${CMAKE_BINARY_DIR}/resources")
+
+# notifier_identity(IDS_FILE NAME RESULT): the value of one of the definitions in a class's header.
+function(notifier_identity file name result)
+  file(STRINGS "${file}" lines REGEX "^#define ${name} ")
+  if(NOT lines MATCHES "^#define ${name} \"?([-0-9A-F]+)\"?$")
+    message(FATAL_ERROR "${file}: there is no ${name}")
+  endif()
+  set(${result} "${CMAKE_MATCH_1}" PARENT_SCOPE)
+endfunction()
 
 set(definition_file "${CMAKE_SOURCE_DIR}/src/module/notifier_classes.def")
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS "${definition_file}")
 file(STRINGS "${definition_file}" rows REGEX "^NOTIFIER_CLASS\\(")
 
-set(row_count 0)
+set(NOTIFIER_CLASS_FOLDERS "")
 set(NOTIFIER_COCLASSES "")
-set(resource_statements "")
 set(NOTIFIER_ICON_FILES "")
 set(NOTIFIER_ICON_SOURCES "")
 set(NOTIFIER_SCRIPT_FILES "")
+set(NOTIFIER_DIALOG_FILES "")
+set(resource_statements "")
 foreach(row IN LISTS rows)
-  if(NOT row MATCHES
-     "^NOTIFIER_CLASS\\(([A-Za-z]+), \"([-0-9A-F]+)\", ([0-9]+), ([0-9]+), ([a-z_]+), (nullptr|&k[A-Za-z]+WebForm), (true|false)\\)$")
-    message(FATAL_ERROR "notifier_classes.def: this row does not have the seven columns: ${row}")
+  if(NOT row MATCHES "^NOTIFIER_CLASS\\(([A-Za-z]+), ([a-z_]+)\\)$")
+    message(FATAL_ERROR "notifier_classes.def: this row does not name a class and its folder: ${row}")
   endif()
-  math(EXPR row_count "${row_count} + 1")
   set(CLASS "${CMAKE_MATCH_1}")
-  set(CLSID "${CMAKE_MATCH_2}")
-  set(script_id "${CMAKE_MATCH_3}")
-  set(icon_id "${CMAKE_MATCH_4}")
-  set(stem "${CMAKE_MATCH_5}")
-  if(CMAKE_MATCH_7)
+  set(folder "${CMAKE_MATCH_2}")
+  string(TOUPPER "${folder}" prefix)
+  set(ids_file "${CMAKE_SOURCE_DIR}/src/${folder}/${folder}_ids.h")
+  set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS "${ids_file}")
+  notifier_identity("${ids_file}" "${prefix}_CLSID" CLSID)
+  notifier_identity("${ids_file}" "${prefix}_REGISTRY_SCRIPT" script_id)
+  notifier_identity("${ids_file}" "${prefix}_ICON" icon_id)
+  notifier_identity("${ids_file}" "${prefix}_PROGRAMMABLE" is_programmable)
+  if(is_programmable)
     set(PROGRAMMABLE "\n            ForceRemove Programmable")
   else()
     set(PROGRAMMABLE "")
   endif()
   configure_file("${CMAKE_SOURCE_DIR}/src/resources/notifier_class.rgs.in"
-                 "${NOTIFIER_RESOURCE_DIR}/${stem}.rgs" @ONLY)
+                 "${NOTIFIER_RESOURCE_DIR}/${folder}.rgs" @ONLY)
   string(APPEND NOTIFIER_COCLASSES
          "    [uuid(${CLSID}), helpstring(\"${CLASS} Class\")]\n    coclass ${CLASS} { };\n")
   string(APPEND resource_statements
-         "${script_id} REGISTRY \"${stem}.rgs\"\n${icon_id} ICON \"${stem}.ico\"\n")
-  list(APPEND NOTIFIER_ICON_FILES "${NOTIFIER_RESOURCE_DIR}/${stem}.ico")
-  list(APPEND NOTIFIER_ICON_SOURCES "${CMAKE_SOURCE_DIR}/src/resources/icons/${stem}.svg")
-  list(APPEND NOTIFIER_SCRIPT_FILES "${NOTIFIER_RESOURCE_DIR}/${stem}.rgs")
+         "${script_id} REGISTRY \"${folder}.rgs\"\n${icon_id} ICON \"${folder}.ico\"\n")
+  file(GLOB dialogs CONFIGURE_DEPENDS "${CMAKE_SOURCE_DIR}/src/${folder}/*.dlg")
+  foreach(dialog IN LISTS dialogs)
+    string(APPEND resource_statements "#include \"${dialog}\"\n")
+  endforeach()
+  list(APPEND NOTIFIER_CLASS_FOLDERS "${folder}")
+  list(APPEND NOTIFIER_ICON_FILES "${NOTIFIER_RESOURCE_DIR}/${folder}.ico")
+  list(APPEND NOTIFIER_ICON_SOURCES "${CMAKE_SOURCE_DIR}/src/${folder}/${folder}.svg")
+  list(APPEND NOTIFIER_SCRIPT_FILES "${NOTIFIER_RESOURCE_DIR}/${folder}.rgs")
+  list(APPEND NOTIFIER_DIALOG_FILES ${dialogs} "${ids_file}")
 endforeach()
-if(NOT row_count EQUAL 7)
-  message(FATAL_ERROR "notifier_classes.def: expected seven classes, found ${row_count}")
-endif()
 
 configure_file("${CMAKE_SOURCE_DIR}/src/resources/type_library.idl.in"
                "${NOTIFIER_RESOURCE_DIR}/type_library.idl" @ONLY)

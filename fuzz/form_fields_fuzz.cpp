@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "framework/form_fields.h"
+#include "web/form_fields.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string form(data, data + size);

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "framework/format_text.h"
+#include "text/format_text.h"
 
 // A NUL ends the format; what is behind it is the first argument, and its length the second.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

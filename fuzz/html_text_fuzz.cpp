@@ -7,7 +7,7 @@
 #include <string_view>
 #include <utility>
 
-#include "framework/html_text.h"
+#include "web/html_text.h"
 
 namespace {
 

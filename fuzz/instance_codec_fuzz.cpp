@@ -5,14 +5,14 @@
 #include <cstdlib>
 #include <string>
 
-#include "framework/instance_codec.h"
-#include "module/class_layouts.h"
+#include "instance/instance_codec.h"
+#include "module/class_descriptions.h"
 
 // The first byte chooses the class, whose magic then stands before the rest.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   if (size == 0) return 0;
   const brantel::InstanceLayout& layout =
-      *brantel::ClassLayouts()[data[0] % brantel::ClassLayouts().size()];
+      brantel::ClassDescriptions()[data[0] % brantel::ClassDescriptions().size()]->instances;
   const auto magic = brantel::GuidBytes(layout.magic);
   std::string file(magic.begin(), magic.end());
   file.append(data + 1, data + size);

@@ -6,8 +6,8 @@
 #include <string>
 #include <string_view>
 
-#include "framework/japanese_text.h"
 #include "fuzz/fuzz_input.h"
+#include "text/japanese_text.h"
 
 // The first byte is the room for the conversion to JIS.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

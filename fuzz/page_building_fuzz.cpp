@@ -7,10 +7,10 @@
 #include <string_view>
 
 #include "fuzz/fuzz_input.h"
-#include "modem/ntt_line.h"
-#include "modem/tap_session.h"
-#include "modem/ucp_error.h"
-#include "modem/ucp_frame.h"
+#include "pager/ntt_line.h"
+#include "pager/tap_session.h"
+#include "pager/ucp_error.h"
+#include "pager/ucp_frame.h"
 
 namespace brantel {
 namespace {

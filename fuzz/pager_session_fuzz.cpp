@@ -9,19 +9,20 @@
 #include <string_view>
 #include <utility>
 
-#include "framework/clock.h"
 #include "fuzz/fuzz_input.h"
-#include "modem/modem_port.h"
-#include "modem/ntt_session.h"
-#include "modem/tap_session.h"
-#include "modem/ucp_session.h"
+#include "pager/ntt_session.h"
+#include "pager/pager_port.h"
+#include "pager/tap_session.h"
+#include "pager/ucp_session.h"
+#include "port/modem_port.h"
+#include "system/clock.h"
 
 namespace brantel {
 namespace {
 
 class Host final : public NotifierHost {
  public:
-  Result ExpandMessage(std::string&) override { return kOk; }
+  Result ExpandMessage(std::string&, EmptyText) override { return kOk; }
   void LogMessage(std::string_view text) override { Require(text.size() < 1024); }
   void LogMessage(std::u16string_view) override {}
   Result GetAlertTrigger(std::uint32_t&) override { return kFail; }

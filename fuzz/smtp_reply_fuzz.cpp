@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "mail/smtp_connection.h"
+#include "smtp_mail/smtp_connection.h"
 
 namespace brantel {
 namespace {
@@ -22,7 +22,7 @@ class Log final : public NotifierHost {
  public:
   std::vector<std::string> lines;
 
-  Result ExpandMessage(std::string&) override { return kFail; }
+  Result ExpandMessage(std::string&, EmptyText) override { return kFail; }
   void LogMessage(std::string_view text) override { lines.emplace_back(text); }
   void LogMessage(std::u16string_view) override { std::abort(); }
   Result GetAlertTrigger(std::uint32_t&) override { return kFail; }

@@ -9,8 +9,8 @@
 #include <string_view>
 
 #include "fuzz/fuzz_input.h"
-#include "mail/mail_socket.h"
-#include "mail/smtp_session.h"
+#include "smtp_mail/mail_socket.h"
+#include "smtp_mail/smtp_session.h"
 
 namespace brantel {
 namespace {

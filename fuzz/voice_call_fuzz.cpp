@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "fuzz/fuzz_input.h"
-#include "tests/unit/voice/fake_voice_system.h"
+#include "tests/unit/telephone/fake_voice_system.h"
 #include "voice/voice_call.h"
 
 namespace {
@@ -94,7 +94,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   QueueEvents(input, system);
 
   try {
-    brantel::PlaceVoiceCall(system.surroundings, state, call);
+    brantel::PlaceVoiceCall(system.system, state, call);
   } catch (const std::exception&) {
     // The events have not ended a wait, or the driver told of a device that was not open.
   }

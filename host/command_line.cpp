@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <memory>
 #include <string_view>
+#include <type_traits>
 #include <utility>
 
 namespace brantel::host {
@@ -14,10 +15,6 @@ namespace {
 constexpr const char* kProgram = "notifyhost";
 constexpr const char* kModuleOption = "--module";
 
-void DeclareArguments(CLI::App&, ClassesCommand&) {}
-void DeclareArguments(CLI::App&, RegisterCommand&) {}
-void DeclareArguments(CLI::App&, UnregisterCommand&) {}
-
 template <typename Options>
 void Declare(CLI::App& parser, Command& chosen) {
   const auto options = std::make_shared<Options>();
@@ -25,63 +22,24 @@ void Declare(CLI::App& parser, Command& chosen) {
   parser.callback([options, &chosen] { chosen = *options; });
 }
 
-enum class ModuleUse { kNone, kModule };
-
-struct CommandSyntax {
-  const char* name;
-  ModuleUse module_use;  // whether it takes --module
-  const char* summary;
-  const char* examples;
+struct KnownCommand {
+  const CommandSyntax* syntax;
   // Makes the parser of this command choose it.
   void (*declare)(CLI::App& parser, Command& chosen);
 };
 
-constexpr std::array kCommands = {
-    CommandSyntax{"classes", ModuleUse::kModule, "List the classes and whether they are registered",
-                  "  notifyhost classes\n"
-                  "  notifyhost classes --module C:\\Module\\Brantel_Notifications.dll",
-                  Declare<ClassesCommand>},
-    CommandSyntax{"register", ModuleUse::kModule, "Register the classes with the system",
-                  "  notifyhost register\n"
-                  "  notifyhost register --module C:\\Module\\Brantel_Notifications.dll",
-                  Declare<RegisterCommand>},
-    CommandSyntax{"unregister", ModuleUse::kModule, "Undo the registration",
-                  "  notifyhost unregister\n"
-                  "  notifyhost unregister --module C:\\Module\\Brantel_Notifications.dll",
-                  Declare<UnregisterCommand>},
-    CommandSyntax{"send", ModuleUse::kModule, "Deliver an alert",
-                  "  notifyhost send LaunchProgram C:\\Instances\\Restart.ins\n"
-                  "  notifyhost send Beeper Night.ins --event service-up\n"
-                  "  notifyhost send SMTPMail Office.ins --event trap --set n=Router --set C=17\n"
-                  "  notifyhost send Sound \"\" --module Brantel_Notifications.dll",
-                  Declare<SendCommand>},
-    CommandSyntax{"add", ModuleUse::kModule, "Add an instance in the class's dialog",
-                  "  notifyhost add Beeper C:\\Instances\n"
-                  "  notifyhost add Sound . --module Brantel_Notifications.dll",
-                  Declare<AddCommand>},
-    CommandSyntax{"edit", ModuleUse::kModule, "Edit an instance in the class's dialog",
-                  "  notifyhost edit Beeper C:\\Instances Night\n"
-                  "  notifyhost edit Sound . Default --module Brantel_Notifications.dll",
-                  Declare<EditCommand>},
-    CommandSyntax{"instances", ModuleUse::kNone, "List the instances in a directory",
-                  "  notifyhost instances C:\\Instances", Declare<InstancesCommand>},
-    CommandSyntax{"show", ModuleUse::kNone, "Show what an instance holds",
-                  "  notifyhost show C:\\Instances\\Night\n"
-                  "  notifyhost show Night --json",
-                  Declare<ShowCommand>},
-    CommandSyntax{"new", ModuleUse::kNone, "Write an instance without a dialog",
-                  "  notifyhost new Beeper Night \"beeper number=5551234\" down-code=911\n"
-                  "  notifyhost new Sound Default wave_filename=C:\\alarm.wav --force",
-                  Declare<NewCommand>},
-    CommandSyntax{"fields", ModuleUse::kNone, "List the fields of a class's instances",
-                  "  notifyhost fields Beeper", Declare<FieldsCommand>},
-};
+template <typename... Commands>
+constexpr auto CommandsOf(std::type_identity<std::variant<Commands...>>) {
+  return std::array{KnownCommand{&Commands::kSyntax, Declare<Commands>}...};
+}
+
+constexpr std::array kCommands = CommandsOf(std::type_identity<Command>());
 
 std::vector<const CLI::Option*> Positionals(const CLI::App& parser) {
   return parser.get_options([](const CLI::Option* option) { return option->get_positional(); });
 }
 
-// Whether it stands for any number of arguments, also for none.
+// Whether it may be given any number of times, or not at all.
 bool IsOptional(const CLI::Option& positional) {
   return positional.get_multi_option_policy() == CLI::MultiOptionPolicy::TakeAll;
 }
@@ -119,8 +77,8 @@ bool IsOption(std::string_view argument) {
   return argument.starts_with('-');
 }
 
-// The first argument that `parser` had no use for. The mark "--" before arguments that only look
-// like options is none.
+// The first argument that `parser` could not place. The mark "--" before arguments that only look
+// like options does not count.
 std::optional<std::string> FirstUnexpected(const CLI::App& parser) {
   std::vector<std::string> unexpected = parser.remaining();
   if (unexpected.size() > parser.remaining_size()) {
@@ -131,7 +89,7 @@ std::optional<std::string> FirstUnexpected(const CLI::App& parser) {
 }
 
 // The parser of the whole command line. It finds options and their values; what is missing or too
-// much is judged afterwards, where more can be said about it.
+// much is found afterwards, where the message can say more about it.
 class Parser {
  public:
   Parser() : app_("notifyhost, the reference host of the Brantel_Notifications module", kProgram) {
@@ -141,8 +99,8 @@ class Parser {
     app_.allow_windows_style_options(false);
     app_.allow_extras();
     app_.require_subcommand(0, 1);
-    for (const CommandSyntax& command : kCommands) {
-      AddCommand(command);
+    for (const KnownCommand& command : kCommands) {
+      AddParser(command);
     }
     AddModuleOption(app_);
     app_.footer(
@@ -155,18 +113,18 @@ class Parser {
 
   std::variant<Invocation, HelpRequest, UsageError> Parse(
       const std::vector<std::string>& arguments) {
-    if (const auto fault = FindFaultOfEqualsSigns(arguments)) return Complaint(*fault);
+    if (const auto error = FindMisreadEqualsSign(arguments)) return MakeUsageError(*error);
     try {
       app_.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
     } catch (const CLI::CallForHelp&) {
       return HelpRequest{app_.help()};
     } catch (const CLI::ArgumentMismatch&) {
       // No option takes more than one value, so only the last argument can lack it.
-      return Complaint(NeedsValue(arguments.back()));
+      return MakeUsageError(NeedsValue(arguments.back()));
     } catch (const CLI::ParseError& error) {
-      return Complaint(FindUnknownOption().value_or(error.what()));
+      return MakeUsageError(FindUnknownOption().value_or(error.what()));
     }
-    if (const auto fault = FindFault()) return Complaint(*fault);
+    if (const auto error = FindError()) return MakeUsageError(*error);
     if (module_file_.empty()) return Invocation{std::nullopt, std::move(chosen_)};
     return Invocation{module_file_, std::move(chosen_)};
   }
@@ -190,12 +148,13 @@ class Parser {
     module_file_ = file;
   }
 
-  void AddCommand(const CommandSyntax& command) {
-    CLI::App* const parser = app_.add_subcommand(command.name, command.summary);
+  void AddParser(const KnownCommand& command) {
+    const CommandSyntax& syntax = *command.syntax;
+    CLI::App* const parser = app_.add_subcommand(syntax.name, syntax.summary);
     parser->group("Commands");
-    parser->footer(std::string("Examples:\n") + command.examples);
+    parser->footer(std::string("Examples:\n") + syntax.examples);
     command.declare(*parser, chosen_);
-    if (command.module_use == ModuleUse::kModule) AddModuleOption(*parser);
+    if (syntax.module_use == ModuleUse::kModule) AddModuleOption(*parser);
   }
 
   [[nodiscard]] const CLI::App* ChosenParser() const {
@@ -203,10 +162,10 @@ class Parser {
     return chosen.empty() ? nullptr : chosen.front();
   }
 
-  [[nodiscard]] UsageError Complaint(const std::string& fault) const {
+  [[nodiscard]] UsageError MakeUsageError(const std::string& error) const {
     const CLI::App* const command = ChosenParser();
     const std::string command_name = command == nullptr ? "" : command->get_name() + " ";
-    return {std::string(kProgram) + ": " + fault + "\nRun " + kProgram + " " + command_name +
+    return {std::string(kProgram) + ": " + error + "\nRun " + kProgram + " " + command_name +
             "--help for help.\n"};
   }
 
@@ -220,9 +179,9 @@ class Parser {
     });
   }
 
-  // What the parser would see otherwise than who has written it: to an option with an equals sign
-  // and no value it would give the next argument, and a flag it would switch off by a value.
-  [[nodiscard]] std::optional<std::string> FindFaultOfEqualsSigns(
+  // What the parser would misread: an option with an equals sign and no value would get the next
+  // argument, and a flag would be switched off by a value.
+  [[nodiscard]] std::optional<std::string> FindMisreadEqualsSign(
       const std::vector<std::string>& arguments) const {
     for (const std::string& argument : arguments) {
       if (argument == "--") break;
@@ -235,29 +194,29 @@ class Parser {
     return std::nullopt;
   }
 
-  // An option that the command has not. Its value is left among the arguments, and then one of
+  // An option that the command does not have. Its value is left among the arguments, so that one of
   // those is wrong, too.
   [[nodiscard]] std::optional<std::string> FindUnknownOption() const {
     const CLI::App* const command = ChosenParser();
     if (command == nullptr) return std::nullopt;
     const auto unexpected = FirstUnexpected(*command);
     if (!unexpected || !IsOption(*unexpected)) return std::nullopt;
-    return FindFaultOf(*command);
+    return FindErrorOf(*command);
   }
 
-  [[nodiscard]] std::optional<std::string> FindFault() const {
+  [[nodiscard]] std::optional<std::string> FindError() const {
     const CLI::App* const command = ChosenParser();
     const auto unexpected = FirstUnexpected(app_);
     if (command != nullptr) {
       if (unexpected) return Quoted(*unexpected) + " is out of place in " + UsageOf(*command);
-      return FindFaultOf(*command);
+      return FindErrorOf(*command);
     }
     if (!unexpected) return "COMMAND is missing; the commands are " + CommandNames();
     if (IsOption(*unexpected)) return Quoted(*unexpected) + " is not an option of " + kProgram;
     return Quoted(*unexpected) + " is not a command; the commands are " + CommandNames();
   }
 
-  [[nodiscard]] std::optional<std::string> FindFaultOf(const CLI::App& command) const {
+  [[nodiscard]] std::optional<std::string> FindErrorOf(const CLI::App& command) const {
     if (const auto unexpected = FirstUnexpected(command)) {
       const char* const kind = IsOption(*unexpected) ? "an option" : "an argument";
       return Quoted(*unexpected) + " is not " + kind + " of " + command.get_name();
@@ -282,9 +241,9 @@ class Parser {
 
   static std::string CommandNames() {
     std::string names;
-    for (const CommandSyntax& command : kCommands) {
+    for (const KnownCommand& command : kCommands) {
       if (!names.empty()) names += &command == &kCommands.back() ? " and " : ", ";
-      names += command.name;
+      names += command.syntax->name;
     }
     return names;
   }

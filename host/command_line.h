@@ -5,10 +5,10 @@
 #include <variant>
 #include <vector>
 
-#include "host/configuration_commands.h"
-#include "host/instance_commands.h"
-#include "host/module_commands.h"
-#include "host/send_command.h"
+#include "host/commands/configuration_commands.h"
+#include "host/commands/instance_commands.h"
+#include "host/commands/module_commands.h"
+#include "host/commands/send_command.h"
 
 namespace brantel::host {
 

@@ -9,15 +9,12 @@
 #include <variant>
 #include <vector>
 
-#include "framework/utf8_text_win32.h"
-#include "host/command_failure.h"
 #include "host/command_line.h"
-#include "host/configuration_commands_win32.h"
-#include "host/instance_commands_win32.h"
-#include "host/module_commands_win32.h"
-#include "host/output_stream_win32.h"
-#include "host/result_text.h"
-#include "host/send_command_win32.h"
+#include "host/commands/command_context_win32.h"
+#include "host/outcome/command_failure.h"
+#include "host/outcome/result_text.h"
+#include "host/system/output_stream_win32.h"
+#include "system/utf8_text_win32.h"
 
 namespace brantel::host {
 namespace {
@@ -61,7 +58,8 @@ struct Runner {
   }
   ExitCode operator()(const Invocation& invocation) const {
     const ComApartment apartment;
-    return std::visit([&](const auto& command) { return Run(command, invocation, output); },
+    const CommandContext context{invocation.module_file, output};
+    return std::visit([&](const auto& command) { return Run(command, context); },
                       invocation.command);
   }
 
@@ -71,16 +69,16 @@ struct Runner {
 
 ExitCode RunHost() {
   const Runner runner;
-  const auto complain = [&](const char* message) {
+  const auto print_error = [&](const char* message) {
     runner.errors.Write(std::string("notifyhost: ") + message + "\n");
   };
   try {
     return std::visit(runner, ParseCommandLine(CommandLineArguments()));
   } catch (const CommandFailure& failure) {
-    complain(failure.what());
+    print_error(failure.what());
     return failure.exit_code();
   } catch (const std::exception& error) {
-    complain(error.what());
+    print_error(error.what());
     return ExitCode::kFailed;
   }
 }

@@ -9,12 +9,12 @@ namespace brantel::sim {
 // A computer with a modem that sends back whatever it receives.
 class EchoingComputer final : public FarEnd {
  public:
-  explicit EchoingComputer(Surroundings surroundings) : surroundings_(std::move(surroundings)) {}
+  explicit EchoingComputer(Surroundings system) : system_(std::move(system)) {}
 
-  void Receive(std::string_view bytes) override { surroundings_.send(bytes); }
+  void Receive(std::string_view bytes) override { system_.send(bytes); }
 
  private:
-  Surroundings surroundings_;
+  Surroundings system_;
 };
 
 }  // namespace brantel::sim

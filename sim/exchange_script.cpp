@@ -169,6 +169,10 @@ class ScriptReader {
       script_.lines.clear();
     } else if (kind == "fails") {
       script_.failures.push_back(ToFailure(words));
+    } else if (kind == "never-enough") {
+      script_.never_enough.insert(Word(words, 1));
+    } else if (kind == "sends-messages") {
+      script_.sends_messages = true;
     } else if (kind == "at") {
       script_.events.push_back(ToEvent(words));
     } else if (kind == "wave-device") {

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -44,6 +46,9 @@ struct ExchangeScript {
   std::vector<ExchangeLine> lines = {{}};
   std::vector<ExchangeFailure> failures;
   std::vector<ExchangeEvent> events;
+  // Functions that always need more room than they are given.
+  std::set<std::string, std::less<>> never_enough;
+  bool sends_messages = false;  // to the caller's thread, rather than to post them
   std::uint32_t wave_device = 0;
   std::string keys_file;  // its bytes are keys that the called person presses; empty: none
 };

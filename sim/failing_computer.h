@@ -9,17 +9,17 @@ namespace brantel::sim {
 // A computer with a modem that goes down three seconds after it has answered.
 class FailingComputer final : public FarEnd {
  public:
-  explicit FailingComputer(Surroundings surroundings) : surroundings_(std::move(surroundings)) {}
+  explicit FailingComputer(Surroundings system) : system_(std::move(system)) {}
   FailingComputer(const FailingComputer&) = delete;
   FailingComputer& operator=(const FailingComputer&) = delete;
-  ~FailingComputer() override { surroundings_.timeline.Cancel(failure_); }
+  ~FailingComputer() override { system_.timeline.Cancel(failure_); }
 
   void Connect() override {
-    failure_ = surroundings_.timeline.After(Time(3000), [this] { surroundings_.hang_up(); });
+    failure_ = system_.timeline.After(Time(3000), [this] { system_.hang_up(); });
   }
 
  private:
-  Surroundings surroundings_;
+  Surroundings system_;
   Timeline::Ticket failure_;
 };
 

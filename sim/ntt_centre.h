@@ -24,10 +24,10 @@ struct NttHabits {
 // answers are two digits; of their meanings little is known.
 class NttCentre final : public PagingCentre {
  public:
-  NttCentre(const Surroundings& surroundings, const NttHabits& habits)
-      : PagingCentre(surroundings, habits.pace, habits.loss),
+  NttCentre(const Surroundings& system, const NttHabits& habits)
+      : PagingCentre(system, habits.pace, habits.loss),
         habits_(habits),
-        digits_(surroundings.LastTwoDigits()) {}
+        digits_(system.LastTwoDigits()) {}
 
   void Receive(std::string_view bytes) override;
 

@@ -8,11 +8,11 @@ void NumericPager::HearTone(char tone) {
     return;
   }
   Show();
-  surroundings_.hang_up();
+  system_.hang_up();
 }
 
 void NumericPager::Show() {
-  if (!digits_.empty()) surroundings_.transcript.Note("pager", "shows " + digits_);
+  if (!digits_.empty()) system_.transcript.Note("pager", "shows " + digits_);
   digits_.clear();
 }
 

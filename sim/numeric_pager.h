@@ -11,7 +11,7 @@ namespace brantel::sim {
 // with #, and the pager shows them. "*" shows as a dash.
 class NumericPager final : public FarEnd {
  public:
-  explicit NumericPager(Surroundings surroundings) : surroundings_(std::move(surroundings)) {}
+  explicit NumericPager(Surroundings system) : system_(std::move(system)) {}
   NumericPager(const NumericPager&) = delete;
   NumericPager& operator=(const NumericPager&) = delete;
   // A caller who hangs up without # has paged as well.
@@ -22,7 +22,7 @@ class NumericPager final : public FarEnd {
  private:
   void Show();
 
-  Surroundings surroundings_;
+  Surroundings system_;
   std::string digits_;
 };
 

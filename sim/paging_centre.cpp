@@ -14,24 +14,24 @@ std::string PageText(std::string_view recipient, std::string_view text) {
 
 }  // namespace
 
-PagingCentre::PagingCentre(Surroundings surroundings, Time pace, CarrierLoss loss)
-    : surroundings_(std::move(surroundings)), pace_(pace), loss_(loss) {}
+PagingCentre::PagingCentre(Surroundings system, Time pace, CarrierLoss loss)
+    : system_(std::move(system)), pace_(pace), loss_(loss) {}
 
 PagingCentre::~PagingCentre() {
   for (const Timeline::Ticket& ticket : planned_) {
-    surroundings_.timeline.Cancel(ticket);
+    system_.timeline.Cancel(ticket);
   }
 }
 
 void PagingCentre::Say(const std::string& text, Time delay) {
   Plan(pace_ + delay, [this, text] {
-    surroundings_.transcript.NoteBytes("centre", text);
-    surroundings_.send(text);
+    system_.transcript.NoteBytes("centre", text);
+    system_.send(text);
   });
 }
 
 void PagingCentre::HangUp(Time delay) {
-  Plan(pace_ + kBeforeHangUp + delay, [this] { surroundings_.hang_up(); });
+  Plan(pace_ + kBeforeHangUp + delay, [this] { system_.hang_up(); });
 }
 
 bool PagingCentre::Loses(CarrierLoss point) {
@@ -41,16 +41,16 @@ bool PagingCentre::Loses(CarrierLoss point) {
 }
 
 void PagingCentre::Plan(Time delay, std::function<void()> action) {
-  planned_.push_back(surroundings_.timeline.After(delay, std::move(action)));
-  silent_from_ = std::max(silent_from_, surroundings_.timeline.now() + delay);
+  planned_.push_back(system_.timeline.After(delay, std::move(action)));
+  silent_from_ = std::max(silent_from_, system_.timeline.now() + delay);
 }
 
 bool PagingCentre::HasMoreToSay() const {
-  return surroundings_.timeline.now() < silent_from_;
+  return system_.timeline.now() < silent_from_;
 }
 
 void PagingCentre::Note(std::string_view what) {
-  surroundings_.transcript.Note("centre", what);
+  system_.transcript.Note("centre", what);
 }
 
 void PagingCentre::TakePage(std::string_view recipient, std::string_view text,

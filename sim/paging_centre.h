@@ -22,7 +22,7 @@ class PagingCentre : public FarEnd {
 
  protected:
   // `pace`: how long it takes before it says something.
-  PagingCentre(Surroundings surroundings, Time pace, CarrierLoss loss);
+  PagingCentre(Surroundings system, Time pace, CarrierLoss loss);
 
   // Says it after the pace and the delay; what falls on the same time, in the order of the calls.
   void Say(const std::string& text, Time delay = Time(0));
@@ -46,7 +46,7 @@ class PagingCentre : public FarEnd {
  private:
   void Plan(Time delay, std::function<void()> action);
 
-  Surroundings surroundings_;
+  Surroundings system_;
   const Time pace_;
   const CarrierLoss loss_;
   std::vector<Timeline::Ticket> planned_;

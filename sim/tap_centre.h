@@ -30,8 +30,8 @@ struct TapHabits {
 // blocks of one page each, and checks each block.
 class TapCentre final : public PagingCentre {
  public:
-  TapCentre(const Surroundings& surroundings, const TapHabits& habits)
-      : PagingCentre(surroundings, habits.pace, habits.loss), habits_(habits) {}
+  TapCentre(const Surroundings& system, const TapHabits& habits)
+      : PagingCentre(system, habits.pace, habits.loss), habits_(habits) {}
 
   void Receive(std::string_view bytes) override;
 

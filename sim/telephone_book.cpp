@@ -16,8 +16,8 @@ namespace brantel::sim {
 namespace {
 
 template <typename Kind>
-std::unique_ptr<FarEnd> Make(const Surroundings& surroundings) {
-  return std::make_unique<Kind>(surroundings);
+std::unique_ptr<FarEnd> Make(const Surroundings& system) {
+  return std::make_unique<Kind>(system);
 }
 
 // A paging centre, whose modem answers after a second.
@@ -29,8 +29,8 @@ Subscriber CentreWith(std::string_view number, std::string_view description, Hab
           CallOutcome::kModem,
           Time(1000),
           busy_calls,
-          [habits = std::move(habits)](const Surroundings& surroundings) {
-            return std::make_unique<Centre>(surroundings, habits);
+          [habits = std::move(habits)](const Surroundings& system) {
+            return std::make_unique<Centre>(system, habits);
           }};
 }
 

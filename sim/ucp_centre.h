@@ -23,10 +23,10 @@ struct UcpHabits {
 // order with the error that tells why.
 class UcpCentre final : public PagingCentre {
  public:
-  UcpCentre(const Surroundings& surroundings, const UcpHabits& habits)
-      : PagingCentre(surroundings, habits.pace, habits.loss),
+  UcpCentre(const Surroundings& system, const UcpHabits& habits)
+      : PagingCentre(system, habits.pace, habits.loss),
         habits_(habits),
-        error_(surroundings.LastTwoDigits()) {}
+        error_(system.LastTwoDigits()) {}
 
   void Receive(std::string_view bytes) override;
 

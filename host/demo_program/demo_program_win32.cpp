@@ -13,7 +13,7 @@
 
 #include <string>
 
-#include "framework/handle_win32.h"
+#include "system/handle_win32.h"
 
 namespace {
 

@@ -26,6 +26,18 @@ struct Place {
   std::wstring name;
 };
 
+// What a word of the network's description stands for. A mark in front of it tells its kind.
+Place PlaceOf(std::wstring_view word, DWORD kind_without_mark) {
+  switch (word.front()) {
+    case L'*':
+      return {RESOURCEDISPLAYTYPE_DOMAIN, std::wstring(word.substr(1))};
+    case L'+':
+      return {RESOURCEDISPLAYTYPE_NETWORK, std::wstring(word.substr(1))};
+    default:
+      return {kind_without_mark, std::wstring(word)};
+  }
+}
+
 // The domains of the network when `container` is empty, or what is in a domain or on a server.
 std::vector<Place> PlacesIn(std::wstring_view container) {
   std::vector<Place> places;
@@ -37,10 +49,13 @@ std::vector<Place> PlacesIn(std::wstring_view container) {
     std::wstring domain;
     Split(description, L' ', [&](std::wstring_view word) {
       if (domain.empty()) {
-        domain = word;
-        if (container.empty()) places.push_back({RESOURCEDISPLAYTYPE_DOMAIN, domain});
+        const Place place = PlaceOf(word, RESOURCEDISPLAYTYPE_DOMAIN);
+        domain = place.name;
+        if (container.empty()) places.push_back(place);
       } else if (domain == container) {
-        places.push_back({RESOURCEDISPLAYTYPE_SERVER, L"\\\\" + std::wstring(word)});
+        Place place = PlaceOf(word, RESOURCEDISPLAYTYPE_SERVER);
+        if (place.display_type == RESOURCEDISPLAYTYPE_SERVER) place.name.insert(0, L"\\\\");
+        places.push_back(place);
       }
     });
   });

@@ -2,12 +2,16 @@
 // its script and where the transcript goes:
 //   TELEPHONE_EXCHANGE               the script; without one there is a line that never answers
 //   TELEPHONE_EXCHANGE_TRANSCRIPT    what happens is appended to this file
-// What it tells comes by a timer of the thread that called lineInitialize, so through that thread's
-// messages, as with the system's.
+//   TELEPHONE_EXCHANGE_DELAYS        how long each message to the caller took is appended to this
+//   one
+// What it tells comes by messages of the thread that called lineInitialize, which another thread
+// posts, as with the system's.
 #include <windows.h>
 #include <tapi.h>
 
+#include <algorithm>
 #include <array>
+#include <atomic>
 #include <cstring>
 #include <fstream>
 #include <iterator>
@@ -15,14 +19,19 @@
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <string_view>
+#include <utility>
 
 #include "sim/telephone_exchange.h"
 
 namespace brantel::sim {
 namespace {
 
-constexpr UINT kTick = 10;  // milliseconds
+constexpr DWORD kPauseBetweenLooksAtKeys = 10;  // milliseconds
 constexpr const char* kWindowClass = "TelephoneExchange";
+
+// That something may have happened. Its second parameter is the time, by the clock of TimeStamp.
+constexpr UINT kTimeMessage = WM_APP;
 
 HINSTANCE own_module = nullptr;
 
@@ -42,6 +51,102 @@ ExchangeScript ReadScript() {
   return path.empty() ? ExchangeScript{} : ParseExchangeScript(ReadFile(path));
 }
 
+std::int64_t TimeStamp() {
+  LARGE_INTEGER count{};
+  QueryPerformanceCounter(&count);
+  return count.QuadPart;
+}
+
+std::int64_t ToMicroseconds(std::int64_t count) {
+  LARGE_INTEGER per_second{};
+  QueryPerformanceFrequency(&per_second);
+  constexpr std::int64_t kMicroseconds = 1000000;
+  return count * kMicroseconds / per_second.QuadPart;
+}
+
+// A thread that tells a window when something is due. It costs next to nothing meanwhile: what the
+// caller's program costs is measured with it inside.
+class Alarm {
+ public:
+  explicit Alarm(const ExchangeScript& script)
+      : keys_file_(script.keys_file),
+        tell_(script.sends_messages ? &SendNotifyMessageA : &PostMessageA),
+        keys_size_(KeysSize()) {}
+
+  void Start(HWND window) {
+    window_ = window;
+    is_ending_ = false;
+    thread_ = CreateThread(nullptr, 0, &Run, this, 0, nullptr);
+  }
+
+  void Stop() {
+    is_ending_ = true;
+    SetEvent(changed_);
+    WaitForSingleObject(thread_, INFINITE);
+    CloseHandle(thread_);
+  }
+
+  // When something is due next, in milliseconds of GetTickCount; nothing: not at all.
+  void Set(std::optional<DWORD> due) {
+    due_ = due ? std::int64_t{*due} : kNever;
+    SetEvent(changed_);
+  }
+
+ private:
+  static constexpr std::int64_t kNever = -1;
+
+  static DWORD WINAPI Run(void* self) {
+    static_cast<Alarm*>(self)->Watch();
+    return 0;
+  }
+
+  void Watch() {
+    while (!is_ending_) {
+      WaitForSingleObject(changed_, Pause());
+      if (IsDue() || HasNewKeys())
+        tell_(window_, kTimeMessage, 0, static_cast<LPARAM>(TimeStamp()));
+    }
+  }
+
+  [[nodiscard]] DWORD Pause() const {
+    const DWORD longest = keys_file_.empty() ? INFINITE : kPauseBetweenLooksAtKeys;
+    const std::int64_t due = due_;
+    if (due == kNever) return longest;
+    const auto left = static_cast<std::int32_t>(static_cast<DWORD>(due) - GetTickCount());
+    return std::min<DWORD>(longest, static_cast<DWORD>(std::max(left, std::int32_t{1})));
+  }
+
+  // Only once for each time that is set.
+  bool IsDue() {
+    std::int64_t due = due_;
+    if (due == kNever) return false;
+    const auto left = static_cast<std::int32_t>(static_cast<DWORD>(due) - GetTickCount());
+    return left <= 0 && due_.compare_exchange_strong(due, kNever);
+  }
+
+  bool HasNewKeys() {
+    const DWORD size = KeysSize();
+    return std::exchange(keys_size_, size) != size;
+  }
+
+  [[nodiscard]] DWORD KeysSize() const {
+    WIN32_FILE_ATTRIBUTE_DATA data{};
+    if (!keys_file_.empty()) {
+      GetFileAttributesExA(keys_file_.c_str(), GetFileExInfoStandard, &data);
+    }
+    return data.nFileSizeLow;
+  }
+
+  const std::string keys_file_;
+  BOOL(WINAPI* const tell_)(HWND, UINT, WPARAM, LPARAM);
+  DWORD keys_size_;
+  HANDLE const changed_ = CreateEventW(nullptr, FALSE, FALSE, nullptr);
+  HANDLE thread_ = nullptr;
+  HWND window_ = nullptr;
+  std::atomic<bool> is_ending_ = false;
+  std::atomic<std::int64_t> due_ = kNever;
+};
+
 // What is told, and to whom.
 struct Listener {
   LINECALLBACK callback = nullptr;
@@ -53,7 +158,8 @@ class RunningExchange {
  public:
   RunningExchange()
       : exchange_(ReadScript(), plan_, transcript_,
-                  [this](const ExchangeMessage& message) { TellListener(message); }) {
+                  [this](const ExchangeMessage& message) { TellListener(message); }),
+        alarm_(exchange_.script()) {
     std::array<char, MAX_PATH> path{};
     GetModuleFileNameA(own_module, path.data(), MAX_PATH);
     transcript_.Note("line", std::string("is served by ") + path.data());
@@ -80,16 +186,33 @@ class RunningExchange {
       RegisterClassA(&window_class);
       window_ = CreateWindowA(kWindowClass, "", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, own_module,
                               nullptr);
-      SetTimer(window_, 1, kTick, nullptr);
+      if (window_ != nullptr) alarm_.Start(window_);
     }
     return window_ != nullptr;
+  }
+
+  // To be called when something may have been planned.
+  void SetAlarm() {
+    const auto next = plan_.NextTime();
+    if (next) {
+      alarm_.Set(started_ + static_cast<DWORD>(next->count()));
+    } else {
+      alarm_.Set(std::nullopt);
+    }
+  }
+
+  // Whether a function has enough room in what it is given.
+  [[nodiscard]] bool HasEnough(std::string_view function) const {
+    return !exchange_.script().never_enough.contains(function);
   }
 
   void NameInstance(DWORD_PTR instance) { listener_.instance = instance; }
 
   void StopListening() {
     listener_ = {};
-    if (window_ != nullptr) DestroyWindow(window_);
+    if (window_ == nullptr) return;
+    alarm_.Stop();
+    DestroyWindow(window_);
     window_ = nullptr;
   }
 
@@ -98,9 +221,15 @@ class RunningExchange {
 
   [[nodiscard]] Time Elapsed() const { return Time(GetTickCount() - started_); }
 
-  void Tick() {
+  void LookAtTime(LPARAM told) {
+    if (delays_) {
+      const auto counts =
+          static_cast<std::uint32_t>(TimeStamp()) - static_cast<std::uint32_t>(told);
+      delays_ << ToMicroseconds(counts) << std::endl;
+    }
     clock_.AdvanceTo(Elapsed());
     plan_.AdvanceTo(Elapsed());
+    SetAlarm();
     if (!exchange_.script().keys_file.empty()) PressNewKeys();
   }
 
@@ -123,7 +252,9 @@ class RunningExchange {
   Timeline plan_;
   std::ofstream stream_{FromEnvironment("TELEPHONE_EXCHANGE_TRANSCRIPT"), std::ios::app};
   Transcript transcript_{stream_, clock_};
+  std::ofstream delays_{FromEnvironment("TELEPHONE_EXCHANGE_DELAYS"), std::ios::app};
   TelephoneExchange exchange_;
+  Alarm alarm_;
   Listener listener_;
   HWND window_ = nullptr;
   std::size_t keys_read_ = 0;
@@ -138,8 +269,8 @@ RunningExchange& Exchange() {
 
 LRESULT CALLBACK RunningExchange::HandleMessage(HWND window, UINT message, WPARAM first,
                                                 LPARAM second) {
-  if (message == WM_TIMER) {
-    Exchange().Tick();
+  if (message == kTimeMessage) {
+    Exchange().LookAtTime(second);
     return 0;
   }
   return DefWindowProcA(window, message, first, second);
@@ -156,10 +287,16 @@ LONG Guard(Body body) noexcept {
   }
 }
 
-void FillCapabilities(const ExchangeLine& line, LINEDEVCAPS& capabilities) {
+// A byte more than there is.
+DWORD NeverEnough(DWORD total) {
+  return total + 1;
+}
+
+void FillCapabilities(const ExchangeLine& line, bool has_enough, LINEDEVCAPS& capabilities) {
   const DWORD total = capabilities.dwTotalSize;
   constexpr DWORD kFixedSize = 252;
-  const DWORD needed = std::max<DWORD>(line.capabilities_size, kFixedSize);
+  const DWORD needed =
+      has_enough ? std::max<DWORD>(line.capabilities_size, kFixedSize) : NeverEnough(total);
   capabilities.dwNeededSize = needed;
   capabilities.dwUsedSize = std::min(total, needed);
   // A caller with too little room learns no more than that.
@@ -170,12 +307,13 @@ void FillCapabilities(const ExchangeLine& line, LINEDEVCAPS& capabilities) {
   capabilities.dwMonitorDigitModes = LINEDIGITMODE_DTMF;
 }
 
-void FillWaveDevice(std::uint32_t device, VARSTRING& id) {
-  constexpr DWORD kNeeded = sizeof(VARSTRING) + sizeof(DWORD);
-  id.dwNeededSize = kNeeded;
+void FillWaveDevice(std::uint32_t device, bool has_enough, VARSTRING& id) {
+  const DWORD total = id.dwTotalSize;
+  const DWORD needed = has_enough ? sizeof(VARSTRING) + sizeof(DWORD) : NeverEnough(total);
+  id.dwNeededSize = needed;
   id.dwUsedSize = sizeof(VARSTRING);
-  if (id.dwTotalSize < kNeeded) return;
-  id.dwUsedSize = kNeeded;
+  if (total < needed) return;
+  id.dwUsedSize = needed;
   id.dwStringFormat = STRINGFORMAT_BINARY;
   id.dwStringSize = sizeof(DWORD);
   id.dwStringOffset = sizeof(VARSTRING);
@@ -226,7 +364,9 @@ LONG WINAPI lineGetDevCapsA(HLINEAPP, DWORD device, DWORD, DWORD, LPLINEDEVCAPS 
   return Guard([&](RunningExchange& exchange) {
     const ExchangeLine* line = nullptr;
     const auto error = exchange.Now().ReadCapabilities(device, line);
-    if (error == 0) brantel::sim::FillCapabilities(*line, *capabilities);
+    if (error == 0) {
+      brantel::sim::FillCapabilities(*line, exchange.HasEnough("lineGetDevCaps"), *capabilities);
+    }
     return error;
   });
 }
@@ -246,7 +386,10 @@ LONG WINAPI lineOpenA(HLINEAPP, DWORD device, LPHLINE line, DWORD, DWORD, DWORD_
 LONG WINAPI lineMakeCallA(HLINE line, LPHCALL call, LPCSTR number, DWORD, LPLINECALLPARAMS const) {
   return Guard([&](RunningExchange& exchange) {
     TelephoneExchange& now = exchange.Now();
-    return now.MakeCall(line, number, reinterpret_cast<std::uint32_t&>(*call), exchange.Lateness());
+    const auto answer =
+        now.MakeCall(line, number, reinterpret_cast<std::uint32_t&>(*call), exchange.Lateness());
+    exchange.SetAlarm();
+    return answer;
   });
 }
 
@@ -255,7 +398,9 @@ LONG WINAPI lineGetIDA(HLINE line, DWORD, HCALL call, DWORD select, LPVARSTRING 
   return Guard([&](RunningExchange& exchange) {
     TelephoneExchange& now = exchange.Now();
     const auto error = now.GetWaveDevice(line, call, select, device_class);
-    if (error == 0) brantel::sim::FillWaveDevice(now.script().wave_device, *id);
+    if (error == 0) {
+      brantel::sim::FillWaveDevice(now.script().wave_device, exchange.HasEnough("lineGetID"), *id);
+    }
     return error;
   });
 }

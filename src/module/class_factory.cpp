@@ -4,17 +4,15 @@
 #include <atomic>
 #include <cstring>
 
-#include "framework/exception_guard.h"
 #include "module/module_lock.h"
 #include "module/notifier_object.h"
+#include "system/exception_guard.h"
 
 namespace brantel {
 namespace {
 
-constexpr std::size_t kClassCount = 7;
-
 // One entry for each row of the class table.
-std::array<std::atomic<ClassFactory*>, kClassCount> cached_factories;
+std::array<std::atomic<ClassFactory*>, kNotifierClassCount> cached_factories;
 CRITICAL_SECTION creation_guard;
 
 class CreationLock {
@@ -63,6 +61,9 @@ HRESULT ClassFactory::CreateInstance(IUnknown* outer, REFIID iid, void** object)
   if (object == nullptr) return E_POINTER;
   *object = nullptr;
   if (outer != nullptr) return CLASS_E_NOAGGREGATION;
+  // The factory may be released, and the module be asked for, while there is no object yet.
+  const auto self = ComPointer<IClassFactory>::Share(this);
+  const ModuleLock lock;
   return GuardExceptions([&]() -> Result {
     const auto created = ComPointer<INotifier>::Adopt(new NotifierObject(class_));
     return created->QueryInterface(iid, object);
@@ -92,7 +93,7 @@ void CloseClassFactoryCache() noexcept {
 IClassFactory* FindClassFactory(REFCLSID clsid) {
   const auto classes = NotifierClasses();
   for (std::size_t row = 0; row < classes.size(); ++row) {
-    if (SameGuid(classes[row].clsid, clsid)) return FactoryOfRow(row);
+    if (SameGuid(classes[row].description.clsid, clsid)) return FactoryOfRow(row);
   }
   return nullptr;
 }

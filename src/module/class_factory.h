@@ -3,8 +3,8 @@
 #include <windows.h>
 #include <unknwn.h>
 
-#include "framework/com_pointer_win32.h"
 #include "module/class_table.h"
+#include "system/com_pointer_win32.h"
 
 namespace brantel {
 

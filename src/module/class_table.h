@@ -2,30 +2,35 @@
 
 #include <memory>
 #include <span>
-#include <string_view>
 
-#include "framework/guid.h"
-#include "framework/instance_dialog.h"
-#include "framework/notifier.h"
-#include "framework/web_form_spec.h"
-#include "framework/web_forms.h"
+#include "description/class_description.h"
+#include "dialog/instance_dialog.h"
+#include "notifier/notifier.h"
+#include "web/web_forms.h"
 
 namespace brantel {
 
-// What a notifier class is.
+// A notifier class, and how its parts are made. A class NAME in a folder of its own defines
+//
+//   std::unique_ptr<Notifier> MakeNAME();
+//   std::unique_ptr<InstanceDialog> MakeNAMEDialog(DialogView& view, InstanceDialogCall call);
+//
+// of which the view must outlive the dialog.
 struct NotifierClass {
-  std::string_view name;
-  Guid clsid;
-  unsigned registry_script_id;
-  unsigned icon_id;
-  const WebFormSpec* web_form;  // null: the class offers no INotifierWebConfig
+  const ClassDescription& description;
   std::unique_ptr<Notifier> (*make_notifier)();
-  // The view must outlive the dialog.
   std::unique_ptr<InstanceDialog> (*make_dialog)(DialogView& view, InstanceDialogCall call);
 };
 
-// The seven classes, in their order.
+// All classes, in their order.
 std::span<const NotifierClass> NotifierClasses();
+
+// How many classes there are.
+#define NOTIFIER_CLASS(name, folder) +1
+inline constexpr std::size_t kNotifierClassCount = 0
+#include "module/notifier_classes.def"
+    ;
+#undef NOTIFIER_CLASS
 
 // The web side of a new object of the class; null where the class has none.
 std::unique_ptr<WebForms> MakeWebForms(const NotifierClass& notifier_class);

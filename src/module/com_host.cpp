@@ -1,7 +1,7 @@
 #include "module/com_host.h"
 
-#include "framework/ansi_text_win32.h"
-#include "framework/bstr_win32.h"
+#include "system/ansi_text_win32.h"
+#include "system/bstr_win32.h"
 
 namespace brantel {
 namespace {
@@ -16,9 +16,13 @@ std::wstring Wide(std::u16string_view text) {
 
 }  // namespace
 
-Result ComHost::ExpandMessage(std::string& text) {
-  // An empty text goes out as a null BSTR, which every BSTR function takes for one.
-  Bstr message = text.empty() ? Bstr() : Bstr(FromAnsi(text));
+std::shared_ptr<NotifierHost> ComHost::AddReference() {
+  return std::make_shared<ComHost>(host_);
+}
+
+Result ComHost::ExpandMessage(std::string& text, EmptyText empty_text) {
+  const bool is_null = text.empty() && empty_text == EmptyText::kNull;
+  Bstr message = is_null ? Bstr() : Bstr(FromAnsi(text));
   const Result result = host_->ExpandMessage(message.in_out());
   if (!Failed(result)) text = ToAnsi(message.view());
   return result;

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "framework/com_pointer_win32.h"
-#include "framework/notifier_contract.h"
-#include "framework/notifier_host.h"
+#include "notifier/notifier_contract.h"
+#include "notifier/notifier_host.h"
+#include "system/com_pointer_win32.h"
 
 namespace brantel {
 
@@ -11,7 +11,8 @@ class ComHost final : public NotifierHost {
  public:
   explicit ComHost(ComPointer<INotifierHost> host) : host_(std::move(host)) {}
 
-  Result ExpandMessage(std::string& text) override;
+  std::shared_ptr<NotifierHost> AddReference() override;
+  Result ExpandMessage(std::string& text, EmptyText empty_text) override;
   void LogMessage(std::string_view text) override;
   void LogMessage(std::u16string_view text) override;
   Result GetAlertTrigger(std::uint32_t& word) override;

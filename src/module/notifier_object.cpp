@@ -1,14 +1,17 @@
 #include "module/notifier_object.h"
 
-#include "framework/ansi_text_win32.h"
-#include "framework/bstr_win32.h"
-#include "framework/dialog_window_win32.h"
-#include "framework/exception_guard.h"
-#include "framework/module_instance_win32.h"
+#include "dialog/dialog_window_win32.h"
 #include "module/com_host.h"
+#include "system/ansi_text_win32.h"
+#include "system/bstr_win32.h"
+#include "system/module_instance_win32.h"
 
 namespace brantel {
 namespace {
+
+// The count of an object that is being destroyed. The host that it lets go may still add and
+// release references meanwhile, and none of these is the last one once more.
+constexpr LONG kBeingDestroyed = 0x40000000;
 
 InstanceArgument ToInstanceArgument(BSTR instance) {
   const std::wstring_view text = Bstr::ViewOf(instance);
@@ -60,7 +63,10 @@ ULONG NotifierObject::AddRef() noexcept {
 
 ULONG NotifierObject::Release() noexcept {
   const LONG left = InterlockedDecrement(&references_);
-  if (left == 0) delete this;
+  if (left == 0) {
+    references_ = kBeingDestroyed;
+    delete this;
+  }
   return static_cast<ULONG>(left);
 }
 
@@ -84,29 +90,36 @@ HRESULT NotifierObject::InterfaceSupportsErrorInfo(REFIID iid) noexcept {
 }
 
 HRESULT NotifierObject::Initialize(IUnknown* host) noexcept {
-  if (host_) return S_OK;
-  return GuardExceptions([&]() -> Result {
-    host_ = notifier_->Initialize([host] { return QueryHost(host); });
-    return host_ ? kOk : kFail;
+  return Run([&]() -> Result {
+    if (BoundHost()) return kOk;
+    auto bound = notifier_->Initialize([host] { return QueryHost(host); });
+    if (!bound) return kFail;
+    // A host that is asked for its callbacks may bind itself from within.
+    std::shared_ptr<NotifierHost> none;
+    if (!host_.compare_exchange_strong(none, std::move(bound))) notifier_->Shutdown();
+    return kOk;
   });
 }
 
 HRESULT NotifierObject::Shutdown() noexcept {
-  if (!host_) return S_OK;
-  host_.reset();
-  notifier_->Shutdown();
-  return S_OK;
+  return Run([&] {
+    Unbind();
+    return kOk;
+  });
+}
+
+void NotifierObject::Unbind() noexcept {
+  if (host_.exchange(nullptr)) notifier_->Shutdown();
 }
 
 HRESULT NotifierObject::Send(BSTR instance) noexcept {
-  return GuardExceptions(
-      [&] { return notifier_->Send(ToInstanceArgument(instance), BoundHost().get()); });
+  return Run([&] { return notifier_->Send(ToInstanceArgument(instance), BoundHost().get()); });
 }
 
 HRESULT NotifierObject::GetImageResource(HMODULE* module, UINT32* id) noexcept {
   if (module == nullptr || id == nullptr) return E_POINTER;
   *module = ModuleInstance();
-  *id = class_.icon_id;
+  *id = class_.description.icon_id;
   return S_OK;
 }
 
@@ -122,7 +135,7 @@ std::optional<std::string> NotifierObject::ShowDialog(BSTR directory,
 
 HRESULT NotifierObject::AddInstance(BSTR directory, BSTR* name) noexcept {
   if (name == nullptr) return E_POINTER;
-  return GuardExceptions([&]() -> Result {
+  return Run([&]() -> Result {
     const auto saved = ShowDialog(directory, std::nullopt);
     if (!saved) return E_FAIL;
     *name = Bstr(FromAnsi(*saved)).release();
@@ -132,7 +145,7 @@ HRESULT NotifierObject::AddInstance(BSTR directory, BSTR* name) noexcept {
 
 HRESULT NotifierObject::EditInstance(BSTR directory, BSTR* name) noexcept {
   if (name == nullptr) return E_POINTER;
-  return GuardExceptions([&]() -> Result {
+  return Run([&]() -> Result {
     const auto saved = ShowDialog(directory, ToInstanceArgument(*name));
     if (!saved) return E_FAIL;
     Bstr replacement(FromAnsi(*saved));
@@ -143,7 +156,7 @@ HRESULT NotifierObject::EditInstance(BSTR directory, BSTR* name) noexcept {
 
 HRESULT NotifierObject::GetAddPage(BSTR directory, BSTR* page) noexcept {
   if (page == nullptr) return E_POINTER;
-  return GuardExceptions([&]() -> Result {
+  return Run([&]() -> Result {
     StorePage(web_forms_->AddPage(ToAnsiPath(Bstr::ViewOf(directory)), BoundHost().get()), page);
     return kOk;
   });
@@ -151,7 +164,7 @@ HRESULT NotifierObject::GetAddPage(BSTR directory, BSTR* page) noexcept {
 
 HRESULT NotifierObject::GetEditPage(BSTR instance, BSTR* page) noexcept {
   if (page == nullptr) return E_POINTER;
-  return GuardExceptions([&]() -> Result {
+  return Run([&]() -> Result {
     const auto built =
         web_forms_->EditPage(ToInstanceArgument(instance), FileNameOf(instance), BoundHost().get());
     if (!built) return kFail;
@@ -161,7 +174,7 @@ HRESULT NotifierObject::GetEditPage(BSTR instance, BSTR* page) noexcept {
 }
 
 HRESULT NotifierObject::SubmitForm(BSTR directory, BSTR form) noexcept {
-  return GuardExceptions([&] {
+  return Run([&] {
     // Forms name files too, so they are converted as paths are.
     return web_forms_->SubmitForm(ToAnsiPath(Bstr::ViewOf(directory)),
                                   ToAnsiPath(Bstr::ViewOf(form)));

@@ -1,12 +1,16 @@
 #pragma once
 
+#include <atomic>
 #include <memory>
 #include <optional>
+#include <utility>
 
-#include "framework/notifier.h"
-#include "framework/notifier_contract.h"
 #include "module/class_table.h"
 #include "module/module_lock.h"
+#include "notifier/notifier.h"
+#include "notifier/notifier_contract.h"
+#include "system/com_pointer_win32.h"
+#include "system/exception_guard.h"
 
 namespace brantel {
 
@@ -42,15 +46,25 @@ class NotifierObject final : public INotifier,
 
  private:
   // By the last Release, which a host may let come without Shutdown.
-  ~NotifierObject() { Shutdown(); }
+  ~NotifierObject() { Unbind(); }
+
+  // Runs a method that calls others: whatever they do, the object stays until the method is done,
+  // and no exception goes out of it.
+  template <typename Body>
+  HRESULT Run(Body&& body) noexcept {
+    const auto self = ComPointer<INotifier>::Share(this);
+    return GuardExceptions(std::forward<Body>(body));
+  }
 
   // The interface with this IID, not counted, or null where the class does not offer it.
   IUnknown* FindCustomInterface(REFIID iid) noexcept;
   IUnknown* FindInterface(REFIID iid) noexcept;
 
-  // The host, held for the time of one call, since the host may call Shutdown from its callbacks.
-  // Null when none is bound.
-  [[nodiscard]] std::shared_ptr<NotifierHost> BoundHost() const { return host_; }
+  void Unbind() noexcept;
+
+  // The host, held for the time of one call, since the host may call Shutdown from its callbacks,
+  // or from another thread. Null when none is bound.
+  [[nodiscard]] std::shared_ptr<NotifierHost> BoundHost() const { return host_.load(); }
 
   // Shows the class's dialog, for the named instance or for a new one. The name under which the
   // operator saved it, or nothing.
@@ -60,7 +74,7 @@ class NotifierObject final : public INotifier,
   const NotifierClass& class_;
   volatile LONG references_ = 1;
   // Initialised while it is held.
-  std::shared_ptr<NotifierHost> host_;
+  std::atomic<std::shared_ptr<NotifierHost>> host_;
   const std::unique_ptr<Notifier> notifier_;
   const std::unique_ptr<WebForms> web_forms_;  // null where the class offers none
 };

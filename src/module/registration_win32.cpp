@@ -6,14 +6,14 @@
 #include <string>
 #include <string_view>
 
-#include "framework/com_pointer_win32.h"
-#include "framework/module_instance_win32.h"
-#include "framework/notifier_contract.h"
-#include "framework/registry_key_win32.h"
-#include "framework/utf8_text_win32.h"
 #include "module/class_table.h"
 #include "module/registry_script.h"
 #include "module/registry_shell_win32.h"
+#include "notifier/notifier_contract.h"
+#include "system/com_pointer_win32.h"
+#include "system/module_instance_win32.h"
+#include "system/registry_key_win32.h"
+#include "system/utf8_text_win32.h"
 
 namespace brantel {
 namespace {
@@ -43,7 +43,7 @@ std::string_view ScriptResource(unsigned id) {
 // Runs one class's script by `run`, RegisterScript or UnregisterScript.
 Result RunScript(const NotifierClass& notifier_class,
                  Result (*run)(const RegistryScript&, RegistryShell&)) {
-  const std::string_view text = ScriptResource(notifier_class.registry_script_id);
+  const std::string_view text = ScriptResource(notifier_class.description.registry_script_id);
   const ScriptParse parse = ParseRegistryScript(text, ToUtf8(ModulePath()));
   if (text.empty() || !parse.script) return kFail;
   ClassesRoot classes_root;

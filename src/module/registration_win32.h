@@ -1,6 +1,6 @@
 #pragma once
 
-#include "framework/result.h"
+#include "system/result.h"
 
 namespace brantel {
 

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "framework/result.h"
+#include "system/result.h"
 
 namespace brantel {
 

@@ -3,8 +3,8 @@
 #include <windows.h>
 #include <shlwapi.h>
 
-#include "framework/registry_key_win32.h"
-#include "framework/utf8_text_win32.h"
+#include "system/registry_key_win32.h"
+#include "system/utf8_text_win32.h"
 
 namespace brantel {
 namespace {

@@ -4,10 +4,10 @@
 #include <string_view>
 #include <utility>
 
-#include "framework/text_end.h"
-#include "voice/line_session.h"
+#include "telephone/line_session.h"
+#include "text/text_end.h"
 #include "voice/voice_call.h"
-#include "voice/voice_layout.h"
+#include "voice/voice_description.h"
 #include "voice/voice_messages.h"
 
 namespace brantel {
@@ -22,19 +22,19 @@ constexpr const char* kDeviceName = "%n";
 std::shared_ptr<NotifierHost> Voice::Initialize(const HostQuery& query_host) {
   auto host = query_host();
   if (!host || state_.probe_done) return host;
-  if (!ProbeLine(surroundings_, state_)) return nullptr;
+  if (!ProbeLine(system_, state_)) return nullptr;
+  state_.host = host->AddReference();
   state_.probe_done = true;
-  state_.host = host;
   return host;
 }
 
 void Voice::Shutdown() noexcept {
-  state_.host.reset();
+  state_.host.store(nullptr);
 }
 
 Result Voice::Send(const InstanceArgument& argument, NotifierHost* host) {
   using namespace voice_field;
-  const auto instance = LoadInstanceForAlert(files_, kVoiceLayout, argument, host);
+  const auto instance = LoadInstanceForAlert(files_, kVoice.instances, argument, host);
   if (!instance || host == nullptr) return kFail;
 
   std::string device_message = kDeviceMessage;
@@ -44,21 +44,21 @@ Result Voice::Send(const InstanceArgument& argument, NotifierHost* host) {
   const Result name_expanded = host->ExpandMessage(device_name);
   if (Failed(name_expanded)) return name_expanded;
 
-  // A host that has no event leaves the word as it is, which then announces nothing.
+  // A host that has no event leaves the word as it is, which then counts as an item that is down.
   std::uint32_t trigger_word = 0;
   host->GetAlertTrigger(trigger_word);
 
   VoiceCall call = {
       .number = instance->text(kPhoneNumber),
       .repeat_message = instance->text(kRepeatMessage),
-      .first_message = DeviceWave(UpToNul(device_message), UpToNul(device_name),
+      .first_message = DeviceWave(UpToNul(device_message), UpToNul(device_name), system_.code_page,
                                   [this](const std::string& path) { return files_.Exists(path); }),
       .second_message = instance->text(EventField(trigger_word)),
       .count = instance->integer(kCount),
       .button = instance->integer(kButton),
   };
   if (EventComesFirst(trigger_word)) std::swap(call.first_message, call.second_message);
-  return PlaceVoiceCall(surroundings_, state_, call) == 0 ? name_expanded : kFail;
+  return PlaceVoiceCall(system_, state_, call) == 0 ? name_expanded : kFail;
 }
 
 }  // namespace brantel

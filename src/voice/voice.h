@@ -2,9 +2,9 @@
 
 #include <memory>
 
-#include "framework/notifier.h"
-#include "voice/voice_state.h"
-#include "voice/voice_surroundings.h"
+#include "notifier/notifier.h"
+#include "telephone/voice_state.h"
+#include "telephone/voice_system.h"
 
 namespace brantel {
 
@@ -13,8 +13,8 @@ namespace brantel {
 class Voice final : public Notifier {
  public:
   // What is passed by reference must outlive the object.
-  Voice(InstanceFiles& files, const VoiceSurroundings& surroundings, VoiceState& state)
-      : files_(files), surroundings_(surroundings), state_(state) {}
+  Voice(InstanceFiles& files, const VoiceSystem& system, VoiceState& state)
+      : files_(files), system_(system), state_(state) {}
 
   // Binds a host only where a telephone line takes automated voice, which is tried until it has
   // succeeded once in the process. The host of that first time is told of the steps of all calls.
@@ -31,7 +31,7 @@ class Voice final : public Notifier {
 
  private:
   InstanceFiles& files_;
-  const VoiceSurroundings surroundings_;
+  const VoiceSystem system_;
   VoiceState& state_;
 };
 

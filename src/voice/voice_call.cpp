@@ -2,9 +2,9 @@
 
 #include <array>
 
-#include "framework/string_table.h"
-#include "voice/line_session.h"
-#include "voice/wave_playback.h"
+#include "telephone/line_session.h"
+#include "telephone/wave_playback.h"
+#include "text/string_table.h"
 
 namespace brantel {
 namespace {
@@ -26,11 +26,11 @@ constexpr std::array<Step, 5> kSteps = {{
 
 class RunningCall {
  public:
-  RunningCall(const VoiceSurroundings& surroundings, VoiceState& state, const VoiceCall& call)
+  RunningCall(const VoiceSystem& system, VoiceState& state, const VoiceCall& call)
       : state_(state),
         call_(call),
-        playback_(surroundings, state),
-        session_(surroundings, state, playback_, call.number, call.button) {}
+        playback_(system, state),
+        session_(system, state, playback_, call.number, call.button) {}
 
   LineCode Run() {
     const LineCode code = session_.InitializeLine();
@@ -96,9 +96,8 @@ class RunningCall {
 
 }  // namespace
 
-LineCode PlaceVoiceCall(const VoiceSurroundings& surroundings, VoiceState& state,
-                        const VoiceCall& call) {
-  return RunningCall(surroundings, state, call).Run();
+LineCode PlaceVoiceCall(const VoiceSystem& system, VoiceState& state, const VoiceCall& call) {
+  return RunningCall(system, state, call).Run();
 }
 
 }  // namespace brantel

@@ -3,9 +3,9 @@
 #include <cstdint>
 #include <string>
 
-#include "voice/line_constants.h"
-#include "voice/voice_state.h"
-#include "voice/voice_surroundings.h"
+#include "telephone/line_constants.h"
+#include "telephone/voice_state.h"
+#include "telephone/voice_system.h"
 
 namespace brantel {
 
@@ -24,7 +24,6 @@ struct VoiceCall {
 
 // Calls, plays the repeat message until the key is pressed, then the two messages. 0 when all of
 // that happened, kPlaybackFailed, kNotAcknowledged, or the error of a step of the session.
-LineCode PlaceVoiceCall(const VoiceSurroundings& surroundings, VoiceState& state,
-                        const VoiceCall& call);
+LineCode PlaceVoiceCall(const VoiceSystem& system, VoiceState& state, const VoiceCall& call);
 
 }  // namespace brantel

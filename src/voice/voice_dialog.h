@@ -1,7 +1,7 @@
 #pragma once
 
-#include "framework/instance_dialog.h"
-#include "framework/sound_recorder.h"
+#include "dialog/instance_dialog.h"
+#include "dialog/sound_recorder.h"
 
 namespace brantel {
 

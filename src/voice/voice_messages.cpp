@@ -3,8 +3,9 @@
 #include <algorithm>
 #include <array>
 
-#include "framework/alert_trigger.h"
-#include "voice/voice_layout.h"
+#include "instance/instance_name.h"
+#include "notifier/alert_trigger.h"
+#include "voice/voice_description.h"
 
 namespace brantel {
 namespace {
@@ -33,6 +34,30 @@ std::string WaveNamedAfter(std::string_view device_name) {
   return std::string(name.substr(0, name.rfind('.'))).append(kWaveExtension);
 }
 
+bool IsSeparator(char16_t c) {
+  return c == u'\\' || c == u'/';
+}
+
+// To another computer, or round the rules for paths ("\\?\", "\\.\", "\??\").
+bool LeadsElsewhere(std::u16string_view path) {
+  return path.size() > 1 && IsSeparator(path[0]) &&
+         (IsSeparator(path[1]) || path.substr(1).starts_with(u"??"));
+}
+
+// Without the drive, and without what follows a colon.
+std::u16string_view LastComponent(std::u16string_view path) {
+  if (path.size() > 1 && path[1] == u':') path.remove_prefix(2);
+  path.remove_prefix(static_cast<std::size_t>(
+      std::find_if(path.rbegin(), path.rend(), IsSeparator).base() - path.begin()));
+  return path.substr(0, path.find(u':'));
+}
+
+// Only asking whether such a file exists already sends the user's credentials to the other
+// computer, or speaks to the device.
+bool NamesFile(std::u16string_view path) {
+  return !LeadsElsewhere(path) && !IsDeviceName(LastComponent(path));
+}
+
 }  // namespace
 
 std::size_t EventField(std::uint32_t trigger_word) {
@@ -47,10 +72,12 @@ bool EventComesFirst(std::uint32_t trigger_word) {
 }
 
 std::string DeviceWave(std::string_view host_text, std::string_view device_name,
+                       const CodePage& code_page,
                        const std::function<bool(const std::string&)>& exists) {
   if (std::ranges::find(kNoFile, host_text) == kNoFile.end()) return std::string(host_text);
   std::string derived = WaveNamedAfter(device_name);
-  return exists(derived) ? derived : std::string(kCommonWave);
+  return NamesFile(code_page.ToUtf16(derived)) && exists(derived) ? derived
+                                                                  : std::string(kCommonWave);
 }
 
 }  // namespace brantel

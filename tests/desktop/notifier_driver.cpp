@@ -5,6 +5,7 @@
 //   shutdown              the same of Shutdown
 //   references            "references COUNT", how often others than the program hold its host
 //   log                   "log COUNT", how many lines the host has been told
+//   processor-time        "processor-time MS", how long processors have worked for this process
 //   send PATH             "result CODE" when Send has returned; the path may be empty
 //   add DIRECTORY         "shown LEFT TOP WIDTH HEIGHT" when the dialog has opened
 //   edit DIRECTORY NAME   the same
@@ -15,6 +16,7 @@
 #include <windows.h>
 
 #include <array>
+#include <cstdint>
 #include <cstdio>
 #include <exception>
 #include <iostream>
@@ -24,7 +26,7 @@
 #include <string>
 #include <vector>
 
-#include "framework/bstr_win32.h"
+#include "system/bstr_win32.h"
 #include "tests/module/dialog_session.h"
 #include "tests/module/expected_classes.h"
 #include "tests/module/loaded_module.h"
@@ -61,6 +63,22 @@ std::string ShownLine(HWND dialog) {
   return line.str();
 }
 
+// In milliseconds.
+std::uint64_t ProcessorTime() {
+  FILETIME created{};
+  FILETIME ended{};
+  FILETIME in_system{};
+  FILETIME in_program{};
+  if (GetProcessTimes(GetCurrentProcess(), &created, &ended, &in_system, &in_program) == FALSE) {
+    throw std::runtime_error("the system does not know the processor time");
+  }
+  const auto milliseconds = [](const FILETIME& time) {
+    constexpr std::uint64_t kPerMillisecond = 10000;
+    return (std::uint64_t{time.dwHighDateTime} << 32U | time.dwLowDateTime) / kPerMillisecond;
+  };
+  return milliseconds(in_system) + milliseconds(in_program);
+}
+
 const ExpectedClass& ClassNamed(const std::string& name) {
   for (const ExpectedClass& candidate : kExpectedClasses) {
     if (candidate.name == name) return candidate;
@@ -81,6 +99,7 @@ class NotifierDriver {
     if (words[0] == "shutdown") return ResultLine(notifier_->Shutdown());
     if (words[0] == "references") return "references " + std::to_string(host_.references() - 1);
     if (words[0] == "log") return "log " + std::to_string(host_.log_calls.size());
+    if (words[0] == "processor-time") return "processor-time " + std::to_string(ProcessorTime());
     if (words[0] == "send") return ResultLine(notifier_->Send(Bstr(argument(1)).get()));
     if (words[0] == "add") return Show({.notifier_class = class_, .directory = argument(1)});
     if (words[0] == "edit") {

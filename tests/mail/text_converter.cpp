@@ -6,10 +6,10 @@
 #include <string>
 #include <string_view>
 
-#include "framework/japanese_code.h"
-#include "framework/japanese_text.h"
-#include "mail/header_encoding.h"
+#include "smtp_mail/header_encoding.h"
 #include "tests/hexadecimal.h"
+#include "text/japanese_code.h"
+#include "text/japanese_text.h"
 
 namespace brantel {
 namespace {

@@ -2,9 +2,29 @@
 
 #include <objbase.h>
 
+#include <algorithm>
+#include <iterator>
 #include <stdexcept>
 
 namespace brantel {
+
+namespace {
+
+std::vector<ExpectedClass> ClassesOfWhich(bool ExpectedClass::*is_so) {
+  std::vector<ExpectedClass> classes;
+  std::ranges::copy_if(kExpectedClasses, std::back_inserter(classes), is_so);
+  return classes;
+}
+
+}  // namespace
+
+std::vector<ExpectedClass> ClassesThatBindEverywhere() {
+  return ClassesOfWhich(&ExpectedClass::binds_everywhere);
+}
+
+std::vector<ExpectedClass> ClassesWithWebForms() {
+  return ClassesOfWhich(&ExpectedClass::has_web_forms);
+}
 
 std::vector<const wchar_t*> CustomInterfaces(const ExpectedClass& expected) {
   std::vector<const wchar_t*> iids = {kNotifierIid, kNotifierConfigIid};

@@ -121,6 +121,9 @@ inline constexpr const wchar_t* kMarshalIid = L"{00000003-0000-0000-C000-0000000
 // Belongs to nobody.
 inline constexpr const wchar_t* kStrangerId = L"{9B0C2F51-6A4E-4D7B-8C1D-0E5F3A2B7C96}";
 
+std::vector<ExpectedClass> ClassesThatBindEverywhere();
+std::vector<ExpectedClass> ClassesWithWebForms();
+
 // The interfaces of a class's own by their IIDs, and all interfaces that its objects offer.
 std::vector<const wchar_t*> CustomInterfaces(const ExpectedClass& expected);
 std::vector<const wchar_t*> OfferedInterfaces(const ExpectedClass& expected);

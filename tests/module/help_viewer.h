@@ -7,7 +7,7 @@
 #include <thread>
 #include <vector>
 
-#include "framework/handle_win32.h"
+#include "system/handle_win32.h"
 
 namespace brantel {
 

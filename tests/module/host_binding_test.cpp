@@ -2,11 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <iterator>
-#include <vector>
-
-#include "framework/bstr_win32.h"
+#include "system/bstr_win32.h"
 #include "tests/module/expected_classes.h"
 #include "tests/module/loaded_module.h"
 #include "tests/module/recording_host.h"
@@ -17,13 +13,6 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::ValuesIn;
-
-std::vector<ExpectedClass> ClassesThatBindEverywhere() {
-  std::vector<ExpectedClass> classes;
-  std::ranges::copy_if(kExpectedClasses, std::back_inserter(classes),
-                       &ExpectedClass::binds_everywhere);
-  return classes;
-}
 
 class Binding : public ::testing::TestWithParam<ExpectedClass> {
  protected:

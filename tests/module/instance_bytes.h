@@ -4,9 +4,15 @@
 #include <string>
 #include <string_view>
 
+#include "tests/module/expected_classes.h"
+
 namespace brantel {
 
-// Pieces of instance files. LaunchProgram's begin with these 16 bytes.
+// Pieces of instance files. A class's begin with 16 bytes of its own; LaunchProgram's with these.
+inline std::string MagicBytes(const ExpectedClass& expected) {
+  const GUID magic = ToGuid(expected.file_magic);
+  return {reinterpret_cast<const char*>(&magic), sizeof magic};
+}
 inline constexpr std::string_view kLaunchProgramMagic(
     "\x6C\x7E\xEC\xEC\x18\x8E\xA2\x4C\xC5\x6F\x53\x34\xC2\xBD\x79\x45", 16);
 

@@ -5,8 +5,9 @@
 
 #include <cctype>
 #include <set>
+#include <tuple>
 
-#include "framework/handle_win32.h"
+#include "system/handle_win32.h"
 #include "tests/module/allocation_ledger.h"
 #include "tests/module/dialog_fixture.h"
 #include "tests/module/dialog_looks.h"
@@ -312,8 +313,10 @@ TEST_P(InstanceDialogTest, WantsItsFieldsInOrder) {
 TEST_P(InstanceDialogTest, CannotSaveUnderWhatIsNoFileName) {
   Add();
   EnterSamples();
-  for (const char* name : {"..\\night", "a/b", "C:night", "night.", "night ", "a*b", "a?b", "a\"b",
-                           "a<b", "a>b", "a|b", "..", ".", "NUL", "com1", "aux.txt"}) {
+  for (const char* name :
+       {"..\\night", "a/b",     "C:night", "night.",      "night ",  "a*b",   "a?b",
+        "a\"b",      "a<b",     "a>b",     "a|b",         "..",      ".",     "NUL",
+        "com1",      "aux.txt", "COM\xB9", "lpt\xB2.txt", "com\xB3", "clock$"}) {
     AcceptName(name);
     ExpectMessage(kNotSaved);
     EXPECT_NE(session_->dialog(), nullptr) << name;
@@ -438,13 +441,44 @@ TEST_P(InstanceDialogTest, RenamesAnInstance) {
   EXPECT_THAT(scratch_.Files(), ElementsAre(Pair(L"day", expected_.sample_file)));
 }
 
-TEST_P(InstanceDialogTest, KeepsTheFileWhenOnlyTheLetterCaseOfItsNameChanges) {
-  StoreSample(L"night");
-  Edit(L"night");
-  AcceptName("NIGHT");
-  ExpectEnd(S_OK, L"NIGHT");
-  EXPECT_TRUE(std::filesystem::exists(scratch_.path() / L"NIGHT"));
-  EXPECT_THAT(scratch_.Files(), ElementsAre(Pair(::testing::_, expected_.sample_file)));
+TEST_P(InstanceDialogTest, RenamesAnInstanceByLetterCaseAlone) {
+  StoreSample(L"\u00FCber");
+  Edit(L"\u00FCber");
+  AcceptName(
+      "\xDC"
+      "BER");
+  ExpectEnd(S_OK, L"\u00DCBER");
+  EXPECT_THAT(scratch_.Files(), ElementsAre(Pair(L"\u00DCBER", expected_.sample_file)));
+}
+
+TEST_P(InstanceDialogTest, AnswersTheNameThatStandsInTheDirectory) {
+  StoreSample(L"Night");
+  Edit(L"nIGHT");
+  session_->Click(kOk);
+  ExpectEnd(S_OK, L"Night");
+  EXPECT_THAT(scratch_.Files(), ElementsAre(Pair(L"Night", expected_.sample_file)));
+}
+
+// The file system tells these apart, whatever dictionaries say.
+TEST_P(InstanceDialogTest, RefusesATakenNameThatIsLikeItsOwnInDictionaries) {
+  const std::tuple<const wchar_t*, const wchar_t*, const char*> names[] = {
+      {L"Strasse", L"Stra\u00DFe", "Stra\xDF\x65"},
+      {L"aegir", L"\u00E6gir", "\xE6gir"},
+      {L"oeuf", L"\u0153uf", "\x9Cuf"},
+      {L"thing", L"\u00FEing", "\xFEing"},
+      {L"coop", L"co\u00ADop", "co\xADop"},
+  };
+  for (const auto& [edited, other, typed] : names) {
+    StoreSample(edited);
+    ASSERT_TRUE(std::filesystem::exists(scratch_.Write(other, "another")));
+    const auto before = scratch_.Files();
+    Edit(edited);
+    AcceptName(typed);
+    ExpectMessage(kTaken, kTakenCaption);
+    EXPECT_EQ(scratch_.Files(), before);
+    session_->Click(kCancel);
+    ExpectCancelled();
+  }
 }
 
 TEST_P(InstanceDialogTest, KeepsBothFilesWhenTheNewNameIsTaken) {
@@ -497,6 +531,30 @@ TEST_P(InstanceDialogTest, DeletesNoFileThatItCouldNotLoad) {
   ExpectEnd(S_OK, L"day");
   EXPECT_THAT(scratch_.Files(),
               ElementsAre(Pair(L"day", expected_.sample_file), Pair(L"night", "another class's")));
+}
+
+TEST_P(InstanceDialogTest, OverwritesNoFileThatIsAnotherClasss) {
+  const std::string file = "another class's";
+  ASSERT_TRUE(std::filesystem::exists(scratch_.Write(L"night", file)));
+  Edit(L"night");
+  ExpectMessage("Error loading the instance file");
+  EnterSamples();
+  for (const char* name : {"night", "NIGHT"}) {
+    AcceptName(name);
+    ExpectMessage(kTaken, kTakenCaption);
+  }
+  EXPECT_THAT(scratch_.Files(), ElementsAre(Pair(L"night", file)));
+}
+
+TEST_P(InstanceDialogTest, MendsADamagedFileOfItsClass) {
+  const std::string file = expected_.sample_file.substr(0, 16) + std::string("\0\4\0\0", 4);
+  ASSERT_TRUE(std::filesystem::exists(scratch_.Write(L"night", file)));
+  Edit(L"night");
+  ExpectMessage("Error loading the instance file");
+  EnterSamples();
+  AcceptName("night");
+  ExpectEnd(S_OK, L"night");
+  EXPECT_THAT(scratch_.Files(), ElementsAre(Pair(L"night", expected_.sample_file)));
 }
 
 TEST_P(InstanceDialogTest, FreesTheNameThatItReplacesAndLosesNoOther) {

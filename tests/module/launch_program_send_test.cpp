@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "framework/bstr_win32.h"
-#include "framework/handle_win32.h"
+#include "system/bstr_win32.h"
+#include "system/handle_win32.h"
 #include "tests/module/allocation_ledger.h"
 #include "tests/module/expected_classes.h"
 #include "tests/module/instance_bytes.h"
@@ -91,6 +91,13 @@ class LaunchedProgram : public LaunchProgramSend {
 };
 
 // What is sent, and when
+
+// Nothing is read of the file but its beginning.
+TEST_F(LaunchProgramSend, RefusesAForeignFileOfAnySize) {
+  const std::wstring instance = WriteInstance("of nobody's");
+  std::filesystem::resize_file(instance, 1'300'000'000);
+  ExpectRefusal(Send(instance), instance);
+}
 
 TEST_F(LaunchProgramSend, FailsForAnEmptyArgumentAndLogsNothing) {
   EXPECT_EQ(Send(L""), E_FAIL);
@@ -175,10 +182,8 @@ TEST_F(LaunchProgramSend, RefusesTheFilesOfOtherClasses) {
   for (const ExpectedClass& other : kExpectedClasses) {
     if (std::string_view(other.name) == "LaunchProgram") continue;
     SCOPED_TRACE(other.name);
-    const GUID magic = ToGuid(other.file_magic);
-    std::string bytes(reinterpret_cast<const char*>(&magic), sizeof magic);
-    bytes += TextField("program") + TextField("folder") + TextField("");
-    ExpectRefusalOfFileWith(bytes);
+    ExpectRefusalOfFileWith(MagicBytes(other) + TextField("program") + TextField("folder") +
+                            TextField(""));
   }
 }
 

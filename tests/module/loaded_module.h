@@ -6,8 +6,8 @@
 #include <stdexcept>
 #include <string>
 
-#include "framework/com_pointer_win32.h"
-#include "framework/notifier_contract.h"
+#include "notifier/notifier_contract.h"
+#include "system/com_pointer_win32.h"
 #include "tests/module/expected_classes.h"
 
 namespace brantel {

@@ -5,12 +5,10 @@
 #include <gtest/gtest.h>
 #include <oleauto.h>
 
-#include <algorithm>
-#include <iterator>
 #include <string_view>
 #include <vector>
 
-#include "framework/bstr_win32.h"
+#include "system/bstr_win32.h"
 #include "tests/module/expected_classes.h"
 #include "tests/module/loaded_module.h"
 #include "tests/module/recording_host.h"
@@ -38,13 +36,6 @@ class NullPointerToWebForms : public NullPointer {
   ComPointer<INotifierWebConfig> web_ =
       module_.Create<INotifierWebConfig>(GetParam(), kNotifierWebConfigIid);
 };
-
-std::vector<ExpectedClass> ClassesWithWebForms() {
-  std::vector<ExpectedClass> classes;
-  std::ranges::copy_if(kExpectedClasses, std::back_inserter(classes),
-                       &ExpectedClass::has_web_forms);
-  return classes;
-}
 
 INSTANTIATE_TEST_SUITE_P(Classes, NullPointer, ValuesIn(kExpectedClasses), NameOfClass);
 INSTANTIATE_TEST_SUITE_P(Classes, NullPointerToWebForms, ValuesIn(ClassesWithWebForms()),

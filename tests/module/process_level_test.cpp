@@ -2,7 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "framework/bstr_win32.h"
+#include "system/bstr_win32.h"
 #include "tests/module/allocation_ledger.h"
 #include "tests/module/expected_classes.h"
 #include "tests/module/instance_bytes.h"

@@ -31,8 +31,8 @@ TEST(ProgramFile, ImportsSystemLibrariesAlone) {
                          "shell32.dll", "shlwapi.dll", "user32.dll", "winmm.dll", "wsock32.dll")));
 }
 
-TEST(ProgramFile, HasAtMost512KiB) {
-  EXPECT_LE(PortableExecutable(ModuleFile()).size(), 524288U);
+TEST(ProgramFile, HasAtMost448KiB) {
+  EXPECT_LE(PortableExecutable(ModuleFile()).size(), 458752U);
 }
 
 }  // namespace

@@ -2,7 +2,7 @@
 
 #include <oleauto.h>
 
-#include "framework/bstr_win32.h"
+#include "system/bstr_win32.h"
 #include "tests/module/expected_classes.h"
 #include "tests/module/utf8_text.h"
 
@@ -41,6 +41,7 @@ std::ostream& operator<<(std::ostream& out, const ExpandCall& call) {
 
 HRESULT RecordingHost::QueryInterface(REFIID iid, void** object) {
   queries.push_back(iid);
+  if (during_query) during_query();
   *object = nullptr;
   if (FAILED(query_result) || query_yields_null) return query_result;
   if (iid != ToGuid(kUnknownIid) && iid != ToGuid(kNotifierHostIid)) return E_NOINTERFACE;
@@ -54,7 +55,9 @@ ULONG RecordingHost::AddRef() {
 }
 
 ULONG RecordingHost::Release() {
-  return static_cast<ULONG>(InterlockedDecrement(&references_));
+  const LONG left = InterlockedDecrement(&references_);
+  if (during_release) during_release();
+  return static_cast<ULONG>(left);
 }
 
 HRESULT RecordingHost::ExpandMessage(BSTR* text) {
@@ -66,6 +69,7 @@ HRESULT RecordingHost::ExpandMessage(BSTR* text) {
 
 HRESULT RecordingHost::LogMessage(UINT32 level, BSTR text) {
   log_calls.push_back({level, std::wstring(Bstr::ViewOf(text))});
+  if (during_log) during_log();
   return log_result;
 }
 

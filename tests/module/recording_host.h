@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "framework/notifier_contract.h"
+#include "notifier/notifier_contract.h"
 
 namespace brantel {
 
@@ -52,7 +52,10 @@ class RecordingHost final : public INotifierHost {
   HRESULT query_result = S_OK;
   bool query_yields_null = false;
   Expansion expansion;
+  std::function<void()> during_query;
   std::function<void()> during_expansion;
+  std::function<void()> during_log;
+  std::function<void()> during_release;
   HRESULT log_result = S_OK;
   HRESULT trigger_result = S_OK;
   UINT32 trigger_word = 0;

@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "framework/bstr_win32.h"
+#include "system/bstr_win32.h"
 #include "tests/module/expected_classes.h"
 #include "tests/module/loaded_module.h"
 #include "tests/module/utf8_text.h"
@@ -120,6 +120,75 @@ TEST_P(ResourcesOfClass, HaveAnIconIn16And32And48Pixels) {
     EXPECT_EQ(header.biSize, sizeof header) << width;
     EXPECT_EQ(header.biWidth, width);
     EXPECT_EQ(header.biHeight, 2 * width) << "the picture and its mask";
+  }
+}
+
+// What an image of an icon consists of, when it has sixteen colours.
+class SixteenColourImage {
+ public:
+  SixteenColourImage(const std::string& image, int width) : image_(image), width_(width) {}
+
+  [[nodiscard]] std::size_t ExpectedSize() const {
+    return MaskOffset() + static_cast<std::size_t>(width_) * RowSize(1);
+  }
+  [[nodiscard]] bool IsMasked(int x, int y) const { return Pixel(MaskOffset(), 1, x, y) != 0; }
+  [[nodiscard]] COLORREF Colour(int x, int y) const {
+    RGBQUAD colour{};
+    std::memcpy(&colour, &image_[kPaletteOffset + Pixel(kPictureOffset, 4, x, y) * sizeof colour],
+                sizeof colour);
+    return RGB(colour.rgbRed, colour.rgbGreen, colour.rgbBlue);
+  }
+
+ private:
+  static constexpr std::size_t kPaletteOffset = sizeof(BITMAPINFOHEADER);
+  static constexpr std::size_t kPictureOffset = kPaletteOffset + 16 * sizeof(RGBQUAD);
+
+  // In bytes: rows fill units of 32 bits.
+  [[nodiscard]] std::size_t RowSize(std::size_t bits) const {
+    return (static_cast<std::size_t>(width_) * bits + 31) / 32 * 4;
+  }
+  [[nodiscard]] std::size_t MaskOffset() const {
+    return kPictureOffset + static_cast<std::size_t>(width_) * RowSize(4);
+  }
+  [[nodiscard]] std::size_t Pixel(std::size_t offset, std::size_t bits, int x, int y) const {
+    const std::size_t bit = static_cast<std::size_t>(x) * bits;
+    const auto byte = static_cast<unsigned char>(
+        image_[offset + static_cast<std::size_t>(y) * RowSize(bits) + bit / 8]);
+    return byte >> (8 - bits - bit % 8) & ((1U << bits) - 1);
+  }
+
+  const std::string& image_;
+  int width_;
+};
+
+TEST_P(ResourcesOfClass, HaveAnIconOfSixteenColours) {
+  const LoadedModule module;
+  for (const auto& [width, image] : IconImages(module.handle(), GetParam().icon_id)) {
+    BITMAPINFOHEADER header{};
+    ASSERT_GT(image.size(), sizeof header);
+    std::memcpy(&header, image.data(), sizeof header);
+    EXPECT_EQ(header.biBitCount, 4) << width;
+    EXPECT_EQ(header.biCompression, static_cast<DWORD>(BI_RGB)) << "old systems read no other";
+    EXPECT_EQ(image.size(), SixteenColourImage(image, width).ExpectedSize()) << width;
+  }
+}
+
+// Elsewhere the system would invert what lies below the icon.
+TEST_P(ResourcesOfClass, HaveAnIconThatIsBlackWhereItIsNotShown) {
+  const LoadedModule module;
+  for (const auto& [width, image] : IconImages(module.handle(), GetParam().icon_id)) {
+    const SixteenColourImage icon(image, width);
+    ASSERT_EQ(image.size(), icon.ExpectedSize());
+    int masked = 0;
+    for (int y = 0; y < width; ++y) {
+      for (int x = 0; x < width; ++x) {
+        if (!icon.IsMasked(x, y)) continue;
+        ++masked;
+        EXPECT_EQ(icon.Colour(x, y), RGB(0, 0, 0)) << width << ": " << x << ", " << y;
+      }
+    }
+    EXPECT_GT(masked, 0) << width;
+    EXPECT_LT(masked, width * width) << width;
   }
 }
 

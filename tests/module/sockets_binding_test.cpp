@@ -56,6 +56,17 @@ TEST_P(SocketsBinding, LeavesTheSocketsLibraryAsItWasWhenItFails) {
   EXPECT_FALSE(SocketsWork());
 }
 
+TEST_P(SocketsBinding, StartsTheSocketsLibraryOnceForAHostThatBindsItselfWhenItIsAsked) {
+  host_.during_query = [&] {
+    host_.during_query = nullptr;
+    EXPECT_EQ(notifier_->Initialize(&host_), S_OK);
+  };
+  ASSERT_EQ(notifier_->Initialize(&host_), S_OK);
+  EXPECT_TRUE(SocketsWork());
+  ASSERT_EQ(notifier_->Shutdown(), S_OK);
+  EXPECT_FALSE(SocketsWork());
+}
+
 TEST_P(SocketsBinding, StopsTheSocketsLibraryWithTheObject) {
   ASSERT_EQ(notifier_->Initialize(&host_), S_OK);
   notifier_ = {};

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "framework/handle_win32.h"
+#include "system/handle_win32.h"
 #include "tests/module/scratch_directory.h"
 
 namespace brantel {

@@ -54,6 +54,12 @@ TEST_F(VoiceDialogTest, SavesCountAndButtonAsBareNumbersWithTheirSign) {
               ElementsAre(Pair(L"night", FileWith(std::string("\xFE\xFF\xFF\xFF\x63\0\0\0", 8)))));
 }
 
+TEST_F(VoiceDialogTest, ShowsZeroForCountAndButtonWhereThereIsNoDefault) {
+  Add();
+  EXPECT_EQ(session_->Text(kCount), "0");
+  EXPECT_EQ(session_->Text(kButton), "0");
+}
+
 TEST_F(VoiceDialogTest, ShowsAnyCountAndButtonThatIsStored) {
   ASSERT_TRUE(std::filesystem::exists(
       scratch_.Write(L"night", FileWith(std::string("\xFE\xFF\xFF\xFF\xFF\xFF\xFF\x7F", 8)))));

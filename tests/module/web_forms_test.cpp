@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -11,10 +12,11 @@
 #include <string>
 #include <vector>
 
-#include "framework/bstr_win32.h"
-#include "framework/handle_win32.h"
+#include "system/bstr_win32.h"
+#include "system/handle_win32.h"
 #include "tests/module/allocation_ledger.h"
 #include "tests/module/expected_classes.h"
+#include "tests/module/import_patch.h"
 #include "tests/module/instance_bytes.h"
 #include "tests/module/loaded_module.h"
 #include "tests/module/recording_host.h"
@@ -145,6 +147,11 @@ class WebSide {
     static_cast<void>(scratch_.Write(name, bytes));
   }
 
+  // With nothing but zeros behind the bytes, up to 1.3 GB.
+  void StoreLarge(const std::wstring& name, const std::string& bytes) const {
+    std::filesystem::resize_file(scratch_.Write(name, bytes), 1'300'000'000);
+  }
+
   [[nodiscard]] std::wstring PathOf(const std::wstring& name) const {
     return scratch_.path().wstring() + L"\\" + name;
   }
@@ -177,6 +184,7 @@ class WebSide {
     return files;
   }
 
+  [[nodiscard]] HMODULE module() const { return module_.handle(); }
   [[nodiscard]] INotifierWebConfig* operator->() const { return web_.operator->(); }
 
   RecordingHost host;
@@ -291,6 +299,36 @@ TEST_P(WebFormsOfEveryClass, TakeANullDirectoryForAnEmptyText) {
   EXPECT_EQ(Narrow(page.view()), Golden("add_page_without_default"));
 }
 
+// Nothing is read of the file but its beginning, so its size does not matter.
+TEST_P(WebFormsOfEveryClass, RefuseAForeignFileOfAnySizeAndTellTheHost) {
+  web_.Bind();
+  web_.StoreLarge(L"Large", "of nobody's");
+  const std::wstring path = web_.PathOf(L"Large");
+
+  std::wstring page;
+  EXPECT_EQ(web_.EditPage(path, page), E_FAIL);
+  EXPECT_THAT(web_.host.log_calls, ElementsAre(LogCall{1, path}, LogCall{1, kReason},
+                                               LogCall{1, GetParam().load_failure_end}));
+}
+
+TEST_P(WebFormsOfEveryClass, ShowAnInstanceWhateverFollowsItInItsFile) {
+  web_.StoreLarge(L"Night shift", InstanceFile(GetParam().edited_texts));
+
+  std::wstring page;
+  EXPECT_EQ(web_.EditPage(web_.PathOf(L"Night shift"), page), S_OK);
+  EXPECT_EQ(Narrow(page), Golden("edit_page"));
+}
+
+TEST_P(WebFormsOfEveryClass, HaveNoEditPageOfAFileThatEndsEarlyWhereTextsAreOfAnyLength) {
+  std::string file = InstanceFile(GetParam().edited_texts);
+  file.resize(20);
+  web_.Store(L"Day", file);
+  const bool refused = GetParam().magic == kMailMagic || GetParam().magic == kPopupMagic;
+
+  std::wstring page;
+  EXPECT_EQ(web_.EditPage(web_.PathOf(L"Day"), page), refused ? E_FAIL : S_OK);
+}
+
 TEST_P(WebFormsOfEveryClass, AddAnInstance) {
   web_.Bind();
 
@@ -319,13 +357,54 @@ TEST_P(WebFormsOfEveryClass, RenameAnInstance) {
   EXPECT_THAT(web_.Files(), ElementsAre(std::pair(L"new", InstanceFile(GetParam().saved_texts))));
 }
 
-TEST_P(WebFormsOfEveryClass, RenameByLetterCaseAloneWithoutLosingTheInstance) {
-  web_.Store(L"day", InstanceFile(GetParam().edited_texts));
+TEST_P(WebFormsOfEveryClass, RenameByLetterCaseAlone) {
+  web_.Store(L"\u00FCber", InstanceFile(GetParam().edited_texts));
 
-  EXPECT_EQ(web_.Submit(Form(L"origname=DAY/day")), S_OK);
-  const auto files = web_.Files();
-  ASSERT_EQ(files.size(), 1U);
-  EXPECT_EQ(files.begin()->second, InstanceFile(GetParam().saved_texts));
+  EXPECT_EQ(web_.Submit(Form(L"origname=\u00DCBER/\u00FCber")), S_OK);
+  EXPECT_THAT(web_.Files(),
+              ElementsAre(std::pair(L"\u00DCBER", InstanceFile(GetParam().saved_texts))));
+}
+
+// The file system tells these apart, whatever dictionaries say.
+TEST_P(WebFormsOfEveryClass, RenameBetweenNamesThatAreAlikeInDictionaries) {
+  const std::pair<std::wstring, std::wstring> names[] = {{L"Stra\u00DFe", L"Strasse"},
+                                                         {L"\u00E6gir", L"aegir"},
+                                                         {L"\u0153uf", L"oeuf"},
+                                                         {L"\u00FEing", L"thing"},
+                                                         {L"co\u00ADop", L"coop"}};
+  std::map<std::wstring, std::string> expected;
+  for (const auto& [name, old_name] : names) {
+    web_.Store(old_name, InstanceFile(GetParam().edited_texts));
+    EXPECT_EQ(web_.Submit(Form(L"origname=" + name + L"/" + old_name)), S_OK);
+    expected[name] = InstanceFile(GetParam().saved_texts);
+    EXPECT_EQ(web_.Files(), expected);
+  }
+}
+
+// What stands in the module's place for malloc: its n-th call from now finds no memory.
+int calls_until_failure = 0;
+void* AllocateOrFail(std::size_t size) {
+  return calls_until_failure != 0 && --calls_until_failure == 0 ? nullptr : std::malloc(size);
+}
+
+TEST_P(WebFormsOfEveryClass, LoseNothingWhicheverAllocationFails) {
+  const std::wstring name = L"a new name that has to be allocated";
+  const std::wstring old_name = L"an old name that has to be allocated";
+  const std::map<std::wstring, std::string> before = {
+      {old_name, InstanceFile(GetParam().edited_texts)}};
+  const std::map<std::wstring, std::string> after = {{name, InstanceFile(GetParam().saved_texts)}};
+  web_.Store(old_name, before.at(old_name));
+  const ImportPatch patch(web_.module(), "malloc", reinterpret_cast<void*>(AllocateOrFail));
+  int n = 0;
+  for (bool failed = true; failed;) {
+    calls_until_failure = ++n;
+    const HRESULT result = web_.Submit(Form(L"origname=" + name + L"/" + old_name));
+    failed = calls_until_failure == 0;
+    calls_until_failure = 0;
+    EXPECT_EQ(result, failed ? E_FAIL : S_OK) << n;
+    EXPECT_EQ(web_.Files(), failed ? before : after) << n;
+  }
+  EXPECT_GT(n, 8);
 }
 
 TEST_P(WebFormsOfEveryClass, SaveMissingFieldsAsEmpty) {
@@ -389,8 +468,10 @@ TEST_P(WebFormsOfEveryClass, RefuseNamesThatNoFileInTheDirectoryMayHave) {
   const auto before = web_.Files();
   // The last two are no text of a western code page, and must not become another name.
   for (const std::wstring name :
-       {L"..\\up", L"a\\b", L"C:up", L".", L"..", L"a*", L"a?", L"a\"b", L"a<b", L"a>b", L"a|b",
-        L"NUL", L"com1.txt", L"end.", L"end+", L"\x05D0", L"old\xFF0F\x05D0"}) {
+       {L"..\\up", L"a\\b", L"C:up",     L".",         L"..",
+        L"a*",     L"a?",   L"a\"b",     L"a<b",       L"a>b",
+        L"a|b",    L"NUL",  L"com1.txt", L"COM\x00B9", L"lpt\x00B2.txt",
+        L"clock$", L"end.", L"end+",     L"\x05D0",    L"old\xFF0F\x05D0"}) {
     for (const std::wstring& names : {L"origname=&instancename=" + name, L"origname=" + name,
                                       L"origname=" + name + L"/old", L"origname=new/" + name}) {
       EXPECT_EQ(web_.Submit(Form(names)), E_FAIL) << Narrow(names);

@@ -10,9 +10,9 @@
 #include <string>
 #include <string_view>
 
-#include "modem/ntt_line.h"
-#include "modem/tap_session.h"
-#include "modem/ucp_frame.h"
+#include "pager/ntt_line.h"
+#include "pager/tap_session.h"
+#include "pager/ucp_frame.h"
 #include "tests/hexadecimal.h"
 
 namespace brantel {

@@ -141,6 +141,14 @@ TEST_F(DestinationList, TakesHundredsOfNames) {
   EXPECT_EQ(Destinations(), expected);
 }
 
+// Each domain would be gone through millions of times.
+TEST_F(DestinationList, TakesANetworkThatContainsItself) {
+  stand_ins_.SetNetwork(L"OPS *OPS *OPS *OPS *OPS PC1;LAST");
+  Add();
+  AwaitDestination("LAST*");
+  EXPECT_THAT(Destinations(), ElementsAre("WATCH", "OPS*", "PC1", "LAST*"));
+}
+
 // Run where the system says that it is of that family.
 TEST_F(DestinationList, Windows95FamilyLeavesItEmpty) {
   stand_ins_.SetNetwork(L"OPS PC7");

@@ -56,6 +56,17 @@ TEST_F(Unloading, WaitsForTheSearchAndTheHostDoesNot) {
   AwaitUnloading();
 }
 
+// A network of networks, as deep as the search goes and without a name in it.
+TEST_F(Unloading, IsSoonAlsoWhereTheNetworkHasNoNames) {
+  stand_ins_.SetNetwork(
+      L"+A +B +C +D +E +F +G +H;+B +A +C +D +E +F +G +H;+C +A +B +D +E +F +G +H;"
+      L"+D +A +B +C +E +F +G +H;+E +A +B +C +D +F +G +H;+F +A +B +C +D +E +G +H;"
+      L"+G +A +B +C +D +E +F +H;+H +A +B +C +D +E +F +G");
+  stand_ins_.SetNetworkDelay(20);
+  OpenAndClose(LoadedModule());
+  AwaitUnloading();
+}
+
 TEST_F(Unloading, IsCalledOffByTheNextUse) {
   stand_ins_.CloseGate();
   std::optional<LoadedModule> module(std::in_place);

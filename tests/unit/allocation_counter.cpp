@@ -10,7 +10,17 @@ namespace brantel {
 namespace {
 
 constinit std::atomic<std::size_t> allocated_bytes = 0;
-constinit std::atomic<bool> fails_next = false;
+// How many are left until one fails, with that one; 0: none will.
+constinit std::atomic<std::size_t> until_failure = 0;
+constinit std::atomic<int> uncounted_scopes = 0;
+
+bool FailsNow() {
+  if (uncounted_scopes != 0) return false;
+  std::size_t left = until_failure;
+  while (left != 0 && !until_failure.compare_exchange_weak(left, left - 1)) {
+  }
+  return left == 1;
+}
 
 // Stands before each block, which keeps its alignment.
 struct alignas(std::max_align_t) BlockHeader {
@@ -18,8 +28,8 @@ struct alignas(std::max_align_t) BlockHeader {
 };
 
 void* Allocate(std::size_t size) {
-  const bool fails = fails_next.exchange(false) || FailsForTheLog();
-  void* const place = fails ? nullptr : std::malloc(sizeof(BlockHeader) + size);
+  void* const place =
+      FailsNow() || FailsForTheLog() ? nullptr : std::malloc(sizeof(BlockHeader) + size);
   if (place == nullptr) throw std::bad_alloc();
   allocated_bytes += size;
   return new (place) BlockHeader{size} + 1;
@@ -38,8 +48,20 @@ std::size_t AllocatedBytes() {
   return allocated_bytes;
 }
 
-void FailNextAllocation() {
-  fails_next = true;
+void FailAllocation(std::size_t n) {
+  until_failure = n;
+}
+
+bool WillFailAllocation() {
+  return until_failure != 0;
+}
+
+MemoryOfOthers::MemoryOfOthers() {
+  ++uncounted_scopes;
+}
+
+MemoryOfOthers::~MemoryOfOthers() {
+  --uncounted_scopes;
 }
 
 }  // namespace brantel

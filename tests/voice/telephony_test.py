@@ -54,6 +54,15 @@ def test_without_a_usable_line_no_host_is_bound(telephone, driver, script):
     assert "module lineInitialize" in telephone.transcript()
 
 
+@pytest.mark.parametrize("function", ["lineGetDevCaps", "lineGetID"])
+def test_a_driver_that_never_has_room_enough_is_given_up(telephone, driver, function):
+    telephone.script(f"never-enough {function}")
+    assert driver("initialize") == "result 80004005"
+    asked = [line for line in telephone.transcript() if line.startswith(f"module {function}")]
+    assert 1 < len(asked) < 10
+    assert telephone.transcript()[-1] == "module lineShutdown"
+
+
 def test_where_no_lines_are_counted_device_0_is_used(telephone, driver):
     telephone.script("no-lines")
     assert driver("initialize") == "result 00000000"
@@ -65,7 +74,8 @@ def test_a_line_that_was_found_is_not_looked_for_again(telephone, driver):
     instance = windows_path(telephone.folder / telephone.store())
 
     assert driver("initialize") == "result 00000000"
-    assert driver("references") == "references 1"
+    # One for the object and one for the log of all calls.
+    assert driver("references") == "references 2"
     assert driver("send", instance) == "result 80004005"
     told = driver("log")
     assert told != "log 0"
@@ -80,6 +90,7 @@ def test_a_line_that_was_found_is_not_looked_for_again(telephone, driver):
     assert telephone.transcript().count("module lineInitialize") == before + 1
     # The host is told nothing of that call.
     assert driver("log") == told
+    assert driver("references") == "references 1"
     assert driver("shutdown") == "result 00000000"
     assert driver("references") == "references 0"
 

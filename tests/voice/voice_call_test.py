@@ -1,6 +1,8 @@
 """What becomes of calls: what the called person hears, what the log shows, what the host is answered."""
 
-from windows_programs import wait_until
+import pytest
+
+from windows_programs import wait_until, windows_path
 
 CONNECTED = "LINECALLSTATE_CONNECTED:  The call is connected to the other end."
 PROBED = ["DevNum=0", "ApiVer=2.0", "GetDevCaps:  DevNum=0 ApiVer=2.0"]
@@ -96,6 +98,24 @@ def test_the_sound_of_the_device_is_found_by_its_name(telephone):
         assert telephone.capture.sounds()[1:] == [sound, event]
 
 
+@pytest.mark.parametrize("name", [r"\\?\FOLDER\router7", "//?/FOLDER/router7", r"\/?\FOLDER\router7",
+                                  r"\??\FOLDER\router7", "NUL", "con.x", r"FOLDER\aux"])
+def test_a_name_that_leads_elsewhere_or_to_a_device_has_no_sound(telephone, name):
+    telephone.make_wave("repeat.wav", 60)
+    telephone.make_wave("router7.wav", 0.3)
+    event = telephone.make_wave("item_down.wav", 0.3)
+    common = telephone.make_wave("ahost.wav", 0.3)
+    folder = windows_path(telephone.folder)
+    assert "." not in folder
+    call = telephone.start(button=99, device_message="[auto]",
+                           device_name=name.replace("FOLDER", folder))
+    wait_until(lambda: telephone.capture.sounds())
+    telephone.press("1")
+
+    assert call.end().process.returncode == 0
+    assert telephone.capture.sounds()[1:] == [common, event]
+
+
 def test_a_message_that_is_no_wave_file_ends_the_call(telephone):
     (telephone.folder / "repeat.wav").write_text("no wave file")
     call = telephone.call()
@@ -137,6 +157,36 @@ def test_a_call_is_made_as_telephony_wants_it(telephone):
         *choose, "module lineMakeCall 0049 5550100,,1", "line call-state connected",
         *["module lineGetID select 4 wave/out"] * 2, "module lineMonitorDigits 2",
         "module lineClose", "line the call ends", "module lineShutdown"]
+
+
+def test_messages_may_also_be_sent_past_those_that_are_posted(telephone):
+    telephone.make_wave("repeat.wav", 60)
+    event = telephone.make_wave("item_down.wav", 0.3)
+    device = telephone.make_wave("device.wav", 0.3)
+    telephone.script("sends-messages", "at 0.1 call-state ringback", "at 0.5 call-state connected")
+    call = telephone.start()
+    wait_until(lambda: telephone.capture.sounds())
+    telephone.press("5")
+    call.end()
+
+    assert telephone.capture.sounds()[1:] == [device, event]
+    assert call.log()[-2:] == ACKNOWLEDGED
+
+
+def test_a_call_that_waits_costs_no_processor(telephone, driver):
+    def processor_time() -> int:
+        return int(driver("processor-time").removeprefix("processor-time "))
+
+    telephone.make_wave("repeat.wav", 1.5)
+    telephone.script("at 1.5 call-state connected")
+    instance = windows_path(telephone.folder / telephone.store())
+    assert driver("initialize") == "result 00000000"
+    assert driver("send", instance) == "result 80004005"  # what is done once is done then
+    before = processor_time()
+    assert driver("send", instance) == "result 80004005"
+
+    # Milliseconds, of three seconds: half of them until it was connected, half while a sound played.
+    assert processor_time() - before < 300
 
 
 def test_the_states_of_a_call_are_logged_and_a_connection_ends_the_wait(telephone):

@@ -10,12 +10,10 @@
 #include <string>
 #include <string_view>
 
-#include "framework/web_forms.h"
-#include "mail/smtp_mail_layout.h"
-#include "modem/beeper_layout.h"
-#include "modem/pager_layout.h"
-#include "popup/win_popup_layout.h"
-#include "tests/unit/framework/fake_instance_files.h"
+#include "module/class_descriptions.h"
+#include "tests/unit/instance/fake_instance_files.h"
+#include "tests/unit/text/few_code_pages.h"
+#include "web/web_forms.h"
 
 namespace brantel {
 namespace {
@@ -23,28 +21,17 @@ namespace {
 const std::string kDirectory = "C:\\alerts";
 const std::string kNight = kDirectory + "\\Night";
 
-bool NoLeadByte(char) {
-  return false;
-}
-
-const WebFormSpec* FindSpec(std::string_view class_name) {
-  for (const WebFormSpec* spec :
-       {&kBeeperWebForm, &kPagerWebForm, &kSmtpMailWebForm, &kWinPopupWebForm}) {
-    if (spec->layout.class_name == class_name) return spec;
-  }
-  return nullptr;
-}
-
 bool Print(const std::optional<HtmlText>& page) {
   if (page) std::cout << page->view();
   return page.has_value();
 }
 
-bool Run(const WebFormSpec& spec, std::string_view action, const std::string& argument) {
+bool Run(const ClassDescription& notifier_class, std::string_view action,
+         const std::string& argument) {
   FakeInstanceFiles files;
   const std::string file(std::istreambuf_iterator<char>(std::cin), {});
   if (!file.empty()) files.files = {{kDirectory + "\\Default", file}, {kNight, file}};
-  WebForms forms(files, spec, NoLeadByte);
+  WebForms forms(files, notifier_class, kCodePage1252);
   if (action == "add") return Print(forms.AddPage(kDirectory, nullptr));
   if (action == "edit") return Print(forms.EditPage({{}, kNight}, argument, nullptr));
   if (action != "submit" || forms.SubmitForm(kDirectory, argument) != kOk) return false;
@@ -58,8 +45,8 @@ bool Run(const WebFormSpec& spec, std::string_view action, const std::string& ar
 int main(int argument_count, char** argument_texts) {
   const std::span arguments(argument_texts, static_cast<std::size_t>(argument_count));
   if (arguments.size() < 3) return EXIT_FAILURE;
-  const brantel::WebFormSpec* const spec = brantel::FindSpec(arguments[1]);
-  if (spec == nullptr) return EXIT_FAILURE;
+  const auto* const notifier_class = brantel::FindClassDescription(arguments[1]);
+  if (notifier_class == nullptr || !notifier_class->web_form) return EXIT_FAILURE;
   const std::string argument = arguments.size() > 3 ? arguments[3] : "";
-  return brantel::Run(*spec, arguments[2], argument) ? EXIT_SUCCESS : EXIT_FAILURE;
+  return brantel::Run(*notifier_class, arguments[2], argument) ? EXIT_SUCCESS : EXIT_FAILURE;
 }

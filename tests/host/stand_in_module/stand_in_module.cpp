@@ -26,9 +26,9 @@
 #include <string>
 #include <string_view>
 
-#include "framework/bstr_win32.h"
-#include "framework/com_pointer_win32.h"
-#include "framework/notifier_contract.h"
+#include "notifier/notifier_contract.h"
+#include "system/bstr_win32.h"
+#include "system/com_pointer_win32.h"
 
 namespace brantel {
 namespace {

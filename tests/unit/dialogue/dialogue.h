@@ -18,7 +18,7 @@ class DialogueMismatch : public std::runtime_error {
 };
 
 // A scripted dialogue from a file: how things stand before, and then every call that the code under
-// test makes on its surroundings, in order, with what they answer.
+// test makes on its system, in order, with what they answer.
 //
 // A line is a list of words. A word with blanks or control characters stands in quotation marks, in
 // which \r \n \t \\ \" and \xHH mean what they do in C; "x"*100 is a hundred of them. Empty lines

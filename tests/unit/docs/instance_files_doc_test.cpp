@@ -11,8 +11,8 @@
 #include <string_view>
 #include <vector>
 
-#include "framework/instance_codec.h"
-#include "module/class_layouts.h"
+#include "instance/instance_codec.h"
+#include "module/class_descriptions.h"
 #include "tests/unit/project_file.h"
 
 namespace brantel {
@@ -39,13 +39,29 @@ integer = 32-bit number      bare, without a length
 An empty text is stored as the bytes `01 00 00 00 00`.
 
 Reading: a file that is missing, that somebody writes at the moment, or that begins with another class's
-magic is refused. A text ends at its first NUL. Most classes refuse a mandatory text with a stored length
-of 1024 or more, and cut an optional one to 1023 bytes; the classes that read any length are marked.
-Where a file ends early its missing fields are empty or 0, since older versions wrote fewer of them;
-`SMTPMail` alone refuses such a file. An integer outside its range reads as 0.
+magic is refused. The magic is looked at before anything else, and the rest is read no further than the
+last field, so neither the size of a foreign file nor what follows an instance costs anything. A text ends
+at its first NUL. Most classes refuse a mandatory text with a stored length of 1024 or more, and cut an
+optional one to 1023 bytes; the classes that read any length are marked. Where a file ends early its
+missing fields are empty or 0, since older versions wrote fewer of them; the classes that refuse such a
+file are marked. An integer outside its range reads as 0. An instance that finds no memory is not loaded
+either; every failed load is told to the host that is bound.
 
 Writing: nobody else may have the file open, and what it held before is replaced as a whole. While
 somebody reads it, it cannot be written and stays as it is. Nothing is tried twice.
+
+Names: an instance cannot have a name that leads elsewhere or that no file has: an empty one, one with
+`\ / : * ? " < > |` or a control character, one of more than 255 UTF-16 units, one that ends with a dot or
+a blank, or a device, whatever extension follows: `CON`, `PRN`, `AUX`, `NUL`, `CONIN$`, `CONOUT$`, `CLOCK$`,
+and `COM` or `LPT` with a digit from 1 to 9 or a superscript 1, 2 or 3. The file system says which names
+mean one file: "night" and "NIGHT" do, "Strasse" and "Straße" do not. A dialog refuses a name under which
+another file stands, whatever that holds. Also the file of the instance that it edits counts as another
+one if it could not be loaded and does not begin with the class's magic. A rename that changes letter case
+alone renames the file, and the dialogs answer the name that the file then has.
+
+Renaming: a dialog writes the new file before it deletes the old one, so that there is always one. The web
+forms delete first; all that needs memory is done before that. Where both names mean one file nothing is
+deleted, and the file gets its new name when its content is saved.
 
 This page is made from the tables in `src/*/*_layout.cpp`; `tests/unit/docs` compares it.
 )";
@@ -119,6 +135,7 @@ std::string SectionOf(const InstanceLayout& layout) {
   std::string section =
       "\n## " + std::string(layout.class_name) + "\n\nMagic `" + GuidText(layout.magic) + "`.";
   if (layout.text_reader == TextReader::kChunked) section += " Reads texts of any length.";
+  if (layout.short_file == ShortFile::kRefused) section += " Refuses a file that ends early.";
   section += "\n\n" + FieldTable(layout) +
              "\nA file in which every text is its field's name and every " + "integer 1:\n\n```\n" +
              HexDump(EncodeInstance(layout, SampleOf(layout))) + "```\n";
@@ -127,7 +144,8 @@ std::string SectionOf(const InstanceLayout& layout) {
 
 std::string MakeDocument() {
   std::string document(kIntroduction);
-  for (const InstanceLayout* layout : ClassLayouts()) {
+  for (const ClassDescription* notifier_class : ClassDescriptions()) {
+    const InstanceLayout* const layout = &notifier_class->instances;
     document += SectionOf(*layout);
   }
   return document;

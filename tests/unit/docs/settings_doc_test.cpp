@@ -5,11 +5,11 @@
 #include <string>
 #include <string_view>
 
-#include "framework/string_table.h"
-#include "mail/smtp_mail.h"
-#include "modem/beeper_settings.h"
-#include "modem/pager_settings.h"
+#include "beeper/beeper_description.h"
+#include "pager/pager_description.h"
+#include "smtp_mail/smtp_mail.h"
 #include "tests/unit/project_file.h"
+#include "text/string_table.h"
 
 namespace brantel {
 namespace {
@@ -30,11 +30,11 @@ void ExpectSettings(std::string_view heading, std::span<const SettingRow> rows) 
 }
 
 TEST(SettingsDocument, ListsTheBeepersSettings) {
-  ExpectSettings("## Beeper\n", kBeeperSettings);
+  ExpectSettings("## Beeper\n", kBeeper.settings.rows);
 }
 
 TEST(SettingsDocument, ListsThePagersSettings) {
-  ExpectSettings("## Pager\n", kPagerSettings);
+  ExpectSettings("## Pager\n", kPager.settings.rows);
 }
 
 TEST(SettingsDocument, ListsTheSettingOfMail) {

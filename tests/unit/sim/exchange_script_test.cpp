@@ -54,6 +54,19 @@ TEST(ExchangeScript, TellsOfFailures) {
   EXPECT_EQ(script.failures[1].times, 2U);
 }
 
+TEST(ExchangeScript, TellsOfFunctionsThatNeverHaveEnoughRoom) {
+  EXPECT_TRUE(ParseExchangeScript("").never_enough.empty());
+  const ExchangeScript script =
+      ParseExchangeScript("never-enough lineGetDevCaps\nnever-enough lineGetID\n");
+  EXPECT_THAT(script.never_enough, ::testing::ElementsAre("lineGetDevCaps", "lineGetID"));
+  EXPECT_EQ(ErrorOf("never-enough"), "line 1: a word is missing");
+}
+
+TEST(ExchangeScript, TellsWhetherMessagesAreSent) {
+  EXPECT_FALSE(ParseExchangeScript("").sends_messages);
+  EXPECT_TRUE(ParseExchangeScript("sends-messages").sends_messages);
+}
+
 TEST(ExchangeScript, TellsOfEvents) {
   const ExchangeScript script = ParseExchangeScript(
       "at 0.25 call-state busy\n"

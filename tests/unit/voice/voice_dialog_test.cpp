@@ -5,11 +5,11 @@
 
 #include <array>
 
-#include "tests/unit/framework/fake_dialog_view.h"
-#include "tests/unit/framework/fake_instance_files.h"
-#include "tests/unit/framework/fake_notifier_host.h"
-#include "tests/unit/framework/fake_recorder_system.h"
-#include "voice/voice_layout.h"
+#include "tests/unit/dialog/fake_dialog_view.h"
+#include "tests/unit/dialog/fake_recorder_system.h"
+#include "tests/unit/instance/fake_instance_files.h"
+#include "tests/unit/notifier/fake_notifier_host.h"
+#include "voice/voice_description.h"
 
 namespace brantel {
 namespace {
@@ -84,12 +84,12 @@ TEST_F(VoiceDialogTest, IsDialog140WithItsPicturesAndHelp) {
               UnorderedElementsAre(Pair(221, 301), Pair(222, 301), Pair(225, 301), Pair(224, 301),
                                    Pair(226, 301), Pair(235, 302), Pair(236, 302), Pair(237, 302),
                                    Pair(238, 302), Pair(239, 302)));
-  dialog.Press(kHelpButton);
+  dialog.Press(STANDARD_HELP);
   EXPECT_THAT(view_.events, ElementsAre("help 131476"));
 }
 
 TEST_F(VoiceDialogTest, AddsFromTheDefaultInstance) {
-  files_.files["dir\\Default"] = EncodeInstance(kVoiceLayout, Sample());
+  files_.files["dir\\Default"] = EncodeInstance(kVoice.instances, Sample());
   Add().Open();
   EXPECT_EQ(view_.title, "Add Voice Instance");
   EXPECT_EQ(view_.texts, kSampleTexts);
@@ -104,8 +104,19 @@ TEST_F(VoiceDialogTest, OnlyLogsAMissingDefaultInstance) {
   EXPECT_THAT(view_.events, IsEmpty());
 }
 
+TEST_F(VoiceDialogTest, ShowsZeroForTheNumbersOfANewInstanceWithoutADefault) {
+  VoiceDialog dialog = Add();
+  dialog.Open();
+  EXPECT_TRUE(view_.texts.contains(kCount));
+  EXPECT_TRUE(view_.texts.contains(kButton));
+  for (const auto& [control, text] : view_.texts) {
+    EXPECT_EQ(text, control == kCount || control == kButton ? "0" : "") << control;
+  }
+  EXPECT_FALSE(dialog.modified());
+}
+
 TEST_F(VoiceDialogTest, EditsTheNamedInstance) {
-  files_.files["dir\\night"] = EncodeInstance(kVoiceLayout, Sample());
+  files_.files["dir\\night"] = EncodeInstance(kVoice.instances, Sample());
   Edit("night").Open();
   EXPECT_EQ(view_.title, "Edit Voice Instance");
   auto expected = kSampleTexts;
@@ -122,12 +133,12 @@ TEST_F(VoiceDialogTest, LogsAndShowsAnInstanceThatCannotBeEdited) {
 
 TEST_F(VoiceDialogTest, ChecksTheNameAndThenThePhoneNumber) {
   VoiceDialog dialog = Add();
-  dialog.Press(kOkButton);
+  dialog.Press(STANDARD_OK);
   view_.texts[kName] = "night";
   files_.files["dir\\night"] = "";
-  dialog.Press(kOkButton);
+  dialog.Press(STANDARD_OK);
   files_.files.clear();
-  dialog.Press(kOkButton);
+  dialog.Press(STANDARD_OK);
   EXPECT_THAT(
       view_.events,
       ElementsAre("message Invalid value - The 'Name' field must have a value", "focus 223",
@@ -142,9 +153,9 @@ TEST_F(VoiceDialogTest, SavesWhatWasEntered) {
   VoiceDialog dialog = Add();
   view_.texts = kSampleTexts;
   view_.texts[kName] = "night";
-  dialog.Press(kOkButton);
+  dialog.Press(STANDARD_OK);
   EXPECT_THAT(files_.files,
-              ElementsAre(Pair("dir\\night", EncodeInstance(kVoiceLayout, Sample()))));
+              ElementsAre(Pair("dir\\night", EncodeInstance(kVoice.instances, Sample()))));
   EXPECT_THAT(view_.events, ElementsAre("close"));
   EXPECT_EQ(dialog.saved_name(), "night");
 }
@@ -152,10 +163,10 @@ TEST_F(VoiceDialogTest, SavesWhatWasEntered) {
 TEST_F(VoiceDialogTest, NeedsAPhoneNumberAlone) {
   VoiceDialog dialog = Add();
   view_.texts = {{kName, "night"}, {kPhone, "1"}};
-  dialog.Press(kOkButton);
+  dialog.Press(STANDARD_OK);
   Instance expected(8);
   expected.set_text(voice_field::kPhoneNumber, "1");
-  EXPECT_EQ(files_.files["dir\\night"], EncodeInstance(kVoiceLayout, expected));
+  EXPECT_EQ(files_.files["dir\\night"], EncodeInstance(kVoice.instances, expected));
 }
 
 TEST_F(VoiceDialogTest, ReadsAnyNumberAndNothingElseForOne) {
@@ -169,8 +180,8 @@ TEST_F(VoiceDialogTest, ReadsAnyNumberAndNothingElseForOne) {
     VoiceDialog dialog = Add();
     files_.files.clear();
     view_.texts = {{kName, "night"}, {kPhone, "1"}, {kCount, text}, {kButton, text}};
-    dialog.Press(kOkButton);
-    const auto saved = DecodeInstance(kVoiceLayout, files_.files["dir\\night"]);
+    dialog.Press(STANDARD_OK);
+    const auto saved = DecodeInstance(kVoice.instances, files_.files["dir\\night"]);
     ASSERT_TRUE(saved);
     EXPECT_EQ(saved->integer(voice_field::kCount), number) << text;
     EXPECT_EQ(saved->integer(voice_field::kButton), number) << text;
@@ -181,7 +192,7 @@ TEST_F(VoiceDialogTest, TellsWhenTheFileCannotBeSaved) {
   VoiceDialog dialog = Add();
   view_.texts = {{kName, "night"}, {kPhone, "1"}};
   files_.held.insert("dir\\night");
-  dialog.Press(kOkButton);
+  dialog.Press(STANDARD_OK);
   EXPECT_THAT(view_.events, ElementsAre("message Error saving instance file"));
 }
 
@@ -244,7 +255,7 @@ TEST_F(VoiceDialogTest, IsModifiedByItsEditsAlone) {
     untouched.Press(row.browse);
     untouched.Press(row.record);
   }
-  for (const int button : {kHelpButton, kOkButton})
+  for (const int button : {STANDARD_HELP, STANDARD_OK})
     untouched.Press(button);
   EXPECT_FALSE(untouched.modified());
 }

@@ -2,7 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "voice/voice_layout.h"
+#include "tests/unit/text/few_code_pages.h"
+#include "voice/voice_description.h"
 
 namespace brantel {
 namespace {
@@ -40,10 +41,21 @@ TEST(EventComesFirst, ForBit8Alone) {
 // The files that are asked for, and whether they exist.
 std::string Wave(const std::string& text, const std::string& name, const std::string& existing,
                  std::string* asked = nullptr) {
-  return DeviceWave(text, name, [&](const std::string& path) {
+  return DeviceWave(text, name, kCodePage932, [&](const std::string& path) {
     if (asked != nullptr) *asked = path;
     return path == existing;
   });
+}
+
+// Whether the file system is asked for the wave file of a device with this name.
+bool IsAskedFor(const std::string& name) {
+  bool asked = false;
+  const std::string wave = DeviceWave("", name, kCodePage932, [&](const std::string&) {
+    asked = true;
+    return true;
+  });
+  EXPECT_EQ(wave == "ahost.wav", !asked) << name;
+  return asked;
 }
 
 TEST(DeviceWave, IsTheTextOfTheHost) {
@@ -74,6 +86,68 @@ TEST(DeviceWave, IsTheCommonOneWhereTheDerivedDoesNotExist) {
   std::string asked;
   EXPECT_EQ(Wave("[auto]", "router7.example.org", "router7.wav", &asked), "ahost.wav");
   EXPECT_EQ(asked, "router7.example.wav");
+}
+
+TEST(DeviceWave, OfAnotherComputerIsNotAskedFor) {
+  for (const char* name :
+       {"\\\\server\\share\\x", "//server/share/x", "\\/server/x", "/\\server\\x", "\\\\", "//.",
+        "\\\\.\\PhysicalDrive0", "\\\\?\\C:\\x", "\\\\?\\UNC\\server\\x", "\\??\\UNC\\server\\x",
+        "\\??\\C:\\x", "\\\\\\x", "///x", "\\\\.x"}) {
+    EXPECT_FALSE(IsAskedFor(name)) << name;
+  }
+}
+
+TEST(DeviceWave, OfADeviceOfThisComputersIsNotAskedFor) {
+  for (const char* name : {"NUL",
+                           "nul",
+                           "con.x",
+                           "Con.x.y",
+                           "COM1",
+                           "com9.example.org",
+                           "LPT1",
+                           "lpt9.",
+                           "AUX",
+                           "prn",
+                           "CONIN$",
+                           "conout$",
+                           "NUL.",
+                           "nul .x",
+                           "NUL:",
+                           "COM1:9600",
+                           "nul:stream.x",
+                           "C:NUL",
+                           "c:con.x",
+                           "C:\\NUL",
+                           "C:\\sounds\\com1",
+                           "sounds/aux.x",
+                           "sounds\\PRN",
+                           "\\con",
+                           "/con",
+                           "..\\nul.x",
+                           "x/\\lpt1",
+                           "C:\\s.d\\nul.x",
+                           "\x83\x5C\\nul",
+                           "\x83\x5C/con"}) {
+    EXPECT_FALSE(IsAskedFor(name)) << name;
+  }
+}
+
+TEST(DeviceWave, OfAnyOtherNameIsAskedFor) {
+  for (const char* name :
+       {"router7", "router7.example.org", "", ".", ".profile", "C:router7", "C:\\sounds\\router7",
+        "\\sounds\\router7", "/sounds/router7", "..\\router7", "sounds//router7", "C:\\\\router7",
+        "x\\\\server", "nul\\router7", "con/router7", "C:\\com1\\x", "COM", "COM10", "LPT", "nulls",
+        "NU", "icon", "xcon", "router:nul", "CON1",
+        // Second bytes that look like backslashes, in front of what looks like a device.
+        "\x83\x5Cnul",
+        "\x95\x5C"
+        "con.x",
+        "sounds\\\x83\x5C"
+        "aux",
+        "\x83\x5C\x83\x5C"
+        "com1"}) {
+    EXPECT_TRUE(IsAskedFor(name)) << name;
+  }
 }
 
 TEST(DeviceWave, TakesNoMoreThan255BytesOfTheName) {

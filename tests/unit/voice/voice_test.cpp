@@ -5,10 +5,10 @@
 #include <gtest/gtest.h>
 
 #include "tests/unit/failing_allocations.h"
-#include "tests/unit/framework/fake_instance_files.h"
-#include "tests/unit/framework/fake_notifier_host.h"
-#include "tests/unit/voice/fake_voice_system.h"
-#include "voice/voice_layout.h"
+#include "tests/unit/instance/fake_instance_files.h"
+#include "tests/unit/notifier/fake_notifier_host.h"
+#include "tests/unit/telephone/fake_voice_system.h"
+#include "voice/voice_description.h"
 
 namespace brantel {
 namespace {
@@ -26,13 +26,14 @@ class VoiceTest : public ::testing::Test {
   FakeInstanceFiles files_;
   FakeVoiceSystem system_;
   VoiceState state_;
-  Voice voice_{files_, system_.surroundings, state_};
-  Voice other_{files_, system_.surroundings, state_};
+  Voice voice_{files_, system_.system, state_};
+  Voice other_{files_, system_.system, state_};
 };
 
 TEST_F(VoiceTest, CallsNobodyWithoutAHost) {
   EXPECT_EQ(voice_.Send({u"alert", "alert"}, nullptr), kFail);
-  files_.files["alert"] = EncodeInstance(kVoiceLayout, Instance(kVoiceLayout.fields.size()));
+  files_.files["alert"] =
+      EncodeInstance(kVoice.instances, Instance(kVoice.instances.fields.size()));
   EXPECT_EQ(voice_.Send({u"alert", "alert"}, nullptr), kFail);
   EXPECT_THAT(system_.telephony.calls, IsEmpty());
 }
@@ -42,7 +43,7 @@ TEST_F(VoiceTest, KeepsTheHostOfTheFirstBindingForTheLogUntilTheShutdown) {
   const std::weak_ptr<FakeNotifierHost> watch = host;
   ASSERT_EQ(voice_.Initialize(Offering(host)), host);
   EXPECT_TRUE(state_.probe_done);
-  EXPECT_EQ(state_.host, host);
+  EXPECT_EQ(state_.host.load(), host);
   host.reset();
   EXPECT_FALSE(watch.expired());
   voice_.Shutdown();
@@ -55,10 +56,42 @@ TEST_F(VoiceTest, LeavesTheLogWithTheHostOfTheFirstBinding) {
   const auto second = std::make_shared<FakeNotifierHost>();
   voice_.Initialize(Offering(first));
   EXPECT_EQ(other_.Initialize(Offering(second)), second);
-  EXPECT_EQ(state_.host, first);
+  EXPECT_EQ(state_.host.load(), first);
   // Whose object it is that ends its binding makes no difference.
   other_.Shutdown();
-  EXPECT_EQ(state_.host, nullptr);
+  EXPECT_EQ(state_.host.load(), nullptr);
+}
+
+// Counts what holds it beside its first owner.
+class CountingHost final : public NotifierHost {
+ public:
+  int references = 0;
+
+  std::shared_ptr<NotifierHost> AddReference() override {
+    ++references;
+    return {this, [](CountingHost* host) { --host->references; }};
+  }
+  Result ExpandMessage(std::string&, EmptyText) override { return kOk; }
+  void LogMessage(std::string_view) override {}
+  void LogMessage(std::u16string_view) override {}
+  Result GetAlertTrigger(std::uint32_t&) override { return kOk; }
+};
+
+TEST_F(VoiceTest, HoldsTheHostOfTheLogByAReferenceOfItsOwn) {
+  const auto first = std::make_shared<CountingHost>();
+  const auto second = std::make_shared<CountingHost>();
+  system_.telephony.open = line_error::kAllocated;
+  EXPECT_EQ(voice_.Initialize([&] { return first; }), nullptr);
+  EXPECT_EQ(first->references, 0);
+  system_.telephony.open = 0;
+  EXPECT_EQ(voice_.Initialize([&] { return first; }), first);
+  EXPECT_EQ(first->references, 1);
+  EXPECT_EQ(other_.Initialize([&] { return second; }), second);
+  EXPECT_EQ(second->references, 0);
+  other_.Shutdown();
+  EXPECT_EQ(first->references, 0);
+  EXPECT_EQ(other_.Initialize([&] { return second; }), second);
+  EXPECT_EQ(second->references, 0);
 }
 
 TEST_F(VoiceTest, LetsGoOfAHostThatItCannotBind) {
@@ -66,7 +99,7 @@ TEST_F(VoiceTest, LetsGoOfAHostThatItCannotBind) {
   auto host = std::make_shared<FakeNotifierHost>();
   EXPECT_EQ(voice_.Initialize(Offering(host)), nullptr);
   EXPECT_FALSE(state_.probe_done);
-  EXPECT_EQ(state_.host, nullptr);
+  EXPECT_EQ(state_.host.load(), nullptr);
   EXPECT_EQ(host.use_count(), 1);
   EXPECT_THAT(host->log, IsEmpty());
 }
@@ -77,7 +110,7 @@ TEST_F(VoiceTest, StandsAHostThatIsShutDownWhileItIsTold) {
    public:
     explicit ShuttingDownHost(Voice& voice) : voice_(voice) {}
     ~ShuttingDownHost() override { told_.clear(); }
-    Result ExpandMessage(std::string&) override { return kOk; }
+    Result ExpandMessage(std::string&, EmptyText) override { return kOk; }
     void LogMessage(std::string_view text) override {
       voice_.Shutdown();
       told_ += text;
@@ -91,7 +124,7 @@ TEST_F(VoiceTest, StandsAHostThatIsShutDownWhileItIsTold) {
   };
   state_.host = std::make_shared<ShuttingDownHost>(voice_);
   state_.log().Text("first");
-  EXPECT_EQ(state_.host, nullptr);
+  EXPECT_EQ(state_.host.load(), nullptr);
   state_.log().Text("second");
 }
 
@@ -99,12 +132,12 @@ TEST_F(VoiceTest, StandsAHostThatIsShutDownWhileItIsTold) {
 class AcknowledgedCall : public VoiceTest {
  protected:
   AcknowledgedCall() {
-    Instance instance(kVoiceLayout.fields.size());
+    Instance instance(kVoice.instances.fields.size());
     instance.set_text(voice_field::kPhoneNumber, "5550100");
     instance.set_text(voice_field::kRepeatMessage, "repeat.wav");
     instance.set_text(voice_field::kItemDown, "down.wav");
     instance.set_integer(voice_field::kButton, 5);
-    files_.files["alert"] = EncodeInstance(kVoiceLayout, instance);
+    files_.files["alert"] = EncodeInstance(kVoice.instances, instance);
     for (const char* const wave : {"repeat.wav", "device.wav", "down.wav"}) {
       system_.riff_files.files[wave] = WaveBytes(wave);
     }

@@ -1,0 +1,68 @@
+#include "host/alert/host_callback_win32.h"
+
+#include <utility>
+
+#include "system/bstr_win32.h"
+#include "system/exception_guard.h"
+#include "system/utf8_text_win32.h"
+
+namespace brantel::host {
+
+static_assert(kItemUp.trigger_word == kAlertItemUp);
+static_assert(kItemDown.trigger_word == kAlertItemDown);
+static_assert(kServiceUp.trigger_word == kAlertServiceUp);
+static_assert(kServiceDown.trigger_word == kAlertServiceDown);
+static_assert(kTrap.trigger_word == kAlertTrap);
+
+HostCallback::HostCallback(AlertEvent event, MessageVariables variables, const OutputStream& output)
+    : event_(event), variables_(std::move(variables)), output_(output) {}
+
+HRESULT HostCallback::QueryInterface(REFIID iid, void** object) noexcept {
+  if (object == nullptr) return E_POINTER;
+  *object = nullptr;
+  if (iid != IID_IUnknown && iid != IID_INotifierHost) return E_NOINTERFACE;
+  *object = static_cast<INotifierHost*>(this);
+  AddRef();
+  return S_OK;
+}
+
+ULONG HostCallback::AddRef() noexcept {
+  return static_cast<ULONG>(InterlockedIncrement(&references_));
+}
+
+ULONG HostCallback::Release() noexcept {
+  const LONG left = InterlockedDecrement(&references_);
+  if (left == 0) delete this;
+  return static_cast<ULONG>(left);
+}
+
+HRESULT HostCallback::ExpandMessage(BSTR* text) noexcept {
+  if (text == nullptr) return E_POINTER;
+  return GuardExceptions([&]() -> Result {
+    const std::string message_template = ToUtf8(Bstr::ViewOf(*text));
+    Bstr expanded(FromUtf8(variables_.Expand(message_template)));
+    SysFreeString(*text);
+    *text = expanded.release();
+    return S_OK;
+  });
+}
+
+HRESULT HostCallback::LogMessage(UINT32, BSTR text) noexcept {
+  return GuardExceptions([&]() -> Result {
+    output_.Write(log_text_.Render(ToUtf8(Bstr::ViewOf(text))));
+    return S_OK;
+  });
+}
+
+HRESULT HostCallback::GetAlertTrigger(UINT32* flags) noexcept {
+  if (flags == nullptr) return E_POINTER;
+  if (!event_.trigger_word) return E_FAIL;
+  *flags = *event_.trigger_word;
+  return S_OK;
+}
+
+void HostCallback::FinishLog() {
+  if (!log_text_.at_line_start()) output_.Write("\n");
+}
+
+}  // namespace brantel::host

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "host/alert/alert_event.h"
+#include "host/alert/message_variables.h"
+#include "host/system/output_stream_win32.h"
+#include "host/text/log_text.h"
+#include "notifier/notifier_contract.h"
+
+namespace brantel::host {
+
+// The host that a notifier is bound to for one alert: returns the alert's event, fills in its
+// variables, and prints its log as it comes.
+class HostCallback final : public INotifierHost {
+ public:
+  // The output must outlive the object.
+  HostCallback(AlertEvent event, MessageVariables variables, const OutputStream& output);
+  HostCallback(const HostCallback&) = delete;
+  HostCallback& operator=(const HostCallback&) = delete;
+
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) noexcept override;
+  ULONG STDMETHODCALLTYPE AddRef() noexcept override;
+  ULONG STDMETHODCALLTYPE Release() noexcept override;
+
+  HRESULT STDMETHODCALLTYPE ExpandMessage(BSTR* text) noexcept override;
+  HRESULT STDMETHODCALLTYPE LogMessage(UINT32 level, BSTR text) noexcept override;
+  // E_FAIL when there is no event.
+  HRESULT STDMETHODCALLTYPE GetAlertTrigger(UINT32* flags) noexcept override;
+
+  // Ends the line that the log's last text has left open, if it has.
+  void FinishLog();
+
+ private:
+  ~HostCallback() = default;  // by the last Release
+
+  const AlertEvent event_;
+  const MessageVariables variables_;
+  const OutputStream& output_;
+  LogText log_text_;
+  volatile LONG references_ = 1;
+};
+
+}  // namespace brantel::host

@@ -1,0 +1,24 @@
+#pragma once
+
+namespace brantel::host {
+
+// Whether a command takes --module.
+enum class ModuleUse { kNone, kModule };
+
+// How a command is called and what its help says. A command is a structure of its arguments with
+//
+//   static const CommandSyntax kSyntax;
+//
+// and two functions beside it: DeclareArguments, which makes a parser fill in the structure, and
+// Run, which does what the command is for and lies in a file for Windows.
+struct CommandSyntax {
+  const char* name;
+  ModuleUse module_use;
+  const char* summary;
+  const char* examples;
+};
+
+// What Run gets beside the command's own arguments, in command_context_win32.h.
+struct CommandContext;
+
+}  // namespace brantel::host

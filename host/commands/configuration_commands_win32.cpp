@@ -1,0 +1,80 @@
+#include "host/commands/configuration_commands.h"
+
+#include <windows.h>
+
+#include <string>
+
+#include "host/alert/host_callback_win32.h"
+#include "host/commands/command_context_win32.h"
+#include "host/module/created_notifier_win32.h"
+#include "host/outcome/result_text.h"
+#include "host/system/file_path_win32.h"
+#include "host/text/control_characters.h"
+#include "notifier/notifier_contract.h"
+#include "system/bstr_win32.h"
+#include "system/com_pointer_win32.h"
+#include "system/utf8_text_win32.h"
+
+namespace brantel::host {
+namespace {
+
+ComPointer<INotifierConfig> ConfigurationOf(const CreatedNotifier& created,
+                                            const std::string& class_name) {
+  ComPointer<INotifierConfig> configuration;
+  const HRESULT result =
+      created.notifier->QueryInterface(IID_INotifierConfig, configuration.put_void());
+  if (FAILED(result)) {
+    throw CommandFailure(ExitCode::kFailed, class_name + " has no dialogs: " + ResultText(result));
+  }
+  return configuration;
+}
+
+// A dialog of INotifierConfig.
+using Dialog = HRESULT (STDMETHODCALLTYPE INotifierConfig::*)(BSTR directory, BSTR* name);
+
+// Runs the dialog, prints the log that comes meanwhile, and returns the dialog's own result.
+HRESULT RunDialog(const CreatedNotifier& created, INotifierConfig& configuration, Dialog dialog,
+                  const std::wstring& directory, Bstr& name, const OutputStream& output) {
+  const auto callback = ComPointer<HostCallback>::Adopt(new HostCallback(kNoEvent, {}, output));
+  // A class that cannot deliver on this machine can still be configured here.
+  const bool is_bound = SUCCEEDED(created.notifier->Initialize(callback.get()));
+  const Bstr directory_argument(directory);
+  const HRESULT result = (configuration.*dialog)(directory_argument.get(), name.in_out());
+  if (is_bound) created.notifier->Shutdown();
+  callback->FinishLog();
+  return result;
+}
+
+ExitCode Report(HRESULT result, const std::string& done, const Bstr& name,
+                const OutputStream& output) {
+  if (result == S_OK) {
+    output.Write(done + " " + ShowControlCharacters(ToUtf8(name.view())) + ".\n");
+    return ExitCode::kDone;
+  }
+  output.Write(result == E_FAIL ? "Cancelled.\n" : "Failed: " + ResultText(result) + "\n");
+  return ExitCode::kFailed;
+}
+
+}  // namespace
+
+ExitCode Run(const AddCommand& command, const CommandContext& context) {
+  const std::wstring directory = ExistingDirectory(FromUtf8(command.directory));
+  const CreatedNotifier created = CreateNotifier(command.class_name, context.module_file);
+  const auto configuration = ConfigurationOf(created, command.class_name);
+  Bstr name;
+  const HRESULT result = RunDialog(created, *configuration.get(), &INotifierConfig::AddInstance,
+                                   directory, name, context.output);
+  return Report(result, "Added", name, context.output);
+}
+
+ExitCode Run(const EditCommand& command, const CommandContext& context) {
+  const std::wstring directory = ExistingDirectory(FromUtf8(command.directory));
+  const CreatedNotifier created = CreateNotifier(command.class_name, context.module_file);
+  const auto configuration = ConfigurationOf(created, command.class_name);
+  Bstr name(FromUtf8(command.name));
+  const HRESULT result = RunDialog(created, *configuration.get(), &INotifierConfig::EditInstance,
+                                   directory, name, context.output);
+  return Report(result, "Saved", name, context.output);
+}
+
+}  // namespace brantel::host

@@ -1,0 +1,39 @@
+#include "host/commands/send_command.h"
+
+#include <string>
+
+#include "host/alert/host_callback_win32.h"
+#include "host/commands/command_context_win32.h"
+#include "host/module/created_notifier_win32.h"
+#include "host/outcome/result_text.h"
+#include "host/system/file_path_win32.h"
+#include "notifier/notifier_contract.h"
+#include "system/bstr_win32.h"
+#include "system/com_pointer_win32.h"
+#include "system/utf8_text_win32.h"
+
+namespace brantel::host {
+
+ExitCode Run(const SendCommand& command, const CommandContext& context) {
+  const CreatedNotifier created = CreateNotifier(command.class_name, context.module_file);
+  const auto callback = ComPointer<HostCallback>::Adopt(
+      new HostCallback(command.event, command.variables, context.output));
+  const HRESULT initialised = created.notifier->Initialize(callback.get());
+  if (FAILED(initialised)) {
+    throw CommandFailure(ExitCode::kFailed, command.class_name + " could not be initialised: " +
+                                                ResultText(initialised));
+  }
+  const Bstr instance(FullPath(FromUtf8(command.instance_file)));
+  const HRESULT sent = created.notifier->Send(instance.get());
+  created.notifier->Shutdown();
+
+  callback->FinishLog();
+  if (FAILED(sent)) {
+    context.output.Write("Failed: " + ResultText(sent) + "\n");
+    return ExitCode::kFailed;
+  }
+  context.output.Write(sent == S_OK ? "Delivered.\n" : "Delivered: " + ResultText(sent) + "\n");
+  return ExitCode::kDone;
+}
+
+}  // namespace brantel::host

@@ -1,0 +1,105 @@
+#include "host/instances/instance_text.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <nlohmann/json.hpp>
+#include <sstream>
+
+#include "host/text/control_characters.h"
+#include "host/text/letter_case.h"
+#include "host/text/log_text.h"
+#include "host/text/text_table.h"
+#include "host/text/utf8_characters.h"
+
+namespace brantel::host {
+namespace {
+
+// In characters: name, class and summary of most instances then fit into a line of a terminal.
+constexpr std::size_t kSummaryWidth = 48;
+
+using Rows = std::vector<std::vector<std::string>>;
+
+std::string ValueText(const InstanceFile& file, std::size_t field) {
+  return file.layout->fields[field].kind == FieldKind::kInteger
+             ? std::to_string(file.instance->integer(field))
+             : file.instance->text(field);
+}
+
+// A row for each line of the value, the field's name in the first.
+void AppendField(Rows& rows, const InstanceFile& file, std::size_t field) {
+  rows.push_back({std::string(file.layout->fields[field].name)});
+  std::istringstream lines(LogText().Render(ValueText(file, field)));
+  for (std::string line; std::getline(lines, line);) {
+    if (rows.back().size() > 1) rows.push_back({""});
+    rows.back().push_back(line);
+  }
+}
+
+std::string Shortened(const std::string& text) {
+  constexpr std::string_view kMark = "...";
+  if (CountCharacters(text) <= kSummaryWidth) return text;
+  return std::string(FirstCharacters(text, kSummaryWidth - kMark.size())).append(kMark);
+}
+
+// The first texts that are not empty.
+std::string FirstTexts(const InstanceFile& file) {
+  std::string texts;
+  for (std::size_t i = 0; i < file.layout->fields.size(); ++i) {
+    const std::string& text = file.instance->text(i);
+    if (text.empty()) continue;
+    texts += (texts.empty() ? "" : ", ") + ShowControlCharacters(text);
+  }
+  return Shortened(texts);
+}
+
+std::string Summary(const InstanceFile& file) {
+  const std::string texts = file.instance ? FirstTexts(file) : "";
+  if (texts.empty() || file.fault.empty()) return texts + file.fault;
+  return texts + " (" + file.fault + ")";
+}
+
+bool ComesBefore(const InstanceFile& one, const InstanceFile& other) {
+  if (EqualIgnoringCase(one.name, other.name)) return one.name < other.name;
+  return ComesBeforeIgnoringCase(one.name, other.name);
+}
+
+}  // namespace
+
+std::string InstanceText(const InstanceFile& file) {
+  Rows rows;
+  for (std::size_t i = 0; i < file.layout->fields.size(); ++i) {
+    AppendField(rows, file, i);
+  }
+  return "Instance " + ShowControlCharacters(file.name) + " of " +
+         std::string(file.layout->class_name) + "\n\n" + FormatTextTable(rows);
+}
+
+std::string InstanceJson(const InstanceFile& file) {
+  nlohmann::ordered_json fields;
+  for (std::size_t i = 0; i < file.layout->fields.size(); ++i) {
+    auto& value = fields[std::string(file.layout->fields[i].name)];
+    if (file.layout->fields[i].kind == FieldKind::kInteger) {
+      value = file.instance->integer(i);
+    } else {
+      value = file.instance->text(i);
+    }
+  }
+  nlohmann::ordered_json object;
+  object["class"] = file.layout->class_name;
+  object["name"] = file.name;
+  object["fields"] = std::move(fields);
+  return object.dump(2) + "\n";
+}
+
+std::string InstanceTable(std::vector<InstanceFile> files) {
+  std::ranges::sort(files, ComesBefore);
+  Rows rows = {{"Name", "Class", "Summary"}};
+  for (const InstanceFile& file : files) {
+    rows.push_back({ShowControlCharacters(file.name),
+                    std::string(file.layout == nullptr ? "-" : file.layout->class_name),
+                    Summary(file)});
+  }
+  return FormatTextTable(rows);
+}
+
+}  // namespace brantel::host

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "host/module/module_library_win32.h"
+#include "notifier/notifier_contract.h"
+#include "system/com_pointer_win32.h"
+
+namespace brantel::host {
+
+// A notifier object, and the module that it lives in when this host has loaded that by its file.
+struct CreatedNotifier {
+  std::unique_ptr<const ModuleLibrary> module;  // must outlive the notifier
+  ComPointer<INotifier> notifier;
+};
+
+// A notifier of that class from the module file (UTF-8), or of the registered class when no file is
+// given. Throws CommandFailure when it cannot be created.
+CreatedNotifier CreateNotifier(const std::string& class_name,
+                               const std::optional<std::string>& module_file);
+
+}  // namespace brantel::host

@@ -1,0 +1,72 @@
+#include "host/system/file_path_win32.h"
+
+#include <windows.h>
+
+#include <memory>
+#include <type_traits>
+
+#include "host/outcome/command_failure.h"
+#include "host/outcome/system_error_text_win32.h"
+#include "system/utf8_text_win32.h"
+
+namespace brantel::host {
+namespace {
+
+// Such as "C:\\".
+constexpr std::size_t kRootLength = 3;
+
+struct SearchCloser {
+  void operator()(HANDLE search) const { FindClose(search); }
+};
+using Search = std::unique_ptr<std::remove_pointer_t<HANDLE>, SearchCloser>;
+
+Search SearchDirectory(const std::wstring& directory, WIN32_FIND_DATAW& found) {
+  HANDLE search = FindFirstFileW((directory + L"\\*").c_str(), &found);
+  if (search == INVALID_HANDLE_VALUE) {
+    const DWORD error = GetLastError();
+    throw CommandFailure(ExitCode::kFailed, "the directory " + ToUtf8(directory) +
+                                                " cannot be read: " + SystemErrorText(error));
+  }
+  return Search(search);
+}
+
+}  // namespace
+
+std::wstring FullPath(const std::wstring& file) {
+  std::wstring path(kPathCapacity, L'\0');
+  const DWORD length = GetFullPathNameW(file.c_str(), kPathCapacity, path.data(), nullptr);
+  if (length == 0 || length >= kPathCapacity) return file;
+  path.resize(length);
+  return path;
+}
+
+bool FileExists(const std::wstring& file) {
+  return GetFileAttributesW(file.c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
+bool IsDirectory(const std::wstring& file) {
+  const DWORD attributes = GetFileAttributesW(file.c_str());
+  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
+std::wstring ExistingDirectory(const std::wstring& directory) {
+  std::wstring path = FullPath(directory);
+  if (!IsDirectory(path)) {
+    throw CommandFailure(ExitCode::kFailed, "there is no directory " + ToUtf8(path));
+  }
+  if (path.size() > kRootLength && path.back() == L'\\') path.pop_back();
+  return path;
+}
+
+std::vector<std::wstring> FilesIn(const std::wstring& directory) {
+  std::vector<std::wstring> names;
+  WIN32_FIND_DATAW found{};
+  const Search search = SearchDirectory(directory, found);
+  do {
+    if ((found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0)
+      names.emplace_back(found.cFileName);
+  } while (FindNextFileW(search.get(), &found) != FALSE);
+  return names;
+}
+
+}  // namespace brantel::host

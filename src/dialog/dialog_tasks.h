@@ -1,0 +1,21 @@
+#pragma once
+
+#include <functional>
+
+namespace brantel {
+
+// Where other threads leave what is to be done in a dialog. It may outlive the dialog.
+class DialogTasks {
+ public:
+  virtual ~DialogTasks() = default;
+
+  // From any thread, without waiting: has the task done by the dialog's own thread between two of
+  // its events, after those that were left before. A task that is left when the dialog closes is
+  // not done, nor is one that is left afterwards.
+  virtual void Leave(std::function<void()> task) = 0;
+
+  // From any thread: whether the dialog has not been closed yet.
+  [[nodiscard]] virtual bool IsOpen() = 0;
+};
+
+}  // namespace brantel

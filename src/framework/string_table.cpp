@@ -1,9 +1,0 @@
-#include "framework/string_table.h"
-
-namespace brantel {
-
-std::string LookupFailureText(unsigned id) {
-  return std::to_string(id) + " DEBUG - Unable to load string";
-}
-
-}  // namespace brantel

@@ -1,0 +1,103 @@
+#include "instance/instance_files_win32.h"
+
+#include <windows.h>
+
+#include <span>
+#include <utility>
+
+#include "instance/instance_name.h"
+#include "system/ansi_text_win32.h"
+#include "system/handle_win32.h"
+
+namespace brantel {
+namespace {
+
+class OpenFile final : public ByteSource {
+ public:
+  explicit OpenFile(Handle file) : file_(std::move(file)) {}
+
+  std::size_t Read(std::span<char> buffer) override {
+    DWORD count = 0;
+    if (ReadFile(file_.get(), buffer.data(), static_cast<DWORD>(buffer.size()), &count, nullptr) ==
+        FALSE) {
+      throw ReadFailure(GetLastError());
+    }
+    return count;
+  }
+
+ private:
+  Handle file_;
+};
+
+// Looked for in the wide text: in ANSI the second byte of a double-byte character may be what a
+// backslash is.
+std::wstring_view LastComponent(std::wstring_view path) {
+  return path.substr(path.rfind(L'\\') + 1);
+}
+
+// Nothing when the directory lists no file for the path.
+std::optional<std::wstring> ListedName(const std::wstring& path) {
+  WIN32_FIND_DATAW entry;
+  HANDLE const search = FindFirstFileW(path.c_str(), &entry);
+  if (search == INVALID_HANDLE_VALUE) return std::nullopt;
+  FindClose(search);
+  return entry.cFileName;
+}
+
+bool WriteContent(const std::string& path, DWORD disposition, std::string_view content) {
+  const Handle file(CreateFileA(path.c_str(), GENERIC_WRITE, 0, nullptr, disposition,
+                                FILE_ATTRIBUTE_NORMAL, nullptr));
+  if (!file) return false;
+  DWORD written = 0;
+  WriteFile(file.get(), content.data(), static_cast<DWORD>(content.size()), &written, nullptr);
+  return true;
+}
+
+}  // namespace
+
+std::unique_ptr<ByteSource> DiskInstanceFiles::Open(const std::string& path) {
+  Handle file(CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
+                          FILE_ATTRIBUTE_NORMAL, nullptr));
+  if (!file) return nullptr;
+  return std::make_unique<OpenFile>(std::move(file));
+}
+
+bool DiskInstanceFiles::Write(const std::string& path, std::string_view content) {
+  return WriteContent(path, CREATE_ALWAYS, content);
+}
+
+bool DiskInstanceFiles::Overwrite(const std::string& path, std::string_view content) {
+  return WriteContent(path, TRUNCATE_EXISTING, content);
+}
+
+bool DiskInstanceFiles::Delete(const std::string& path) {
+  return DeleteFileA(path.c_str()) != FALSE;
+}
+
+bool DiskInstanceFiles::Rename(const std::string& path, const std::string& new_path) {
+  return MoveFileA(path.c_str(), new_path.c_str()) != FALSE;
+}
+
+bool DiskInstanceFiles::Exists(const std::string& path) const {
+  return GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
+std::optional<std::string> DiskInstanceFiles::StoredName(const std::string& path) const {
+  const std::wstring wide = FromAnsi(path);
+  const std::string own_name = ToAnsi(LastComponent(wide));
+  const auto listed = ListedName(wide);
+  if (!listed) {
+    // A file stands also in a directory that does not let itself be listed.
+    return Exists(path) ? std::optional(own_name) : std::nullopt;
+  }
+  std::string stored = ToAnsi(*listed);
+  // A name of characters that the code page lacks is known here by the short one that led to it.
+  return FromAnsi(stored) == *listed ? std::move(stored) : own_name;
+}
+
+bool DiskInstanceFiles::IsValidName(const std::string& name) const {
+  const std::wstring wide = FromAnsi(name);
+  return IsValidInstanceName(std::u16string(wide.begin(), wide.end()));
+}
+
+}  // namespace brantel

@@ -1,9 +1,0 @@
-#pragma once
-
-#include "modem/port_settings_dialog.h"
-
-namespace brantel {
-
-extern const PortSettingsDialogSpec kPagerSettingsDialog;
-
-}  // namespace brantel

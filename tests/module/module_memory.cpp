@@ -1,0 +1,28 @@
+#include "tests/module/module_memory.h"
+
+#include <cstdlib>
+
+namespace brantel {
+namespace {
+
+ModuleMemory* memory = nullptr;
+
+}  // namespace
+
+ModuleMemory::ModuleMemory(HMODULE module)
+    : patch_(module, "malloc", reinterpret_cast<void*>(&Allocate)) {
+  memory = this;
+}
+
+ModuleMemory::~ModuleMemory() {
+  memory = nullptr;
+}
+
+// Of the heap to which the module gives it back.
+void* ModuleMemory::Allocate(std::size_t size) {
+  if (memory == nullptr) return std::malloc(size);
+  if (memory->at_allocation) memory->at_allocation();
+  return memory->fails_at == memory->allocations++ ? nullptr : std::malloc(size);
+}
+
+}  // namespace brantel

@@ -1,0 +1,172 @@
+#include "sound/sound_dialog.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "sound/sound_description.h"
+#include "tests/unit/dialog/fake_dialog_view.h"
+#include "tests/unit/dialog/fake_recorder_system.h"
+#include "tests/unit/instance/fake_instance_files.h"
+#include "tests/unit/notifier/fake_notifier_host.h"
+
+namespace brantel {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+constexpr int kName = 203;
+constexpr int kBrowse = 210;
+constexpr int kRecord = 211;
+constexpr int kFilename = 212;
+constexpr int kContinuous = 213;
+
+std::string FileOf(const std::string& wave, std::int32_t continuous) {
+  Instance instance(2);
+  instance.set_text(sound_field::kWaveFilename, wave);
+  instance.set_integer(sound_field::kContinuousPlay, continuous);
+  return EncodeInstance(kSound.instances, instance);
+}
+
+class SoundDialogTest : public ::testing::Test {
+ protected:
+  SoundDialog Add() { return {view_, files_, {.directory = "dir", .host = &host_}, system_}; }
+  SoundDialog Edit(const std::string& name) {
+    return {view_,
+            files_,
+            {"dir", InstanceArgument{std::u16string(name.begin(), name.end()), name}, &host_},
+            system_};
+  }
+
+  FakeDialogView view_;
+  FakeInstanceFiles files_;
+  FakeNotifierHost host_;
+  FakeRecorderSystem system_;
+};
+
+TEST_F(SoundDialogTest, IsDialog206WithItsPicturesAndHelp) {
+  SoundDialog dialog = Add();
+  EXPECT_EQ(dialog.template_id(), 206);
+  EXPECT_EQ(dialog.bitmap_buttons().size(), 2U);
+  dialog.Press(STANDARD_HELP);
+  EXPECT_THAT(view_.events, ElementsAre("help 131195"));
+}
+
+TEST_F(SoundDialogTest, AddsFromTheDefaultInstance) {
+  files_.files["dir\\Default"] = FileOf("C:\\bell.wav", 1);
+  Add().Open();
+  EXPECT_EQ(view_.title, "Add Sound Instance");
+  EXPECT_EQ(view_.texts[kName], "");
+  EXPECT_EQ(view_.texts[kFilename], "C:\\bell.wav");
+  EXPECT_TRUE(view_.checks[kContinuous]);
+  EXPECT_THAT(host_.log, IsEmpty());
+}
+
+TEST_F(SoundDialogTest, OnlyLogsAMissingDefaultInstance) {
+  Add().Open();
+  EXPECT_EQ(view_.title, "Add Sound Instance");
+  EXPECT_THAT(host_.log, ElementsAre("Default", " - Failed to load notification from disk.", "\r"));
+  EXPECT_THAT(view_.events, IsEmpty());
+}
+
+TEST_F(SoundDialogTest, EditsTheNamedInstance) {
+  files_.files["dir\\night"] = FileOf("C:\\bell.wav", 0);
+  view_.checks[kContinuous] = true;
+  Edit("night").Open();
+  EXPECT_EQ(view_.title, "Edit Sound Instance");
+  EXPECT_EQ(view_.texts[kName], "night");
+  EXPECT_EQ(view_.texts[kFilename], "C:\\bell.wav");
+  EXPECT_FALSE(view_.checks[kContinuous]);
+}
+
+TEST_F(SoundDialogTest, LogsAndShowsAnInstanceThatCannotBeEdited) {
+  Edit("night").Open();
+  EXPECT_EQ(view_.title, "Edit Sound Instance");
+  EXPECT_THAT(host_.log, ElementsAre("night", " - Failed to load notification from disk.", "\r"));
+  EXPECT_THAT(view_.events, ElementsAre("message Error loading the instance file"));
+  EXPECT_THAT(view_.texts, IsEmpty());
+}
+
+TEST_F(SoundDialogTest, PutsTheFocusOnTheNameThatIsMissing) {
+  SoundDialog dialog = Add();
+  dialog.Press(STANDARD_OK);
+  EXPECT_THAT(
+      view_.events,
+      ElementsAre("message Invalid value - The 'Name' field must have a value", "focus 203"));
+}
+
+TEST_F(SoundDialogTest, WantsAFilename) {
+  SoundDialog dialog = Add();
+  view_.texts[kName] = "night";
+  dialog.Press(STANDARD_OK);
+  EXPECT_THAT(
+      view_.events,
+      ElementsAre("message Invalid value - The 'Filename' field must have a value.", "focus 212"));
+}
+
+TEST_F(SoundDialogTest, SavesWhatWasEntered) {
+  SoundDialog dialog = Add();
+  view_.texts = {{kName, "night"}, {kFilename, "C:\\bell.wav"}};
+  for (const bool checked : {false, true}) {
+    view_.checks[kContinuous] = checked;
+    files_.files.clear();
+    dialog.Press(STANDARD_OK);
+    EXPECT_EQ(files_.files["dir\\night"], FileOf("C:\\bell.wav", checked ? 1 : 0));
+  }
+  EXPECT_EQ(dialog.saved_name(), "night");
+}
+
+TEST_F(SoundDialogTest, BrowsesForAWaveFile) {
+  SoundDialog dialog = Add();
+  view_.texts[kFilename] = "old.wav";
+  dialog.Press(kBrowse);
+  EXPECT_EQ(view_.texts[kFilename], "old.wav");
+  view_.chosen_file = "C:\\new.wav";
+  dialog.Press(kBrowse);
+  EXPECT_EQ(view_.texts[kFilename], "C:\\new.wav");
+  EXPECT_THAT(view_.events, ElementsAre("choose file 353 *.wav from old.wav",
+                                        "choose file 353 *.wav from old.wav"));
+}
+
+TEST_F(SoundDialogTest, OffersToBrowseFromNoMoreThan511Bytes) {
+  SoundDialog dialog = Add();
+  view_.texts[kFilename] = std::string(600, 'x');
+  dialog.Press(kBrowse);
+  EXPECT_THAT(view_.events, ElementsAre("choose file 353 *.wav from " + std::string(511, 'x')));
+}
+
+TEST_F(SoundDialogTest, RecordsIntoTheNamedFile) {
+  system_.configured = "recorder.exe";
+  SoundDialog dialog = Add();
+  view_.texts[kFilename] = "C:\\new.wav";
+  dialog.Press(kRecord);
+  EXPECT_THAT(system_.command_lines, ElementsAre("recorder.exe C:\\new.wav"));
+  EXPECT_THAT(view_.events, IsEmpty());
+}
+
+TEST_F(SoundDialogTest, RecordsIntoAFileOf512Bytes) {
+  SoundDialog dialog = Add();
+  view_.texts[kFilename] = std::string(513, 'x');
+  dialog.Press(kRecord);
+  EXPECT_THAT(system_.command_lines,
+              ElementsAre("C:\\WINDOWS\\system32\\sndrec32.exe " + std::string(512, 'x')));
+}
+
+TEST_F(SoundDialogTest, IsModifiedByItsControlsAlone) {
+  for (const int control : {kName, kFilename}) {
+    SoundDialog dialog = Add();
+    dialog.Change(control);
+    EXPECT_TRUE(dialog.modified()) << control;
+  }
+  SoundDialog checked = Add();
+  checked.Press(kContinuous);
+  EXPECT_TRUE(checked.modified());
+
+  SoundDialog untouched = Add();
+  for (const int button : {kBrowse, kRecord, STANDARD_HELP, STANDARD_OK})
+    untouched.Press(button);
+  EXPECT_FALSE(untouched.modified());
+}
+
+}  // namespace
+}  // namespace brantel

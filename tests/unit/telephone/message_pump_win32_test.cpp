@@ -1,0 +1,190 @@
+#include "telephone/message_pump_win32.h"
+
+#include <windows.h>
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <thread>
+
+#include "system/handle_win32.h"
+
+namespace brantel {
+namespace {
+
+// More often than a wait that is not woken would end by itself in the time that is left for it.
+constexpr int kManyTimes = 50;
+constexpr DWORD kFarTooLong = 2500;  // milliseconds
+
+// A window of this thread that counts what it is told.
+class CountingWindow {
+ public:
+  CountingWindow() {
+    SetWindowLongPtrA(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+    SetWindowLongPtrA(window_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&Handle));
+  }
+  CountingWindow(const CountingWindow&) = delete;
+  CountingWindow& operator=(const CountingWindow&) = delete;
+  ~CountingWindow() { DestroyWindow(window_); }
+
+  int told = 0;
+  int characters = 0;
+
+  void Post(UINT message, WPARAM value = 0) const { PostMessageA(window_, message, value, 0); }
+  void Send(UINT message) const { SendMessageA(window_, message, 0, 0); }
+
+ private:
+  static LRESULT CALLBACK Handle(HWND window, UINT message, WPARAM first, LPARAM second) {
+    auto* const self = reinterpret_cast<CountingWindow*>(GetWindowLongPtrA(window, GWLP_USERDATA));
+    if (message == WM_APP) ++self->told;
+    if (message == WM_CHAR) ++self->characters;
+    return DefWindowProcA(window, message, first, second);
+  }
+
+  HWND window_ =
+      CreateWindowA("STATIC", "", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr);
+};
+
+TEST(ThreadMessagePump, HandlesTheThreadsMessagesUntilItIsOver) {
+  CountingWindow window;
+  for (int i = 0; i < 3; ++i)
+    window.Post(WM_APP);
+  ThreadMessagePump pump;
+  pump.PumpUntil([&] { return window.told == 2; }, kNoEvent);
+  EXPECT_EQ(window.told, 2);
+  pump.PumpUntil([&] { return window.told == 3; }, kNoEvent);
+}
+
+TEST(ThreadMessagePump, HandlesNothingWhenItIsOverAtOnce) {
+  CountingWindow window;
+  window.Post(WM_APP);
+  ThreadMessagePump().PumpUntil([] { return true; }, kNoEvent);
+  EXPECT_EQ(window.told, 0);
+}
+
+TEST(ThreadMessagePump, TranslatesKeys) {
+  CountingWindow window;
+  window.Post(WM_KEYDOWN, 'A');
+  ThreadMessagePump().PumpUntil([&] { return window.characters == 1; }, kNoEvent);
+  EXPECT_EQ(window.characters, 1);
+}
+
+TEST(ThreadMessagePump, AsksAlsoWhenThereAreNoMessages) {
+  int asked = 0;
+  ThreadMessagePump().PumpUntil([&] { return ++asked == 10; }, kNoEvent);
+  EXPECT_EQ(asked, 10);
+}
+
+class Event {
+ public:
+  [[nodiscard]] EventHandle handle() const { return reinterpret_cast<EventHandle>(event_.get()); }
+  [[nodiscard]] bool IsSet() const { return WaitForSingleObject(event_.get(), 0) == WAIT_OBJECT_0; }
+  void Set() const { SetEvent(event_.get()); }
+  void Reset() const { ResetEvent(event_.get()); }
+
+ private:
+  Handle event_{CreateEventW(nullptr, TRUE, FALSE, nullptr)};
+};
+
+TEST(ThreadMessagePump, AsksSeldomWhileNothingHappens) {
+  const Event event;
+  std::thread other([&] {
+    Sleep(1000);
+    event.Set();
+  });
+  int asked = 0;
+  ThreadMessagePump().PumpUntil(
+      [&] {
+        ++asked;
+        return event.IsSet();
+      },
+      event.handle());
+  other.join();
+  EXPECT_LT(asked, 100);
+}
+
+// Waits for what another thread does, many times. How many milliseconds that takes together.
+DWORD TimeOfWaits(const std::function<void()>& done_by_other,
+                  const std::function<bool(int times)>& is_over, EventHandle event) {
+  ThreadMessagePump pump;
+  const DWORD start = GetTickCount();
+  for (int times = 1; times <= kManyTimes; ++times) {
+    std::thread other([&] {
+      Sleep(5);  // until this thread sleeps, most of the time
+      done_by_other();
+    });
+    pump.PumpUntil([&] { return is_over(times); }, event);
+    other.join();
+  }
+  return GetTickCount() - start;
+}
+
+TEST(ThreadMessagePump, IsAwakeAtOnceForAMessage) {
+  const CountingWindow window;
+  EXPECT_LT(TimeOfWaits([&] { window.Post(WM_APP); },
+                        [&](int times) { return window.told == times; }, kNoEvent),
+            kFarTooLong);
+}
+
+TEST(ThreadMessagePump, IsAwakeAtOnceForAMessageThatIsSent) {
+  const CountingWindow window;
+  EXPECT_LT(TimeOfWaits([&] { window.Send(WM_APP); },
+                        [&](int times) { return window.told == times; }, kNoEvent),
+            kFarTooLong);
+}
+
+TEST(ThreadMessagePump, IsAwakeAtOnceForTheEvent) {
+  const Event event;
+  EXPECT_LT(TimeOfWaits([&] { event.Set(); },
+                        [&](int) {
+                          const bool is_set = event.IsSet();
+                          if (is_set) event.Reset();
+                          return is_set;
+                        },
+                        event.handle()),
+            kFarTooLong);
+}
+
+TEST(ThreadMessagePump, DoesNotSleepWhereTheEventIsSetBefore) {
+  const Event event;
+  event.Set();
+  const DWORD start = GetTickCount();
+  for (int i = 0; i < kManyTimes; ++i) {
+    int asked = 0;
+    ThreadMessagePump().PumpUntil([&] { return ++asked == 3; }, event.handle());
+  }
+  EXPECT_LT(GetTickCount() - start, kFarTooLong);
+}
+
+// As a driver or a host may, by PM_NOREMOVE.
+TEST(ThreadMessagePump, DoesNotSleepOverAMessageThatSomebodyHasLookedAt) {
+  const CountingWindow window;
+  const DWORD start = GetTickCount();
+  for (int i = 1; i <= kManyTimes; ++i) {
+    int asked = 0;
+    ThreadMessagePump().PumpUntil(
+        [&] {
+          if (++asked == 2) {  // just before it would sleep
+            window.Post(WM_APP);
+            MSG message;
+            EXPECT_TRUE(PeekMessageA(&message, nullptr, 0, 0, PM_NOREMOVE));
+          }
+          return window.told == i;
+        },
+        kNoEvent);
+  }
+  EXPECT_LT(GetTickCount() - start, kFarTooLong);
+}
+
+TEST(ThreadMessagePump, LeavesTheWishToQuitForTheHost) {
+  CountingWindow window;
+  PostQuitMessage(7);
+  int asked = 0;
+  ThreadMessagePump().PumpUntil([&] { return ++asked == 10; }, kNoEvent);
+  MSG message{};
+  ASSERT_TRUE(PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE));
+  EXPECT_EQ(message.message, WM_QUIT);
+  EXPECT_EQ(message.wParam, 7U);
+}
+
+}  // namespace
+}  // namespace brantel
