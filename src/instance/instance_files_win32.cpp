@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <new>
 #include <span>
 #include <utility>
 
@@ -12,9 +13,9 @@
 namespace brantel {
 namespace {
 
-class OpenFile final : public ByteSource {
+class DiskFile final : public ByteSource {
  public:
-  explicit OpenFile(Handle file) : file_(std::move(file)) {}
+  explicit DiskFile(Handle file) : file_(std::move(file)) {}
 
   std::size_t Read(std::span<char> buffer) override {
     DWORD count = 0;
@@ -44,6 +45,23 @@ std::optional<std::wstring> ListedName(const std::wstring& path) {
   return entry.cFileName;
 }
 
+// Whether the directory lists the file with the letters that the path has, as far as it tells.
+bool HasItsLetters(const std::string& path) {
+  const std::wstring wide = FromAnsi(path);
+  const auto listed = ListedName(wide);
+  return !listed || *listed == LastComponent(wide);
+}
+
+// Not every file system gives a file its own name in other letters: some take that for no change.
+// False when the file has kept its name.
+bool MoveByAnotherName(const std::string& path, const std::string& new_path) {
+  const std::string other_path = new_path + "~";
+  if (MoveFileA(path.c_str(), other_path.c_str()) == FALSE) return false;
+  if (MoveFileA(other_path.c_str(), new_path.c_str()) != FALSE) return true;
+  MoveFileA(other_path.c_str(), path.c_str());
+  return false;
+}
+
 bool WriteContent(const std::string& path, DWORD disposition, std::string_view content) {
   const Handle file(CreateFileA(path.c_str(), GENERIC_WRITE, 0, nullptr, disposition,
                                 FILE_ATTRIBUTE_NORMAL, nullptr));
@@ -59,7 +77,7 @@ std::unique_ptr<ByteSource> DiskInstanceFiles::Open(const std::string& path) {
   Handle file(CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
                           FILE_ATTRIBUTE_NORMAL, nullptr));
   if (!file) return nullptr;
-  return std::make_unique<OpenFile>(std::move(file));
+  return std::make_unique<DiskFile>(std::move(file));
 }
 
 bool DiskInstanceFiles::Write(const std::string& path, std::string_view content) {
@@ -75,7 +93,12 @@ bool DiskInstanceFiles::Delete(const std::string& path) {
 }
 
 bool DiskInstanceFiles::Rename(const std::string& path, const std::string& new_path) {
-  return MoveFileA(path.c_str(), new_path.c_str()) != FALSE;
+  if (MoveFileA(path.c_str(), new_path.c_str()) == FALSE) return false;
+  try {
+    return HasItsLetters(new_path) || MoveByAnotherName(path, new_path);
+  } catch (const std::bad_alloc&) {
+    return false;
+  }
 }
 
 bool DiskInstanceFiles::Exists(const std::string& path) const {
