@@ -42,7 +42,7 @@ constexpr bool IsControl(char c) {
 // carriage return in it would end the command: the modem would execute what follows. Formatting
 // without arguments brings no such character back.
 AlertText ForDialling(AlertText alert) {
-  alert.text = UpToNul(alert.text);
+  alert.text.resize(UpToNul(alert.text).size());
   std::erase_if(alert.text, IsControl);
   return alert;
 }
