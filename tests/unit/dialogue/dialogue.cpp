@@ -1,157 +1,64 @@
 #include "tests/unit/dialogue/dialogue.h"
 
 #include <algorithm>
-#include <array>
-#include <fstream>
-#include <iterator>
 #include <utility>
-
-#include "tests/unit/project_file.h"
 
 namespace brantel {
 namespace {
 
-constexpr std::string_view kBlanks = " \t\r";
+constexpr std::string_view kLastCall = "result";
 
-struct Escape {
-  char letter;
-  char byte;
-};
-
-constexpr std::array kEscapes = {Escape{'r', '\r'}, Escape{'n', '\n'}, Escape{'t', '\t'},
-                                 Escape{'\\', '\\'}, Escape{'"', '"'}};
-
-class LineReader {
- public:
-  explicit LineReader(std::string_view rest) : rest_(rest) {}
-
-  Words Read() {
-    Words words;
-    for (SkipBlanks(); !rest_.empty(); SkipBlanks()) {
-      words.push_back(rest_.front() == '"' ? TakeQuoted() : TakeBare());
-    }
-    return words;
-  }
-
- private:
-  void SkipBlanks() {
-    rest_.remove_prefix(std::min(rest_.find_first_not_of(kBlanks), rest_.size()));
-  }
-
-  char Take() {
-    if (rest_.empty()) throw DialogueMismatch("the line ends within a word");
-    const char c = rest_.front();
-    rest_.remove_prefix(1);
-    return c;
-  }
-
-  std::string TakeBare() {
-    const std::string_view word = rest_.substr(0, rest_.find_first_of(kBlanks));
-    rest_.remove_prefix(word.size());
-    return std::string(word);
-  }
-
-  char TakeEscaped() {
-    const char letter = Take();
-    if (letter == 'x') {
-      const std::string digits{Take(), Take()};
-      return static_cast<char>(std::stoi(digits, nullptr, 16));
-    }
-    const auto* const escape = std::ranges::find(kEscapes, letter, &Escape::letter);
-    if (escape == kEscapes.end()) throw DialogueMismatch("unknown escape in a word");
-    return escape->byte;
-  }
-
-  std::string TakeQuoted() {
-    std::string word;
-    Take();
-    for (char c = Take(); c != '"'; c = Take()) {
-      word += c == '\\' ? TakeEscaped() : c;
-    }
-    if (!rest_.starts_with('*')) return word;
-    rest_.remove_prefix(1);
-    std::string repeated;
-    for (int left = std::stoi(TakeBare()); left > 0; --left) {
-      repeated += word;
-    }
-    return repeated;
-  }
-
-  std::string_view rest_;
-};
-
-void AppendByte(std::string& text, char c) {
-  const auto* const escape = std::ranges::find(kEscapes, c, &Escape::byte);
-  if (escape != kEscapes.end()) {
-    text += {'\\', escape->letter};
-  } else if (c >= 0x20 && c < 0x7F) {
-    text += c;
-  } else {
-    constexpr std::string_view kDigits = "0123456789ABCDEF";
-    const auto byte = static_cast<unsigned char>(c);
-    text += {'\\', 'x', kDigits[byte / 16U], kDigits[byte % 16U]};
-  }
+bool BeginsWith(const Words& words, const Words& call) {
+  return std::ranges::mismatch(words, call).in2 == call.end();
 }
 
-std::string ToWord(const std::string& text) {
-  std::string word;
-  for (const char c : text) {
-    AppendByte(word, c);
-  }
-  const bool bare = !text.empty() && word == text && text.find(' ') == std::string::npos;
-  return bare ? word : '"' + word + '"';
+// What a line has behind a call of so many words.
+Words AnswerBehind(const Words& words, std::size_t count) {
+  if (words.size() <= count) return {};
+  return {words.begin() + static_cast<std::ptrdiff_t>(count), words.end()};
 }
 
 }  // namespace
 
-std::vector<std::filesystem::path> DialogueFiles(const std::vector<std::string>& folders) {
-  std::vector<std::filesystem::path> files;
-  for (const std::string& folder : folders) {
-    const auto directory = ProjectFile("tests/unit/dialogues/" + folder);
-    for (const auto& entry : std::filesystem::directory_iterator(directory)) {
-      files.push_back(entry.path());
-    }
-  }
-  std::ranges::sort(files);
-  return files;
-}
-
-std::string JoinWords(const Words& words) {
-  std::string line;
-  for (const std::string& word : words) {
-    line += (line.empty() ? "" : " ") + ToWord(word);
-  }
-  return line;
-}
-
-Dialogue::Dialogue(const std::filesystem::path& file) : name_(file.filename().string()) {
-  std::ifstream stream(file);
-  std::size_t number = 0;
-  for (std::string text; std::getline(stream, text);) {
-    ++number;
-    if (text.starts_with('#')) continue;
-    Words words = LineReader(text).Read();
-    if (!words.empty()) lines_.push_back({number, std::move(words)});
-  }
-}
+Dialogue::Dialogue(const std::filesystem::path& root, const std::filesystem::path& file, Use use)
+    : file_(ReadDialogueFile(root, file)), name_(file.generic_string()), use_(use) {}
 
 const Words& Dialogue::TakeLine() {
-  if (!mismatch_.empty()) throw DialogueMismatch(std::exchange(mismatch_, {}));
+  ThrowMismatch();
   if (AtEnd()) throw DialogueMismatch(name_ + ": the dialogue ends too early");
-  return lines_[next_++].words;
+  const std::size_t line = next_++;
+  if (use_ == Use::kRecord) recorded_.push_back(file_->lines[line].words);
+  return Take(line);
+}
+
+const Words& Dialogue::TakeEvent(const std::string& wait,
+                                 std::initializer_list<std::string_view> kinds) {
+  if (use_ == Use::kReplay) return TakeLine();
+  ThrowMismatch();
+  std::size_t& from = next_of_kind_["events of " + wait];
+  from = std::max(from, FirstUntaken(wait));
+  const std::size_t end = std::min(FindKind(wait, from), FindKind(kLastCall, from));
+  for (std::size_t line = from; line < end; ++line) {
+    if (std::ranges::find(kinds, file_->lines[line].words[0]) == kinds.end()) continue;
+    from = line + 1;
+    recorded_.push_back(file_->lines[line].words);
+    return Take(line);
+  }
+  throw DialogueMismatch(Place() + ": nothing is left that could end the wait");
 }
 
 Words Dialogue::Expect(const Words& call) {
+  ThrowMismatch();
+  if (use_ == Use::kRecord) return Record(call);
   if (AtEnd()) {
     throw DialogueMismatch(name_ + ": the dialogue is over, but then came:\n  " + JoinWords(call));
   }
   const Words& words = TakeLine();
-  const auto difference = std::ranges::mismatch(words, call);
-  if (difference.in2 != call.end()) {
+  if (!BeginsWith(words, call)) {
     throw DialogueMismatch(Place() + ": expected\n  " + JoinWords(words) + "\nbut then came\n  " +
                            JoinWords(call));
   }
-  return {difference.in1, words.end()};
+  return AnswerBehind(words, call.size());
 }
 
 void Dialogue::ExpectWithoutThrowing(const Words& call) noexcept {
@@ -163,8 +70,60 @@ void Dialogue::ExpectWithoutThrowing(const Words& call) noexcept {
   }
 }
 
+void Dialogue::ExpectEnd() {
+  if (AtEnd()) return;
+  const Words& words = TakeLine();
+  throw DialogueMismatch(Place() + ": expected\n  " + JoinWords(words) + "\nbut then came nothing");
+}
+
 std::string Dialogue::Place() const {
-  return name_ + ":" + std::to_string(next_ == 0 ? 1 : lines_[next_ - 1].number);
+  return last_ == nullptr ? name_ + ":1" : last_->place;
+}
+
+const Words& Dialogue::Take(std::size_t line) {
+  last_ = &file_->lines[line];
+  return last_->words;
+}
+
+void Dialogue::ThrowMismatch() {
+  if (!mismatch_.empty()) throw DialogueMismatch(std::exchange(mismatch_, {}));
+}
+
+Words Dialogue::Record(const Words& call) {
+  const auto line = FindCall(call);
+  const Words answer = line ? AnswerBehind(Take(*line), call.size()) : Words{};
+  recorded_.push_back(call);
+  recorded_.back().insert(recorded_.back().end(), answer.begin(), answer.end());
+  if (call[0] == kLastCall) {
+    next_ = std::min(FindKind(kLastCall, next_) + 1, file_->lines.size());
+    next_of_kind_.clear();
+  } else if (line) {
+    next_of_kind_[call[0]] = *line + 1;
+    if (*line == next_) ++next_;
+  }
+  return answer;
+}
+
+std::optional<std::size_t> Dialogue::FindCall(const Words& call) const {
+  const std::size_t end = std::min(FindKind(kLastCall, next_) + 1, file_->lines.size());
+  const std::size_t first = FindKind(call[0], FirstUntaken(call[0]));
+  for (std::size_t line = first; line < end; ++line) {
+    if (BeginsWith(file_->lines[line].words, call)) return line;
+  }
+  if (first < end) return first;
+  return std::nullopt;
+}
+
+std::size_t Dialogue::FirstUntaken(const std::string& kind) const {
+  const auto found = next_of_kind_.find(kind);
+  return found == next_of_kind_.end() ? next_ : std::max(next_, found->second);
+}
+
+// The first line of a kind there or behind; past the last one if there is none.
+std::size_t Dialogue::FindKind(std::string_view kind, std::size_t from) const {
+  while (from < file_->lines.size() && file_->lines[from].words[0] != kind)
+    ++from;
+  return from;
 }
 
 }  // namespace brantel

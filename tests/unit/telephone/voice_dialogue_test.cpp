@@ -49,10 +49,12 @@
 #include <string>
 #include <vector>
 
+#include "tests/unit/dialogue/answer.h"
 #include "tests/unit/dialogue/dialogue.h"
+#include "tests/unit/dialogue/replay.h"
 #include "tests/unit/instance/fake_instance_files.h"
-#include "tests/unit/text/few_code_pages.h"
 #include "tests/unit/telephone/fake_voice_system.h"
+#include "tests/unit/text/few_code_pages.h"
 #include "text/format_text.h"
 #include "voice/voice.h"
 #include "voice/voice_description.h"
@@ -60,83 +62,9 @@
 namespace brantel {
 namespace {
 
-std::uint32_t ToNumber(const std::string& word) {
-  return static_cast<std::uint32_t>(std::stoul(word, nullptr, 0));
-}
-
 std::string Hexadecimal(std::uint32_t number) {
   return FormatText("%#x", {number});
 }
-
-// The answers behind a call's words.
-class Answer {
- public:
-  Answer(Dialogue& dialogue, const Words& call)
-      : words_(dialogue.Expect(call)), place_(dialogue.Place()) {}
-
-  [[nodiscard]] bool Is(const std::string& kind) const {
-    return !words_.empty() && words_[0] == kind;
-  }
-
-  // The number behind "fails"; 0 where the answer is none.
-  [[nodiscard]] std::uint32_t FailureOr0() const {
-    if (Is("fails")) return ToNumber(Word(1));
-    Nothing();
-    return 0;
-  }
-
-  [[nodiscard]] std::uint32_t Number(const std::string& kind) const { return ToNumber(Text(kind)); }
-
-  [[nodiscard]] const std::string& Text(const std::string& kind) const {
-    if (!Is(kind)) throw DialogueMismatch(place_ + ": expected \"" + kind + "\"");
-    return Word(1);
-  }
-
-  [[nodiscard]] const std::string& Word(std::size_t index) const {
-    if (index >= words_.size()) throw DialogueMismatch(place_ + ": a word is missing");
-    return words_[index];
-  }
-
-  [[nodiscard]] std::size_t size() const { return words_.size(); }
-
-  void Nothing() const {
-    if (!words_.empty()) throw DialogueMismatch(place_ + ": too many words");
-  }
-
- private:
-  Words words_;
-  std::string place_;
-};
-
-class DialogueHost final : public NotifierHost {
- public:
-  explicit DialogueHost(Dialogue& dialogue) : dialogue_(dialogue) {}
-
-  Result ExpandMessage(std::string& text, EmptyText) override {
-    const Answer answer(dialogue_, {"expand", text});
-    if (answer.Is("fails")) return static_cast<Result>(answer.FailureOr0());
-    text = answer.Text("gives");
-    return answer.size() > 2 ? static_cast<Result>(ToNumber(answer.Word(2))) : kOk;
-  }
-
-  void LogMessage(std::string_view text) override {
-    dialogue_.ExpectWithoutThrowing({"log", std::string(text)});
-  }
-
-  void LogMessage(std::u16string_view text) override {
-    LogMessage(std::string(text.begin(), text.end()));  // dialogues log ASCII this way
-  }
-
-  Result GetAlertTrigger(std::uint32_t& word) override {
-    const Answer answer(dialogue_, {"trigger"});
-    if (answer.Is("fails")) return static_cast<Result>(answer.FailureOr0());
-    word = answer.Number("gives");
-    return kOk;
-  }
-
- private:
-  Dialogue& dialogue_;
-};
 
 class DialogueTelephony final : public Telephony {
  public:
@@ -147,7 +75,7 @@ class DialogueTelephony final : public Telephony {
   LineCode Initialize(LineMessageReceiver& told, std::uint32_t& application,
                       std::uint32_t& device_count) override {
     const Answer answer(dialogue_, {"initialize"});
-    if (answer.Is("fails")) return answer.FailureOr0();
+    if (answer.Is("fails")) return answer.Number("fails");
     receiver = &told;
     application = kApplication;
     device_count = answer.Number("devices");
@@ -158,7 +86,7 @@ class DialogueTelephony final : public Telephony {
                             std::uint32_t& version) override {
     EXPECT_EQ(application, kApplication);
     const Answer answer(dialogue_, {"negotiate", std::to_string(device)});
-    if (answer.Is("fails")) return answer.FailureOr0();
+    if (answer.Is("fails")) return answer.Number("fails");
     version = answer.Number("gives");
     return 0;
   }
@@ -167,7 +95,7 @@ class DialogueTelephony final : public Telephony {
                            std::span<std::byte> block) override {
     const Answer answer(dialogue_,
                         {"capabilities", std::to_string(device), std::to_string(block.size())});
-    if (answer.Is("fails")) return answer.FailureOr0();
+    if (answer.Is("fails")) return answer.Number("fails");
     if (answer.Is("needs")) {
       StoreWord(block, 4, answer.Number("needs"));
     } else {
@@ -181,14 +109,15 @@ class DialogueTelephony final : public Telephony {
     EXPECT_EQ(application, kApplication);
     line = kLine;
     return Answer(dialogue_, {"open-line", std::to_string(device), Hexadecimal(version)})
-        .FailureOr0();
+        .Failure()
+        .value_or(0);
   }
 
   LineCode MakeCall(std::uint32_t line, const std::string& number, std::span<const std::byte>,
                     std::uint32_t& call) override {
     EXPECT_EQ(line, kLine);
     call = kCall;
-    return Answer(dialogue_, {"make-call", number}).FailureOr0();
+    return Answer(dialogue_, {"make-call", number}).Failure().value_or(0);
   }
 
   LineCode GetId(std::uint32_t line, std::uint32_t, CallSelect select, const char*,
@@ -196,7 +125,7 @@ class DialogueTelephony final : public Telephony {
     EXPECT_EQ(line, kLine);
     const Answer answer(dialogue_, {"get-id", select == CallSelect::kCall ? "call" : "line",
                                     std::to_string(block.size())});
-    if (answer.Is("fails")) return answer.FailureOr0();
+    if (answer.Is("fails")) return answer.Number("fails");
     if (answer.Is("needs")) {
       StoreWord(block, 4, answer.Number("needs"));
     } else {
@@ -208,17 +137,17 @@ class DialogueTelephony final : public Telephony {
 
   LineCode MonitorDigits(std::uint32_t call, std::uint32_t digit_mode) override {
     EXPECT_EQ(call, kCall);
-    return Answer(dialogue_, {"monitor-digits", std::to_string(digit_mode)}).FailureOr0();
+    return Answer(dialogue_, {"monitor-digits", std::to_string(digit_mode)}).Failure().value_or(0);
   }
 
   LineCode Close(std::uint32_t line) override {
     EXPECT_EQ(line, kLine);
-    return Answer(dialogue_, {"close-line"}).FailureOr0();
+    return Answer(dialogue_, {"close-line"}).Failure().value_or(0);
   }
 
   LineCode Shutdown(std::uint32_t application) override {
     EXPECT_EQ(application, kApplication);
-    return Answer(dialogue_, {"shutdown"}).FailureOr0();
+    return Answer(dialogue_, {"shutdown"}).Failure().value_or(0);
   }
 
  private:
@@ -232,16 +161,14 @@ class DialogueTelephony final : public Telephony {
 
 class DialogueWaveOutput final : public WaveOutput {
  public:
-  // `mismatch` takes what a destructor must not throw.
-  DialogueWaveOutput(Dialogue& dialogue, std::string& mismatch)
-      : dialogue_(dialogue), mismatch_(mismatch) {}
+  explicit DialogueWaveOutput(Dialogue& dialogue) : dialogue_(dialogue) {}
 
   static constexpr EventHandle kDoneEvent = 44;
 
   bool done = false;
 
   WaveCode Query(std::uint16_t device_id, std::span<const std::byte>) override {
-    return Answer(dialogue_, {"query", std::to_string(device_id)}).FailureOr0();
+    return Answer(dialogue_, {"query", std::to_string(device_id)}).Failure().value_or(0);
   }
 
   std::string ErrorText(WaveCode error) override {
@@ -251,7 +178,7 @@ class DialogueWaveOutput final : public WaveOutput {
   WaveCode Open(std::uint16_t device_id, std::span<const std::byte>,
                 std::unique_ptr<WaveDevice>& device) override {
     const WaveCode error =
-        Answer(dialogue_, {"open-device", std::to_string(device_id)}).FailureOr0();
+        Answer(dialogue_, {"open-device", std::to_string(device_id)}).Failure().value_or(0);
     if (error == 0) device = std::make_unique<Device>(*this);
     done = false;
     return error;
@@ -265,23 +192,20 @@ class DialogueWaveOutput final : public WaveOutput {
     Device& operator=(const Device&) = delete;
 
     ~Device() override {
-      if (std::uncaught_exceptions() > 0) return;
-      try {
-        Expect("close-device");
-      } catch (const DialogueMismatch& mismatch) {
-        output_.mismatch_ = mismatch.what();
+      if (std::uncaught_exceptions() == 0) {
+        output_.dialogue_.ExpectWithoutThrowing({"close-device"});
       }
     }
 
     WaveCode Prepare(WaveHeader&) override {
-      return Answer(output_.dialogue_, {"prepare"}).FailureOr0();
+      return Answer(output_.dialogue_, {"prepare"}).Failure().value_or(0);
     }
 
     WaveCode Write(WaveHeader& header) override {
       const std::string samples(reinterpret_cast<const char*>(header.data), header.length);
       const Answer answer(output_.dialogue_, {"write", samples});
       output_.done = answer.Is("done");
-      return answer.Is("fails") ? answer.FailureOr0() : 0;
+      return answer.Is("fails") ? answer.Number("fails") : 0;
     }
 
     [[nodiscard]] bool IsDone() const override { return output_.done; }
@@ -306,7 +230,6 @@ class DialogueWaveOutput final : public WaveOutput {
   };
 
   Dialogue& dialogue_;
-  std::string& mismatch_;
 };
 
 class DialogueClock final : public Clock {
@@ -340,7 +263,7 @@ class DialoguePump final : public MessagePump {
   void PumpUntil(const std::function<bool()>& is_over, EventHandle awaited) override {
     Answer(dialogue_, {"pump"}).Nothing();
     while (!is_over()) {
-      const Words& event = dialogue_.TakeLine();
+      const Words& event = dialogue_.TakeEvent("pump", {"tell", "done", "line-gone"});
       if (event[0] == "done" && awaited != DialogueWaveOutput::kDoneEvent) {
         throw DialogueMismatch(dialogue_.Place() + ": nobody is woken by the driver");
       }
@@ -376,15 +299,9 @@ class DialoguePump final : public MessagePump {
   VoiceState& state_;
 };
 
-std::string ResultWord(Result result) {
-  if (result == kOk) return "S_OK";
-  if (result == kFail) return "E_FAIL";
-  return FormatText("0x%08X", {static_cast<std::uint32_t>(result)});
-}
-
 class VoiceDialogue {
  public:
-  explicit VoiceDialogue(const std::filesystem::path& file) : dialogue_(file) {
+  explicit VoiceDialogue(Dialogue& dialogue) : dialogue_(dialogue) {
     files_.files["alert"] = "";
     state_.probe_done = true;
     state_.host = host_;
@@ -394,7 +311,6 @@ class VoiceDialogue {
     while (!dialogue_.AtEnd()) {
       const std::string operation = SetUp();
       Answer(dialogue_, {"result", Run(operation)}).Nothing();
-      if (!mismatch_.empty()) throw DialogueMismatch(mismatch_);
       if (memory_.in_use() != 0) throw DialogueMismatch("memory is left");
     }
   }
@@ -453,8 +369,7 @@ class VoiceDialogue {
     return ResultWord(voice_.Send({u"alert", "alert"}, host_.get()));
   }
 
-  Dialogue dialogue_;
-  std::string mismatch_;
+  Dialogue& dialogue_;
   Instance instance_{kVoice.instances.fields.size()};
   FakeInstanceFiles files_;
   FakeRiffFiles riff_files_;
@@ -462,28 +377,22 @@ class VoiceDialogue {
   VoiceState state_;
   std::shared_ptr<DialogueHost> host_ = std::make_shared<DialogueHost>(dialogue_);
   DialogueTelephony telephony_{dialogue_};
-  DialogueWaveOutput output_{dialogue_, mismatch_};
+  DialogueWaveOutput output_{dialogue_};
   DialoguePump pump_{dialogue_, telephony_, output_, state_};
   DialogueClock clock_{dialogue_};
   Voice voice_{
-      files_,
-      {telephony_, riff_files_, output_, pump_, clock_, memory_, kCodePage1252},
-      state_};
+      files_, {telephony_, riff_files_, output_, pump_, clock_, memory_, kCodePage1252}, state_};
 };
 
 class VoiceDialogueTest : public ::testing::TestWithParam<std::filesystem::path> {};
 
 TEST_P(VoiceDialogueTest, GoesAsItIsWritten) {
-  try {
-    VoiceDialogue(GetParam()).Replay();
-  } catch (const std::exception& mismatch) {
-    FAIL() << mismatch.what();
-  }
+  ReplayDialogue(GetParam(), [](Dialogue& dialogue) { VoiceDialogue(dialogue).Replay(); });
 }
 
 // Without any file this would be a test that runs nothing; GoogleTest reports that as a failure.
 INSTANTIATE_TEST_SUITE_P(Files, VoiceDialogueTest, ::testing::ValuesIn(DialogueFiles({"voice"})),
-                         [](const auto& tested) { return tested.param.stem().string(); });
+                         [](const auto& tested) { return DialogueName(tested.param); });
 
 }  // namespace
 }  // namespace brantel
