@@ -1,4 +1,4 @@
-// Replays the dialogues of dialogues/modem and dialogues/pager. Lines of such a file, before "run":
+// Replays the dialogues of dialogues/beeper, dialogues/pager and dialogues/port. Lines of such a file, before "run":
 //
 //   no-instance                             the instance file is missing
 //   field NAME VALUE                        of the instance, as its class's layout names it
@@ -332,7 +332,7 @@ TEST_P(ModemDialogueTest, GoesAsItIsWritten) {
 
 // Without any file this would be a test that runs nothing; GoogleTest reports that as a failure.
 INSTANTIATE_TEST_SUITE_P(Files, ModemDialogueTest,
-                         ::testing::ValuesIn(DialogueFiles({"modem", "pager"})),
+                         ::testing::ValuesIn(DialogueFiles({"beeper", "pager", "port"})),
                          [](const auto& tested) { return DialogueName(tested.param); });
 
 }  // namespace

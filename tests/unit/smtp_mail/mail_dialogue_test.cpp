@@ -1,4 +1,4 @@
-// Replays the dialogues of dialogues/mail. Lines of such a file, before "run":
+// Replays the dialogues of dialogues/smtp_mail. Lines of such a file, before "run":
 //
 //   to | from | subject | message TEXT      the message; what is not said stays as kMessage has it
 //   gateway TEXT                            192.0.2.25 is an address, nothing else is
@@ -279,7 +279,7 @@ class MailDialogue {
 
 class MailDialogueTest : public ::testing::TestWithParam<std::filesystem::path> {};
 
-INSTANTIATE_TEST_SUITE_P(Files, MailDialogueTest, ::testing::ValuesIn(DialogueFiles({"mail"})),
+INSTANTIATE_TEST_SUITE_P(Files, MailDialogueTest, ::testing::ValuesIn(DialogueFiles({"smtp_mail"})),
                          [](const auto& tested) { return DialogueName(tested.param); });
 
 TEST_P(MailDialogueTest, GoesAsItIsWritten) {
