@@ -1,6 +1,6 @@
 """Runs every fuzz target of a build from its kept corpus for a bounded time.
 
-usage: fuzz/run.py BUILD_FOLDER REPORT [SECONDS]
+usage: fuzz/run.py BUILD_FOLDER REPORT [SECONDS [PROCESSORS]]
 
 Writes a JUnit report with one test for each target. What a target finds is left in build/fuzz-findings.
 """
@@ -38,9 +38,10 @@ def fuzz(program: pathlib.Path, seconds: int) -> str:
 def main() -> int:
     build, report = pathlib.Path(sys.argv[1]), sys.argv[2]
     seconds = int(sys.argv[3]) if len(sys.argv) > 3 else DEFAULT_SECONDS
+    processors = int(sys.argv[4]) if len(sys.argv) > 4 else os.cpu_count()
     suite = ElementTree.Element("testsuite", name="fuzz")
     programs = sorted((build / "fuzz").glob("*_fuzz"))
-    with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
+    with concurrent.futures.ThreadPoolExecutor(processors) as pool:
         complaints = list(pool.map(lambda program: fuzz(program, seconds), programs))
     for program, complaint in zip(programs, complaints):
         case = ElementTree.SubElement(suite, "testcase", name=program.name)

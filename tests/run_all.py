@@ -1,13 +1,16 @@
-"""Builds the presets, runs the test suites, and adds up what they report."""
+"""Builds what the test suites need, runs them side by side, and adds up what they report."""
 
 import argparse
 import contextlib
 import os
 import pathlib
+import re
 import shutil
+import signal
 import subprocess
 import sys
 import tempfile
+import threading
 import time
 import xml.etree.ElementTree as ElementTree
 from dataclasses import dataclass, field
@@ -15,67 +18,112 @@ from dataclasses import dataclass, field
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 BUILD = ROOT / "build"
 WINE = str(ROOT / "tools" / "wine")
+PYTHON = "/usr/bin/python3"
 MODULE = ROOT / "out" / "win32" / "Brantel_Notifications.dll"
+PROCESSORS = os.cpu_count() or 1
+HALF_THE_PROCESSORS = max(1, PROCESSORS // 2)
 
 
-@dataclass
+@dataclass(frozen=True)
+class Build:
+    """A preset, or some of its targets."""
+    preset: str
+    targets: tuple[str, ...] = ()
+
+
+RELEASE = Build("win32")
+# First what the suites need that mostly wait, so that they wait while the rest is built.
+FAR_ENDS = Build("sanitize", ("modemsim", "text_converter"))
+DRIVERS = Build("win32-tests", ("notifier_driver", "mail_series", "popup_tests"))
+WINDOWS_TESTS = Build("win32-tests")
+SANITIZED = Build("sanitize")
+NATIVE = Build("native")
+BUILDS = [RELEASE, FAR_ENDS, DRIVERS, WINDOWS_TESTS, SANITIZED, NATIVE]
+
+
+@dataclass(frozen=True)
 class Suite:
     name: str
+    shows: str
     command: list[str]  # RESULTS stands for the file into which the suite writes its JUnit report
-    presets: list[str]
-    timeout: int  # seconds; far above what the suite needs, so that a hang ends
+    builds: list[Build]
+    least: int  # tests: with fewer, some have got lost
+    seconds: int  # far above what the suite needs on a slow and busy machine, so that only a hang ends
+    busy: float = 1  # processors that it keeps busy
     environment: dict[str, str] = field(default_factory=dict)
     wine: bool = False
+    for_maintainers: bool = False
+
+    def narrowed(self, name: str) -> list[str]:
+        """The command that runs the tests of that name alone; none where that cannot be said."""
+        if "pytest" in self.command:
+            return [*self.command, "-k", name]
+        if any(word.startswith("--gtest_output") for word in self.command):
+            return [*self.command, f"--gtest_filter=*{name}*"]
+        return []
 
 
-def gtest(program: pathlib.Path) -> list[str]:
-    return [str(program), "--gtest_output=xml:RESULTS", "--gtest_brief=1"]
+def gtest(program: str) -> list[str]:
+    return [str(BUILD / program), "--gtest_output=xml:RESULTS", "--gtest_brief=1"]
 
 
-def wine_gtest(program: pathlib.Path) -> list[str]:
+def wine_gtest(program: str) -> list[str]:
     return [WINE, *gtest(program)]
 
 
-def windows_path(path: pathlib.Path) -> str:
-    return "Z:" + str(path).replace("/", "\\")
-
-
 def pytest(folder: str) -> list[str]:
-    return ["/usr/bin/python3", "-m", "pytest", "-q", "-p", "no:cacheprovider",
-            "--junit-xml=RESULTS", str(ROOT / folder)]
+    return [PYTHON, "-m", "pytest", "-q", "-p", "no:cacheprovider", "--junit-xml=RESULTS",
+            str(ROOT / "tests" / folder)]
 
 
+def fuzz(seconds: int, processors: int) -> list[str]:
+    return [PYTHON, str(ROOT / "fuzz" / "run.py"), str(BUILD / "sanitize"), "RESULTS", str(seconds),
+            str(processors)]
+
+
+MODULE_VARIABLE = {"BRANTEL_MODULE": "Z:" + str(MODULE).replace("/", "\\")}
+
+# Those that mostly wait for real time come first, and beside the others.
 SUITES = [
-    Suite("lint", [str(ROOT / "tools" / "lint"), "RESULTS"], ["sanitize", "win32"], 1500),
-    Suite("unit", gtest(BUILD / "native/tests/unit/unit_tests"), ["native"], 120),
-    Suite("unit-sanitize", gtest(BUILD / "sanitize/tests/unit/unit_tests"), ["sanitize"], 300),
-    Suite("fuzz", ["/usr/bin/python3", str(ROOT / "fuzz/run.py"), str(BUILD / "fuzz"), "RESULTS"],
-          ["fuzz"], 900),
-    Suite("web", pytest("tests/web"), ["native"], 600),
-    Suite("paging", pytest("tests/paging"), ["native"], 300),
-    Suite("unit-windows", wine_gtest(BUILD / "win32-tests/tests/unit/unit_tests.exe"),
-          ["win32-tests"], 300, wine=True),
-    Suite("module", wine_gtest(BUILD / "win32-tests/tests/module/module_tests.exe"),
-          ["win32", "win32-tests"], 600, {"BRANTEL_MODULE": windows_path(MODULE)}, wine=True),
-    Suite("mail", pytest("tests/mail"), ["native", "win32", "win32-tests"], 900, wine=True),
-    Suite("host", pytest("tests/host"), ["win32"], 600, wine=True),
-    Suite("desktop", pytest("tests/desktop"), ["win32", "win32-tests"], 600,
-          {"BRANTEL_MODULE": windows_path(MODULE)}, wine=True),
-    Suite("voice", pytest("tests/voice"), ["win32", "win32-tests"], 600,
-          {"BRANTEL_MODULE": windows_path(MODULE)}, wine=True),
-    Suite("modem", pytest("tests/modem"), ["win32", "sim"], 600, wine=True),
-    Suite("popup", pytest("tests/popup"), ["win32", "win32-tests"], 900, wine=True),
+    Suite("voice", "calls people on a simulated telephone exchange", pytest("voice"),
+          [RELEASE, DRIVERS], 20, 1800, 0.4, MODULE_VARIABLE, wine=True),
+    Suite("modem", "calls beepers and paging centres through simulated modems", pytest("modem"),
+          [RELEASE, FAR_ENDS], 40, 1800, 0.3, wine=True),
+    Suite("popup", "sends pop-ups through a simulated messenger service", pytest("popup"),
+          [RELEASE, DRIVERS], 20, 1800, 0.5, wine=True),
+    Suite("mail", "sends mail through real mail servers on a loopback address", pytest("mail"),
+          [RELEASE, FAR_ENDS, DRIVERS], 30, 1800, 0.6, wine=True),
+    Suite("desktop", "looks at the dialogs and listens to the sounds", pytest("desktop"),
+          [RELEASE, DRIVERS], 10, 1800, 0.6, MODULE_VARIABLE, wine=True),
+    Suite("host", "runs notifyhost, the reference host, as a person would", pytest("host"),
+          [RELEASE], 60, 1800, wine=True),
+    Suite("module", "drives the released module through its exports and interfaces alone",
+          wine_gtest("win32-tests/tests/module/module_tests.exe"), [RELEASE, WINDOWS_TESTS], 200, 1800,
+          environment=MODULE_VARIABLE, wine=True),
+    Suite("unit-windows", "tests each room, built for Windows",
+          wine_gtest("win32-tests/tests/unit/unit_tests.exe"), [WINDOWS_TESTS], 600, 1200, wine=True),
+    Suite("unit", "tests each room with clang++ under the address and undefined-behaviour sanitizers",
+          gtest("sanitize/tests/unit/unit_tests"), [SANITIZED], 600, 1200),
+    Suite("paging", "has the pages for paging centres taken apart by other programs", pytest("paging"),
+          [SANITIZED], 5, 1200),
+    Suite("web", "shows the web forms in a real browser", pytest("web"), [SANITIZED], 5, 1800),
+    Suite("lint", "checks the form of sources and scripts, as far as that is quickly done",
+          [PYTHON, str(ROOT / "tools" / "lint"), "--quick", "RESULTS"], [], 3, 600),
+    Suite("fuzz", "feeds hostile bytes to what parses bytes from outside, for seconds",
+          fuzz(4, HALF_THE_PROCESSORS), [SANITIZED], 10, 1200, HALF_THE_PROCESSORS),
+    Suite("native", "tests each room with g++, each source compiled alone",
+          gtest("native/tests/unit/unit_tests"), [NATIVE], 600, 1200, for_maintainers=True),
+    Suite("tidy", "checks the form of all sources, by clang-tidy too",
+          [PYTHON, str(ROOT / "tools" / "lint"), "RESULTS"], [], 100, 4800, PROCESSORS,
+          for_maintainers=True),
+    Suite("long-fuzz", "does for half a minute each what fuzz does for seconds", fuzz(30, PROCESSORS),
+          [SANITIZED], 10, 3600, PROCESSORS, for_maintainers=True),
 ]
-
-
-def build(presets: list[str]) -> bool:
-    return all(subprocess.run([str(ROOT / "tools/lib/build_preset"), preset]).returncode == 0
-               for preset in presets)
 
 
 @contextlib.contextmanager
 def virtual_screen(environment: dict[str, str]):
-    """Runs an X server of its own for the Windows programs, on a display number that is free."""
+    """Runs an X server for Windows programs, on a display number that is free."""
     reader, writer = os.pipe()
     server = subprocess.Popen(
         ["Xvfb", "-displayfd", str(writer), "-screen", "0", "1024x768x24", "-nolisten", "tcp"],
@@ -95,58 +143,193 @@ def virtual_screen(environment: dict[str, str]):
 
 @contextlib.contextmanager
 def wine_prefix(environment: dict[str, str]):
-    """Gives the suites a Wine prefix of their own: they write to its registry."""
+    """A Wine prefix: suites write to its registry."""
     folder = tempfile.mkdtemp(prefix="brantel_test_")
     environment["WINEPREFIX"] = f"{folder}/prefix"
     try:
         yield
     finally:
-        subprocess.run([WINE, "--server", "-k"], env=environment, stdout=subprocess.DEVNULL,
-                       stderr=subprocess.DEVNULL)
-        subprocess.run([WINE, "--server", "-w"], env=environment, stdout=subprocess.DEVNULL,
-                       stderr=subprocess.DEVNULL)
+        for option in ("-k", "-w"):
+            subprocess.run([WINE, "--server", option], env=environment, stdout=subprocess.DEVNULL,
+                           stderr=subprocess.DEVNULL)
         shutil.rmtree(folder, ignore_errors=True)
 
 
-def count(report: pathlib.Path) -> tuple[int, int]:
-    """Passed and failed tests of a JUnit report. A test that was skipped has not passed."""
-    passed = failed = 0
+@dataclass
+class Result:
+    passed: int = 0
+    failed: list[str] = field(default_factory=list)  # their names, empty for the suite itself
+    output: str = ""
+
+
+def read_report(report: pathlib.Path, result: Result) -> None:
+    """A test that was skipped has not passed."""
     for case in ElementTree.parse(report).getroot().iter("testcase"):
-        bad = any(case.find(tag) is not None for tag in ("failure", "error", "skipped"))
-        failed += bad
-        passed += not bad and case.get("status") != "notrun"
-    return passed, failed
+        if any(case.find(tag) is not None for tag in ("failure", "error", "skipped")):
+            result.failed.append(test_name(case))
+        elif case.get("status") != "notrun":
+            result.passed += 1
 
 
-def run(suite: Suite, environment: dict[str, str]) -> tuple[int, int]:
-    report = BUILD / "reports" / f"{suite.name}.xml"
-    report.parent.mkdir(parents=True, exist_ok=True)
-    report.unlink(missing_ok=True)
-    command = [word.replace("RESULTS", str(report.relative_to(ROOT))) for word in suite.command]
-    started = time.monotonic()
-    try:
-        done = subprocess.run(command, cwd=ROOT, env={**environment, **suite.environment},
-                              stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
-                              stderr=subprocess.STDOUT, timeout=suite.timeout)
-        output, ended_well = done.stdout, done.returncode == 0
-    except subprocess.TimeoutExpired as expired:
-        output = (expired.stdout or b"") + f"\nno end after {suite.timeout} s\n".encode()
-        ended_well = False
-    try:
-        passed, failed = count(report) if report.exists() else (0, 0)
-    except ElementTree.ParseError as problem:
-        passed = failed = 0
-        output += f"\nthe report {report} cannot be read: {problem}\n".encode()
-        ended_well = False
-    if not ended_well and failed == 0:
-        failed = 1  # it crashed, hung or reported nothing
-    if ended_well and passed + failed == 0:
-        failed = 1  # a suite without tests shows nothing
-    seconds = time.monotonic() - started
-    if failed:
-        sys.stdout.write(output.decode("utf-8", "replace"))
-    print(f"{suite.name}: {passed} passed, {failed} failed ({seconds:.0f} s)", flush=True)
-    return passed, failed
+def test_name(case: ElementTree.Element) -> str:
+    """The name by which -k finds the test of a report."""
+    name, group = case.get("name", ""), case.get("classname", "")
+    if name.startswith("test_"):
+        # The names of parameters may hold what pytest would take for operators.
+        return name if re.fullmatch(r"[\w.\[\]-]+", name) else name.partition("[")[0]
+    return f"{group}.{name}" if group else name
+
+
+class Runner:
+    """Runs suites, and ends them with itself."""
+
+    def __init__(self, name: str | None):
+        self._name = name
+        self._running: set[subprocess.Popen] = set()
+
+    def run(self, suite: Suite) -> Result:
+        with contextlib.ExitStack() as stack:
+            # What a person has set for tests of other projects would change which of these are run.
+            environment = {variable: text for variable, text in os.environ.items()
+                           if not variable.startswith(("GTEST_", "PYTEST_"))}
+            environment |= suite.environment
+            if suite.wine:
+                stack.enter_context(virtual_screen(environment))
+                stack.enter_context(wine_prefix(environment))
+            folder = stack.enter_context(tempfile.TemporaryDirectory(prefix="brantel_report_", dir=BUILD))
+            return self._run_in(suite, environment, pathlib.Path(folder) / "report.xml")
+
+    def _run_in(self, suite: Suite, environment: dict[str, str], report: pathlib.Path) -> Result:
+        result = Result()
+        # A Windows program understands a relative path.
+        command = [word.replace("RESULTS", str(report.relative_to(ROOT)))
+                   for word in (suite.narrowed(self._name) if self._name else suite.command)]
+        process = subprocess.Popen(command, cwd=ROOT, env=environment, stdin=subprocess.DEVNULL,
+                                   stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
+                                   start_new_session=True)
+        self._running.add(process)
+        complaint = ""
+        try:
+            output, _ = process.communicate(timeout=suite.seconds)
+        except subprocess.TimeoutExpired:
+            self._kill(process)
+            output, _ = process.communicate()
+            complaint = f"no end after {suite.seconds} s"
+        finally:
+            self._running.discard(process)
+        try:
+            if report.exists():
+                read_report(report, result)
+        except ElementTree.ParseError as problem:
+            complaint = complaint or f"its report cannot be read: {problem}"
+        count = result.passed + len(result.failed)
+        if not complaint and process.returncode != 0 and not result.failed:
+            complaint = f"ended with {process.returncode}, though no test failed"
+        least = 1 if self._name else suite.least
+        if not complaint and count < least:
+            complaint = f"{count} tests were run, and there are at least {least}"
+        result.output = output.decode("utf-8", "replace")
+        if complaint:
+            result.failed.append("")
+            result.output += f"\n{suite.name}: {complaint}\n"
+        return result
+
+    def kill_all(self) -> None:
+        for process in list(self._running):
+            self._kill(process)
+
+    @staticmethod
+    def _kill(process: subprocess.Popen) -> None:
+        with contextlib.suppress(ProcessLookupError):
+            os.killpg(process.pid, signal.SIGKILL)
+
+
+class Session:
+    """One run of ./test: builds one thing after the other, and starts each suite as soon as what it needs
+    is built and processors are free."""
+
+    def __init__(self, suites: list[Suite], name: str | None):
+        self._waiting = list(suites)
+        self._builds = [build for build in BUILDS if any(build in suite.builds for suite in suites)]
+        self._built: set[Build] = set()
+        self._busy = 0.0
+        self._changed = threading.Condition()
+        self._results: dict[str, Result] = {}
+        self._broken: list[Build] = []
+        self._runner = Runner(name)
+
+    def run(self) -> dict[str, Result]:
+        threads = [threading.Thread(target=self._build_all, daemon=True)]
+        threads[0].start()
+        try:
+            with self._changed:
+                while self._waiting:
+                    if suite := self._startable():
+                        self._waiting.remove(suite)
+                        self._busy += suite.busy
+                        threads.append(threading.Thread(target=self._run, args=(suite,), daemon=True))
+                        threads[-1].start()
+                    else:
+                        self._changed.wait()
+            for thread in threads:
+                thread.join()
+        finally:
+            self._runner.kill_all()
+        return self._results
+
+    def _startable(self) -> Suite | None:
+        for suite in self._waiting:
+            if any(build in self._broken for build in suite.builds):
+                return suite
+            free = self._busy + suite.busy <= PROCESSORS or self._busy == 0
+            if free and all(build in self._built for build in suite.builds):
+                return suite
+        return None
+
+    def _build_all(self) -> None:
+        for build in self._builds:
+            command = [str(ROOT / "tools" / "lib" / "build_preset"), build.preset, *build.targets]
+            succeeded = subprocess.run(command, stdin=subprocess.DEVNULL).returncode == 0
+            with self._changed:
+                (self._built.add if succeeded else self._broken.append)(build)
+                self._changed.notify_all()
+
+    def _run(self, suite: Suite) -> None:
+        started = time.monotonic()
+        try:
+            broken = [build.preset for build in suite.builds if build in self._broken]
+            if broken:
+                result = Result(failed=[""], output=f"{broken[0]} was not built\n")
+            else:
+                result = self._runner.run(suite)
+        except Exception as problem:  # whatever it is, the other suites go on
+            result = Result(failed=[""], output=f"{problem}\n")
+        with self._changed:
+            seconds = time.monotonic() - started
+            if result.failed:
+                sys.stdout.write(result.output)
+            print(f"{suite.name}: {result.passed} passed, {len(result.failed)} failed ({seconds:.0f} s)",
+                  flush=True)
+            self._results[suite.name] = result
+            self._busy -= suite.busy
+            self._changed.notify_all()
+
+
+def describe(suites: list[Suite]) -> str:
+    return "\n".join(f"  {suite.name:<14}{suite.shows}" for suite in suites)
+
+
+def parse_arguments() -> argparse.Namespace:
+    parser = argparse.ArgumentParser(
+        prog="./test", formatter_class=argparse.RawDescriptionHelpFormatter,
+        description="Sets the machine up where that is not done yet, builds what the test suites need, runs\n"
+                    "all of them or those named, and ends with \"N passed, N failed\".",
+        epilog=f"suites:\n{describe([suite for suite in SUITES if not suite.for_maintainers])}\n\n"
+               "run only when they are named, by .ci/run among others:\n"
+               f"{describe([suite for suite in SUITES if suite.for_maintainers])}")
+    parser.add_argument("suites", nargs="*", metavar="SUITE", help="a suite to run instead of all")
+    parser.add_argument("-k", metavar="NAME", help="run only the tests with this in their names")
+    return parser.parse_args()
 
 
 def chosen_suites(names: list[str]) -> list[Suite]:
@@ -154,30 +337,30 @@ def chosen_suites(names: list[str]) -> list[Suite]:
     if unknown:
         sys.exit(f"no such suite: {', '.join(sorted(unknown))}; there are "
                  f"{', '.join(suite.name for suite in SUITES)}")
-    return [suite for suite in SUITES if not names or suite.name in names]
+    return [suite for suite in SUITES
+            if (suite.name in names if names else not suite.for_maintainers)]
+
+
+def print_failures(suites: list[Suite], results: dict[str, Result]) -> None:
+    """Tells how to run what failed alone."""
+    for suite in suites:
+        for name in dict.fromkeys(results[suite.name].failed):
+            narrowed = f" -k '{name}'" if name and suite.narrowed(name) else ""
+            print(f"failed: {suite.name} {name}".rstrip() + f"; alone: ./test {suite.name}{narrowed}")
 
 
 def main() -> int:
-    parser = argparse.ArgumentParser(prog="./test", description=__doc__)
-    parser.add_argument("suites", nargs="*", metavar="SUITE",
-                        help=f"one of {', '.join(suite.name for suite in SUITES)}")
-    suites = chosen_suites(parser.parse_args().suites)
-
-    presets = dict.fromkeys(preset for suite in suites for preset in suite.presets)
-    if not build(list(presets)):
-        print("0 passed, 1 failed")
-        return 1
-
-    environment = dict(os.environ)
-    passed = failed = 0
-    with contextlib.ExitStack() as stack:
-        if any(suite.wine for suite in suites):
-            stack.enter_context(virtual_screen(environment))
-            stack.enter_context(wine_prefix(environment))
-        for suite in suites:
-            suite_passed, suite_failed = run(suite, environment)
-            passed += suite_passed
-            failed += suite_failed
+    arguments = parse_arguments()
+    suites = chosen_suites(arguments.suites)
+    if arguments.k and (len(suites) != 1 or not suites[0].narrowed(arguments.k)):
+        sys.exit("-k goes with one suite, and not with lint, tidy or fuzz")
+    BUILD.mkdir(exist_ok=True)
+    # Ended by a signal, the suites are ended too.
+    signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))
+    results = Session(suites, arguments.k).run()
+    print_failures(suites, results)
+    passed = sum(result.passed for result in results.values())
+    failed = sum(len(result.failed) for result in results.values())
     print(f"{passed} passed, {failed} failed")
     return 0 if failed == 0 else 1
 

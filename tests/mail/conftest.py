@@ -19,7 +19,7 @@ sys.path.insert(0, str(ROOT))
 import mail_servers  # noqa: E402: what it needs stands beside the tests
 from sim import mail_server as real_mail_server  # noqa: E402
 
-TEXT_CONVERTER = ROOT / "build" / "native" / "tests" / "mail" / "text_converter"
+TEXT_CONVERTER = ROOT / "build" / "sanitize" / "tests" / "mail" / "text_converter"
 MAIL_SERIES = ROOT / "build" / "win32-tests" / "tests" / "mail" / "mail_series.exe"
 
 SMTP_MAIL_MAGIC = magic("D6DD268C-A32B-EF86-2683-A7DA9410F949")

@@ -19,7 +19,7 @@ import pytest
 from windows_programs import (HOST, MODULE, ROOT, TIME_LIMIT, WINE, instance_integer, instance_text,
                               magic, wait_until, wine_prefix)
 
-MODEMSIM = ROOT / "build" / "sim" / "sim" / "modemsim"
+MODEMSIM = ROOT / "build" / "sanitize" / "sim" / "modemsim"
 
 BEEPER_MAGIC = magic("E546F481-983D-5A7E-610B-E80BF158F22E")
 PAGER_MAGIC = magic("CF05540D-534F-164B-BD02-D12A35BF0840")

@@ -1,6 +1,6 @@
 """Shows the real pages of the web forms in a real browser.
 
-The pages come from web_forms_program of the native build, and a web server on the loopback interface
+The pages come from web_forms_program of the sanitize build, and a web server on the loopback interface
 gives them to the browser and keeps what it posts. The browser talks to nobody else.
 """
 
@@ -17,7 +17,7 @@ from selenium import webdriver
 from selenium.webdriver.chrome.service import Service
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
-BUILD = pathlib.Path(os.environ.get("WEB_FORMS_BUILD_DIR", ROOT / "build" / "native"))
+BUILD = pathlib.Path(os.environ.get("WEB_FORMS_BUILD_DIR", ROOT / "build" / "sanitize"))
 PROGRAM = BUILD / "tests" / "web" / "web_forms_program"
 
 # The pages are in the system's code page: here that of western Europe.

@@ -21,9 +21,19 @@ make_prefix()
 	start_server "$1"
 	# The two libraries would ask to download their engines, and the menu
 	# builder would write into the caller's home folder.
-	WINEARCH=win32 \
+	log=$(/usr/bin/mktemp)
+	WINEARCH=win32 WINEDEBUG=err+all \
 	WINEDLLOVERRIDES="mscoree,mshtml=;winemenubuilder.exe=d" \
-		"$1" wineboot --init </dev/null >/dev/null 2>&1 || :
+		"$1" wineboot --init </dev/null >"$log" 2>&1 || :
+	# A prefix that is half made would pass for a whole one from now on.
+	if ! [ -e "$WINEPREFIX/.update-timestamp" ] ||
+		! [ -e "$WINEPREFIX/drive_c/windows/system32/kernel32.dll" ]; then
+		echo "tools/wine: Wine could not make the prefix $WINEPREFIX:" >&2
+		/usr/bin/tail -n 20 "$log" >&2
+		/usr/bin/rm -f "$log" "$WINEPREFIX/.update-timestamp"
+		exit 125
+	fi
+	/usr/bin/rm -f "$log"
 	# Where there is no window manager, Wine waits two seconds for one to take
 	# away each window, and windows have no title bars.
 	"$1" reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f \

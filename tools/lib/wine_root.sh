@@ -39,6 +39,12 @@ wine_root_is_ready()
 		$(<"$wine_root/contents") == "$(wine_root_contents)" ]]
 }
 
+# Whether file systems can be mounted here.
+can_mount()
+{
+	as_root "$lib/mount_namespace" mount --bind "$lib" "$lib" 2>/dev/null
+}
+
 # A name as a table of mounts has it.
 mount_table_name()
 {
@@ -59,17 +65,27 @@ write_wine_mounts()
 	echo "$root/usr /usr none rbind 0 0"
 }
 
-# fill_wine_root ROOT SUITE MIRROR KEYRING, as root in a mount namespace of its
+# Prints the packages by the names that they have in this machine's suite: Debian 13
+# has renamed libraries whose time has grown to 64 bits.
+named_in_suite()
+{
+	local package
+	for package; do
+		if apt-cache show "${package}t64" >/dev/null 2>&1; then package+=t64; fi
+		echo "$package"
+	done
+}
+
+# fill_wine_root ROOT SUITE MIRROR KEYRING PACKAGES, as root in a mount namespace of its
 # own, so that a root whose making was interrupted has nothing mounted in it.
 fill_wine_root()
 {
-	local root=$1 suite=$2 mirror=$3 keyring=$4 packages locale name
-	packages=$(printf '%s,' "${wine_root_packages[@]}")
+	local root=$1 suite=$2 mirror=$3 keyring=$4 packages=$5 locale name
 	# debootstrap cannot do with a name that has a space in it.
 	mkdir "$root"
 	mount --bind "$root" /mnt
 	root=/mnt
-	debootstrap --arch=i386 --variant=minbase --include="${packages%,}" \
+	debootstrap --arch=i386 --variant=minbase --include="$packages" \
 		--keyring="$keyring" "$suite" "$root" "$mirror"
 	for locale in "${wine_locales[@]}"; do
 		chroot "$root" localedef -i "${locale%.*}" -f "${locale#*.}" "$locale"
@@ -89,7 +105,7 @@ fill_wine_root()
 # Makes the root, under another name until it is complete.
 make_wine_root()
 {
-	local suite address mirror keyring new=$wine_root.new old=$wine_root.old
+	local suite address mirror keyring packages new=$wine_root.new old=$wine_root.old
 	# shellcheck source=/dev/null # VERSION_CODENAME is the suite
 	suite=$(. /etc/os-release && echo "$VERSION_CODENAME")
 	if ! address=$(debian_source "$suite" 2>/dev/null); then
@@ -111,12 +127,13 @@ make_wine_root()
 		if [[ $proxy == *://* ]]; then proxies+=("${name}_proxy=$proxy"); fi
 	done
 
+	packages=$(named_in_suite "${wine_root_packages[@]}" | paste -sd ,)
 	as_root rm -rf "$new" "$old"
 	# shellcheck disable=SC2016 # for the inner shell
-	as_root env "${proxies[@]}" LC_ALL=C unshare --mount bash -euc '
+	as_root env "${proxies[@]}" LC_ALL=C "$lib/mount_namespace" bash -euc '
 		. "$1/wine_root.sh"
 		fill_wine_root "${@:2}"' \
-		bash "$lib" "$new" "$suite" "$mirror" "$keyring"
+		bash "$lib" "$new" "$suite" "$mirror" "$keyring" "$packages"
 	if [[ -e $wine_root ]]; then as_root mv "$wine_root" "$old"; fi
 	as_root mv "$new" "$wine_root"
 	write_wine_mounts >"$wine_mounts.new"

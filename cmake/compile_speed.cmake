@@ -1,0 +1,75 @@
+# What makes the sources compile in less time without a change of what they become. With BRANTEL_ALONE each
+# source is compiled alone instead, as it is in the preset "native" and for the lint: that shows that it
+# includes what it uses.
+option(BRANTEL_ALONE "Compile each source alone, without precompiled headers" OFF)
+if(CMAKE_CXX_COMPILER_ID STREQUAL GNU AND NOT BRANTEL_ALONE)
+  # The compiler cache needs it for them.
+  add_compile_options(-fpch-preprocess)
+endif()
+
+# The standard headers that nearly every source includes.
+set(standard_headers
+  <algorithm> <array> <cstdint> <functional> <map> <memory> <optional> <span> <string> <string_view>
+  <utility> <vector>)
+
+# A library that has nothing but precompiled headers, for targets that are compiled with the same options.
+function(add_precompiled_headers name)
+  set(empty_source "${CMAKE_BINARY_DIR}/empty.cpp")
+  file(CONFIGURE OUTPUT "${empty_source}" CONTENT "")
+  add_library(${name} OBJECT "${empty_source}")
+  target_link_libraries(${name} PRIVATE warnings)
+  target_precompile_headers(${name} PRIVATE ${standard_headers} ${ARGN})
+endfunction()
+
+# Gives the standard headers to all targets of a folder and those in it that have several sources.
+function(precompile_standard_headers folder)
+  if(BRANTEL_ALONE)
+    return()
+  endif()
+  if(NOT TARGET precompiled_standard_headers)
+    add_precompiled_headers(precompiled_standard_headers)
+  endif()
+  get_property(targets DIRECTORY "${folder}" PROPERTY BUILDSYSTEM_TARGETS)
+  foreach(target IN LISTS targets)
+    get_target_property(sources ${target} SOURCES)
+    list(FILTER sources INCLUDE REGEX "\\.cpp$")
+    list(LENGTH sources source_count)
+    if(source_count GREATER 1)
+      target_precompile_headers(${target} REUSE_FROM precompiled_standard_headers)
+    endif()
+  endforeach()
+  get_property(subfolders DIRECTORY "${folder}" PROPERTY SUBDIRECTORIES)
+  foreach(subfolder IN LISTS subfolders)
+    precompile_standard_headers("${subfolder}")
+  endforeach()
+endfunction()
+
+# compile_as_tests(TARGET [HEADERS...]): for a program or library of tests. Only what it tests is worth
+# optimizing, and a line number is all that anybody needs to know of a test that failed. The headers are
+# precompiled beside those of GoogleTest.
+function(compile_as_tests target)
+  target_compile_options(${target} PRIVATE -O0 -g1)
+  if(BRANTEL_SANITIZE)
+    # Fuzzers are to look for ways through what is tested alone.
+    target_compile_options(${target} PRIVATE -fno-sanitize=fuzzer-no-link)
+  endif()
+  if(NOT BRANTEL_ALONE)
+    target_precompile_headers(${target} PRIVATE ${standard_headers} <gmock/gmock.h> <gtest/gtest.h> ${ARGN})
+  endif()
+endfunction()
+
+# Compiles those sources of the target at once that include this header, which is slow to compile.
+function(compile_together target header)
+  if(BRANTEL_ALONE)
+    return()
+  endif()
+  set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_MODE GROUP)
+  get_target_property(folder ${target} SOURCE_DIR)
+  get_target_property(sources ${target} SOURCES)
+  foreach(source IN LISTS sources)
+    file(STRINGS "${folder}/${source}" found REGEX "^#include <${header}>")
+    if(found)
+      set_source_files_properties("${source}" PROPERTIES UNITY_GROUP slow_header)
+    endif()
+  endforeach()
+endfunction()
