@@ -1,4 +1,5 @@
-// Replays the dialogues of dialogues/beeper, dialogues/pager and dialogues/port. Lines of such a file, before "run":
+// Replays the dialogues of dialogues/beeper, dialogues/pager and dialogues/port. Lines of such a
+// file, before "run":
 //
 //   no-instance                             the instance file is missing
 //   field NAME VALUE                        of the instance, as its class's layout names it

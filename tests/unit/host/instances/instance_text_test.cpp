@@ -112,8 +112,8 @@ TEST(InstanceTable, ShowsTheFirstTextsInOneLine) {
 TEST(InstanceTable, TellsWhatIsWrongWithAFile) {
   InstanceFile damaged = FileOf("Night", "Beeper", {"5551234"});
   damaged.fault = "is damaged: it is short";
-  const InstanceFile refused = {"Office", &FindClassDescription("SMTPMail")->instances, std::nullopt,
-                                "is refused by SMTPMail: it is short"};
+  const InstanceFile refused = {"Office", &FindClassDescription("SMTPMail")->instances,
+                                std::nullopt, "is refused by SMTPMail: it is short"};
   const InstanceFile foreign = {"notes.txt", nullptr, std::nullopt, "is no instance"};
   EXPECT_EQ(InstanceTable({damaged, foreign, refused}),
             "Name       Class     Summary\n"
