@@ -9,6 +9,7 @@
 #include "instance/class_settings.h"
 #include "notifier/alert_log.h"
 #include "notifier/alert_text.h"
+#include "notifier/instance_loading.h"
 #include "port/com_port_number.h"
 #include "text/format_text.h"
 #include "text/leading_number.h"

@@ -28,11 +28,11 @@ WindowTasks::~WindowTasks() {
   DeleteCriticalSection(&guard_);
 }
 
-void WindowTasks::Leave(std::function<void()> task) {
+void WindowTasks::Post(std::function<void()> task) {
   const Guarded guarded(guard_);
   if (window_ == nullptr) return;
   tasks_.push_back(std::move(task));
-  // One message for all that are left until it is read: a thread's queue holds only so many. Where
+  // One message for all that are pending: a thread's queue holds only so many. Where
   // it is full the next task tries again.
   if (!is_told_) is_told_ = PostMessageA(window_, kMessage, 0, 0) != FALSE;
 }

@@ -20,7 +20,7 @@ class WindowTasks final : public DialogTasks {
   WindowTasks& operator=(const WindowTasks&) = delete;
   ~WindowTasks() override;
 
-  void Leave(std::function<void()> task) override;
+  void Post(std::function<void()> task) override;
   [[nodiscard]] bool IsOpen() override;
 
   // Does what is to be done. By the window's thread.

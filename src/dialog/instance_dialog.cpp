@@ -4,6 +4,7 @@
 #include <charconv>
 
 #include "instance/text_choice.h"
+#include "notifier/instance_loading.h"
 
 namespace brantel {
 namespace {

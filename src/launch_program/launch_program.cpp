@@ -1,6 +1,7 @@
 #include "launch_program/launch_program.h"
 
 #include "launch_program/launch_program_description.h"
+#include "notifier/instance_loading.h"
 
 namespace brantel {
 

@@ -2,25 +2,12 @@
 
 #include <functional>
 #include <memory>
-#include <optional>
-#include <string>
-#include <string_view>
 
-#include "instance/instance_codec.h"
-#include "instance/instance_files.h"
-#include "notifier/alert_log.h"
+#include "instance/instance_argument.h"
 #include "notifier/notifier_host.h"
 #include "system/result.h"
 
 namespace brantel {
-
-// What the host names an instance by, the path of its file in Send, its name for the dialogs: the
-// text as it came, for the log, and the path in the system's ANSI code page, up to the first NUL,
-// for the file system.
-struct InstanceArgument {
-  std::u16string text;
-  std::string path;
-};
 
 // Asks the host that wants to bind itself to an object for its callbacks. Null when it has none.
 using HostQuery = std::function<std::shared_ptr<NotifierHost>()>;
@@ -46,16 +33,5 @@ class Notifier {
   // null when none is bound.
   virtual Result Send(const InstanceArgument& argument, NotifierHost* host) = 0;
 };
-
-// Tells in three log lines that an instance cannot be loaded: which, why, and a line end.
-void LogFailedLoad(const AlertLog& log, const InstanceLayout& layout, std::u16string_view which);
-
-// The same of the class's instance that prefills new ones, by a name of its own.
-void LogFailedDefaultLoad(const AlertLog& log, const InstanceLayout& layout);
-
-// Loads the instance that an alert, or a request for its edit page, names. When that fails, also
-// for want of memory, tells the host so, with the argument as it came.
-std::optional<Instance> LoadInstanceForAlert(InstanceFiles& files, const InstanceLayout& layout,
-                                             const InstanceArgument& argument, NotifierHost* host);
 
 }  // namespace brantel

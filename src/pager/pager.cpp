@@ -2,6 +2,7 @@
 
 #include "instance/class_settings.h"
 #include "notifier/alert_log.h"
+#include "notifier/instance_loading.h"
 #include "pager/ntt_session.h"
 #include "pager/pager_call.h"
 #include "pager/pager_description.h"

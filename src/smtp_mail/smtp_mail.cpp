@@ -6,6 +6,7 @@
 #include <string_view>
 #include <utility>
 
+#include "notifier/instance_loading.h"
 #include "notifier/sockets_binding.h"
 #include "smtp_mail/smtp_mail_description.h"
 #include "text/leading_number.h"

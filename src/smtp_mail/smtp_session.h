@@ -31,7 +31,7 @@ struct SmtpSystem {
 
 // Delivers a message to its relay over a new connection, and logs the whole dialogue when there is
 // a host. Each receive waits for `timeout` milliseconds. Any number of threads may do so at the
-// same time, but the host's log and the rest of the system are theirs to share.
+// same time, but the host's log and what else they work on is theirs to share.
 //
 // 0 when the relay accepted the message. Otherwise the code of the last reply to a recipient that
 // was none of acceptance, for example 550; deliberately 0 when that reply could not be read, which

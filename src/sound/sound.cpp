@@ -1,5 +1,6 @@
 #include "sound/sound.h"
 
+#include "notifier/instance_loading.h"
 #include "sound/sound_description.h"
 
 namespace brantel {

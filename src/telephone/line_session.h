@@ -58,7 +58,7 @@ class LineSession final : private LineMessageReceiver {
   LineCode WaitForPlayback();
 
   // Ends the call by closing the line, and gives back everything. The error of telephony that would
-  // not let go, of whom nothing more is asked then.
+  // not let go after five attempts.
   LineCode TearDown();
 
  private:

@@ -9,11 +9,11 @@ namespace brantel {
 // about a size of a gigabyte costs none.
 // NOLINTBEGIN(*-no-malloc)
 
-std::byte* SystemMemoryBlocks::Take(std::size_t size) noexcept {
+std::byte* SystemMemoryBlocks::Allocate(std::size_t size) noexcept {
   return static_cast<std::byte*>(std::calloc(std::max<std::size_t>(size, 1), 1));
 }
 
-void SystemMemoryBlocks::GiveBack(std::byte* memory) noexcept {
+void SystemMemoryBlocks::Free(std::byte* memory) noexcept {
   std::free(memory);
 }
 

@@ -4,6 +4,7 @@
 #include <string_view>
 #include <utility>
 
+#include "notifier/instance_loading.h"
 #include "telephone/line_session.h"
 #include "text/text_end.h"
 #include "voice/voice_call.h"

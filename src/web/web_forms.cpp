@@ -1,6 +1,7 @@
 #include "web/web_forms.h"
 
 #include "instance/instance_directory.h"
+#include "notifier/instance_loading.h"
 #include "text/double_byte_text.h"
 #include "web/form_fields.h"
 #include "web/web_page.h"

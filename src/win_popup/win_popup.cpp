@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "notifier/instance_loading.h"
 #include "notifier/sockets_binding.h"
 #include "text/text_end.h"
 #include "win_popup/win_popup_description.h"

@@ -14,13 +14,13 @@ WinPopupDialog::WinPopupDialog(DialogView& view, InstanceFiles& files, InstanceD
 void WinPopupDialog::FillLists() {
   auto library = network_.LibraryWith(NetworkEntry::kMessageNameEnum);
   if (!library) return;
-  // The worker may outlive the dialog. What it leaves to be done here is done only while the dialog
+  // The worker may outlive the dialog. What it posts here is done only while the dialog
   // is open.
   DestinationSeeker seeker = {
       .wants_more = [tasks = view().Tasks()] { return tasks->IsOpen(); },
       .take =
           [this, tasks = view().Tasks()](const std::string& name, Repetition repetition) {
-            tasks->Leave([this, name, repetition] { Offer(name, repetition); });
+            tasks->Post([this, name, repetition] { Offer(name, repetition); });
           },
   };
   sources_.workers.Start(

@@ -21,7 +21,7 @@ class FakeDialogTasks final : public DialogTasks {
   bool is_open = true;
   std::vector<std::function<void()>> left;
 
-  void Leave(std::function<void()> task) override {
+  void Post(std::function<void()> task) override {
     if (is_open) left.push_back(std::move(task));
   }
 

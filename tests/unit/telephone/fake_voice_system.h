@@ -36,7 +36,7 @@ class CountingMemory final : public MemoryBlocks {
 
   [[nodiscard]] std::size_t in_use() const { return taken_.size(); }
 
-  std::byte* Take(std::size_t size) noexcept override {
+  std::byte* Allocate(std::size_t size) noexcept override {
     requested.push_back(size);
     if (size > most || refused.contains(static_cast<int>(requested.size()))) return nullptr;
     auto memory = std::make_unique<std::byte[]>(size + 1);
@@ -45,7 +45,7 @@ class CountingMemory final : public MemoryBlocks {
     return given;
   }
 
-  void GiveBack(std::byte* memory) noexcept override { taken_.erase(memory); }
+  void Free(std::byte* memory) noexcept override { taken_.erase(memory); }
 
  private:
   std::map<std::byte*, std::unique_ptr<std::byte[]>> taken_;

@@ -1,4 +1,4 @@
-#include "notifier/notifier.h"
+#include "notifier/instance_loading.h"
 
 #include "instance/instance_directory.h"
 #include "text/string_table.h"

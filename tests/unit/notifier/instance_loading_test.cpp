@@ -1,4 +1,4 @@
-#include "notifier/notifier.h"
+#include "notifier/instance_loading.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
