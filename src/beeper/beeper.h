@@ -1,5 +1,6 @@
 #pragma once
 
+#include "instance/instance_files.h"
 #include "notifier/notifier.h"
 #include "port/modem_port.h"
 #include "port/serial_device.h"

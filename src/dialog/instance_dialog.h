@@ -7,10 +7,10 @@
 #include "description/class_description.h"
 #include "dialog/dialog.h"
 #include "dialog/dialog_view.h"
+#include "instance/instance_argument.h"
 #include "instance/instance_codec.h"
 #include "instance/instance_directory.h"
 #include "instance/instance_files.h"
-#include "notifier/notifier.h"
 #include "notifier/notifier_host.h"
 #include "text/string_table.h"
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "instance/instance_files.h"
 #include "launch_program/process_starter.h"
 #include "notifier/notifier.h"
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "instance/instance_files.h"
 #include "notifier/notifier.h"
 #include "pager/ucp_session.h"
 #include "port/modem_port.h"

@@ -2,6 +2,7 @@
 
 #include <string_view>
 
+#include "instance/instance_files.h"
 #include "notifier/notifier.h"
 #include "smtp_mail/smtp_session.h"
 #include "system/settings_store.h"

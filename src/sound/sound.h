@@ -1,5 +1,6 @@
 #pragma once
 
+#include "instance/instance_files.h"
 #include "notifier/notifier.h"
 #include "sound/sound_player.h"
 

@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "instance/instance_files.h"
 #include "notifier/notifier.h"
 #include "telephone/voice_state.h"
 #include "telephone/voice_system.h"

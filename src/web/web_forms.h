@@ -6,9 +6,9 @@
 #include <string_view>
 
 #include "description/class_description.h"
+#include "instance/instance_argument.h"
 #include "instance/instance_codec.h"
 #include "instance/instance_files.h"
-#include "notifier/notifier.h"
 #include "notifier/notifier_host.h"
 #include "system/result.h"
 #include "text/code_page.h"

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "instance/instance_files.h"
 #include "notifier/notifier.h"
 #include "system/sockets_library.h"
 #include "win_popup/network_api.h"

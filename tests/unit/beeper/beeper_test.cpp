@@ -6,6 +6,7 @@
 #include <new>
 
 #include "beeper/beeper_description.h"
+#include "instance/instance_codec.h"
 #include "tests/unit/failing_allocations.h"
 #include "tests/unit/instance/fake_instance_files.h"
 #include "tests/unit/notifier/fake_notifier_host.h"

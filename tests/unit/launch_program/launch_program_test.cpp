@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "instance/instance_codec.h"
 #include "launch_program/launch_program_description.h"
 #include "tests/unit/instance/fake_instance_files.h"
 #include "tests/unit/launch_program/fake_process_starter.h"

@@ -5,6 +5,7 @@
 
 #include <array>
 
+#include "instance/instance_codec.h"
 #include "tests/unit/allocation_counter.h"
 #include "tests/unit/failing_allocations.h"
 #include "tests/unit/instance/fake_instance_files.h"

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "instance/instance_codec.h"
 #include "pager/pager_description.h"
 #include "tests/unit/dialog/fake_dialog_view.h"
 #include "tests/unit/instance/fake_instance_files.h"

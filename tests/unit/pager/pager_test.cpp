@@ -5,6 +5,7 @@
 
 #include <new>
 
+#include "instance/instance_codec.h"
 #include "pager/pager_description.h"
 #include "tests/unit/allocation_counter.h"
 #include "tests/unit/failing_allocations.h"

@@ -37,6 +37,7 @@
 #include "beeper/beeper.h"
 #include "beeper/beeper_description.h"
 #include "beeper/beeper_port.h"
+#include "instance/instance_codec.h"
 #include "pager/pager.h"
 #include "pager/pager_description.h"
 #include "pager/pager_port.h"

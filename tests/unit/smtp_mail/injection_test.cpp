@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "instance/instance_codec.h"
 #include "smtp_mail/smtp_mail.h"
 #include "smtp_mail/smtp_mail_description.h"
 #include "tests/unit/instance/fake_instance_files.h"

@@ -7,6 +7,7 @@
 #include <bit>
 #include <map>
 
+#include "instance/instance_codec.h"
 #include "smtp_mail/smtp_mail_description.h"
 #include "tests/unit/dialog/fake_dialog_view.h"
 #include "tests/unit/instance/fake_instance_files.h"

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "instance/instance_codec.h"
 #include "sound/sound_description.h"
 #include "tests/unit/dialog/fake_dialog_view.h"
 #include "tests/unit/dialog/fake_recorder_system.h"

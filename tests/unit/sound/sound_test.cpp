@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "instance/instance_codec.h"
 #include "sound/sound_description.h"
 #include "tests/unit/instance/fake_instance_files.h"
 #include "tests/unit/notifier/fake_notifier_host.h"

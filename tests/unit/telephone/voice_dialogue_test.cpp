@@ -49,6 +49,7 @@
 #include <string>
 #include <vector>
 
+#include "instance/instance_codec.h"
 #include "tests/unit/dialogue/answer.h"
 #include "tests/unit/dialogue/dialogue.h"
 #include "tests/unit/dialogue/replay.h"

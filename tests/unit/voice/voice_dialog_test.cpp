@@ -5,6 +5,7 @@
 
 #include <array>
 
+#include "instance/instance_codec.h"
 #include "tests/unit/dialog/fake_dialog_view.h"
 #include "tests/unit/dialog/fake_recorder_system.h"
 #include "tests/unit/instance/fake_instance_files.h"

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "beeper/beeper_description.h"
+#include "instance/instance_codec.h"
 #include "pager/pager_description.h"
 #include "smtp_mail/smtp_mail_description.h"
 #include "tests/unit/project_file.h"

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "instance/instance_codec.h"
 #include "tests/unit/dialog/fake_dialog_view.h"
 #include "tests/unit/instance/fake_instance_files.h"
 #include "tests/unit/notifier/fake_notifier_host.h"

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "host/outcome/command_failure.h"
+#include "instance/instance_codec.h"
 #include "module/class_descriptions.h"
 
 namespace brantel::host {

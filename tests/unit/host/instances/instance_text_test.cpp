@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "instance/instance_codec.h"
 #include "module/class_descriptions.h"
 
 namespace brantel::host {
