@@ -47,7 +47,7 @@ std::shared_ptr<NetworkApi::Binding> NetworkApi::Bind() {
   if (row == kLibraries.end()) return nullptr;
   auto library = system_.Load(row->name);
   if (!library || !IsUsable(*library)) return nullptr;
-  auto binding = std::make_shared<Binding>(row->mode, std::move(library));
+  auto binding = std::make_shared<Binding>(Binding{row->mode, std::move(library)});
   binding_.store(binding);
   return binding;
 }
