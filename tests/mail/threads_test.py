@@ -8,6 +8,7 @@ import pytest
 
 import mail_servers
 from conftest import MAIL_SERIES
+from timeout_setting import TimeoutSetting
 from windows_programs import MODULE, WINE, windows_path
 
 COUNT, THREADS = 100, 16
@@ -24,6 +25,15 @@ def with_early_lines(reply: str, code: int) -> list[str]:
             for length in range(room - 5)]
 
 
+@pytest.fixture
+def patience(wine_environment):
+    """Time for a relay that does not get a processor for a while."""
+    setting = TimeoutSetting(wine_environment)
+    setting.store("300000")
+    yield
+    setting.remove()
+
+
 @pytest.fixture(scope="module")
 def early_relay(address):
     replies = {word: with_early_lines("250 ok", 250) for word in ("HELO", "MAIL", "RCPT", ".")}
@@ -33,6 +43,7 @@ def early_relay(address):
     relay.close()
 
 
+@pytest.mark.usefixtures("patience")
 def test_all_messages_of_all_threads_are_delivered(mailer, early_relay, wine_environment):
     instance = mailer.store(gateway=early_relay.address, sender=b"ops@%s")
     with tempfile.TemporaryFile() as output:

@@ -1,40 +1,14 @@
 """The time-out setting in the real registry, with a relay that never says a word."""
 
-import subprocess
-
 import pytest
 
 import mail_servers
-from windows_programs import TIME_LIMIT, WINE
-
-KEY = r"HKLM\SOFTWARE\Brantel\Vantrel\notification\SMTPMail"
-VALUE = "Settings_Timeout"
-
-
-class Setting:
-    """The setting in the registry. No other test of this suite depends on its value."""
-
-    def __init__(self, environment: dict[str, str]):
-        self._environment = environment
-
-    def _reg(self, *arguments: str) -> subprocess.CompletedProcess:
-        return subprocess.run([WINE, "reg", *arguments], env=self._environment, text=True,
-                              stdin=subprocess.DEVNULL, capture_output=True, timeout=TIME_LIMIT)
-
-    def store(self, text: str) -> None:
-        assert self._reg("add", KEY, "/v", VALUE, "/t", "REG_SZ", "/d", text, "/f").returncode == 0
-
-    def remove(self) -> None:
-        self._reg("delete", KEY, "/f")
-
-    def query(self) -> list[str]:
-        """Name, type and data."""
-        return self._reg("query", KEY, "/v", VALUE).stdout.split()[-3:]
+from timeout_setting import VALUE, TimeoutSetting
 
 
 @pytest.fixture
 def setting(wine_environment):
-    setting = Setting(wine_environment)
+    setting = TimeoutSetting(wine_environment)
     setting.remove()
     yield setting
     setting.remove()
