@@ -3,33 +3,17 @@
 #include <utility>
 
 namespace brantel {
-namespace {
-
-class Guarded {
- public:
-  explicit Guarded(CRITICAL_SECTION& guard) noexcept : guard_(guard) {
-    EnterCriticalSection(&guard_);
-  }
-  Guarded(const Guarded&) = delete;
-  Guarded& operator=(const Guarded&) = delete;
-  ~Guarded() { LeaveCriticalSection(&guard_); }
-
- private:
-  CRITICAL_SECTION& guard_;
-};
-
-}  // namespace
 
 WindowTasks::WindowTasks(HWND window) noexcept : window_(window) {
-  InitializeCriticalSection(&guard_);
+  guard_.Initialize();
 }
 
 WindowTasks::~WindowTasks() {
-  DeleteCriticalSection(&guard_);
+  guard_.Delete();
 }
 
 void WindowTasks::Post(std::function<void()> task) {
-  const Guarded guarded(guard_);
+  const CriticalSection::Lock lock(guard_);
   if (window_ == nullptr) return;
   tasks_.push_back(std::move(task));
   // One message for all that are pending: a thread's queue holds only so many. Where
@@ -38,7 +22,7 @@ void WindowTasks::Post(std::function<void()> task) {
 }
 
 bool WindowTasks::IsOpen() {
-  const Guarded guarded(guard_);
+  const CriticalSection::Lock lock(guard_);
   return window_ != nullptr;
 }
 
@@ -49,13 +33,13 @@ void WindowTasks::Do() {
 }
 
 void WindowTasks::Close() noexcept {
-  const Guarded guarded(guard_);
+  const CriticalSection::Lock lock(guard_);
   window_ = nullptr;
   tasks_.clear();
 }
 
 std::vector<std::function<void()>> WindowTasks::Take() {
-  const Guarded guarded(guard_);
+  const CriticalSection::Lock lock(guard_);
   is_told_ = false;
   return std::exchange(tasks_, {});
 }

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "dialog/dialog_tasks.h"
+#include "system/critical_section_win32.h"
 
 namespace brantel {
 
@@ -33,7 +34,7 @@ class WindowTasks final : public DialogTasks {
  private:
   std::vector<std::function<void()>> Take();
 
-  CRITICAL_SECTION guard_{};
+  CriticalSection guard_;
   HWND window_;  // null when it is closed
   std::vector<std::function<void()>> tasks_;
   bool is_told_ = false;  // whether the message is on its way

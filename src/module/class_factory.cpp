@@ -6,6 +6,7 @@
 
 #include "module/module_lock.h"
 #include "module/notifier_object.h"
+#include "system/critical_section_win32.h"
 #include "system/exception_guard.h"
 
 namespace brantel {
@@ -13,15 +14,7 @@ namespace {
 
 // One entry for each row of the class table.
 std::array<std::atomic<ClassFactory*>, kNotifierClassCount> cached_factories;
-CRITICAL_SECTION creation_guard;
-
-class CreationLock {
- public:
-  CreationLock() noexcept { EnterCriticalSection(&creation_guard); }
-  CreationLock(const CreationLock&) = delete;
-  CreationLock& operator=(const CreationLock&) = delete;
-  ~CreationLock() { LeaveCriticalSection(&creation_guard); }
-};
+constinit CriticalSection creation_guard;
 
 bool SameGuid(const Guid& ours, REFCLSID theirs) {
   static_assert(sizeof(Guid) == sizeof(CLSID));
@@ -31,7 +24,7 @@ bool SameGuid(const Guid& ours, REFCLSID theirs) {
 ClassFactory* FactoryOfRow(std::size_t row) {
   std::atomic<ClassFactory*>& entry = cached_factories.at(row);
   if (ClassFactory* factory = entry.load()) return factory;
-  const CreationLock lock;
+  const CriticalSection::Lock lock(creation_guard);
   if (entry.load() == nullptr) entry.store(new ClassFactory(NotifierClasses()[row]));
   return entry.load();
 }
@@ -80,14 +73,14 @@ HRESULT ClassFactory::LockServer(BOOL lock) noexcept {
 }
 
 void OpenClassFactoryCache() noexcept {
-  InitializeCriticalSection(&creation_guard);
+  creation_guard.Initialize();
 }
 
 void CloseClassFactoryCache() noexcept {
   for (std::atomic<ClassFactory*>& entry : cached_factories) {
     if (ClassFactory* factory = entry.exchange(nullptr)) factory->Release();
   }
-  DeleteCriticalSection(&creation_guard);
+  creation_guard.Delete();
 }
 
 IClassFactory* FindClassFactory(REFCLSID clsid) {

@@ -64,7 +64,8 @@ TEST(InstanceFile, HoldsTheInstanceOfItsMagic) {
 }
 
 TEST(InstanceFile, MayBeNoInstance) {
-  const std::string beeper = EncodeInstance(FindClassDescription("Beeper")->instances, Instance(7));
+  const InstanceLayout& layout = FindClassDescription("Beeper")->instances;
+  const std::string beeper = EncodeInstance(layout, Instance(layout.fields.size()));
   for (const std::string& content :
        {std::string(), std::string("text\n"), std::string(64, '\0'), beeper.substr(0, 15)}) {
     const InstanceFile file = Examine(content);
