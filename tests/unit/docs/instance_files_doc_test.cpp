@@ -63,7 +63,7 @@ Renaming: a dialog writes the new file before it deletes the old one, so that th
 forms delete first; all that needs memory is done before that. Where both names mean one file nothing is
 deleted, and the file gets its new name when its content is saved.
 
-This page is made from the tables in `src/*/*_layout.cpp`; `tests/unit/docs` compares it.
+This page is made from the tables in `src/*/*_description.cpp`; `tests/unit/docs` compares it.
 )";
 
 std::string Hex(std::size_t value, std::size_t digits) {
