@@ -56,6 +56,7 @@ class Connection(socketserver.StreamRequestHandler):
 class Relay(socketserver.ThreadingTCPServer):
     allow_reuse_address = True
     daemon_threads = True
+    request_queue_size = 128  # all that come at once
 
 
 with Relay((ADDRESS, 25), Connection) as relay:
