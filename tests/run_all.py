@@ -325,7 +325,7 @@ def parse_arguments() -> argparse.Namespace:
         description="Sets the machine up where that is not done yet, builds what the test suites need, runs\n"
                     "all of them or those named, and ends with \"N passed, N failed\".",
         epilog=f"suites:\n{describe([suite for suite in SUITES if not suite.for_maintainers])}\n\n"
-               "run only when they are named, by .ci/run among others:\n"
+               "run only when they are named:\n"
                f"{describe([suite for suite in SUITES if suite.for_maintainers])}")
     parser.add_argument("suites", nargs="*", metavar="SUITE", help="a suite to run instead of all")
     parser.add_argument("-k", metavar="NAME", help="run only the tests with this in their names")

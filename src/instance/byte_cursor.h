@@ -19,6 +19,7 @@ class ByteCursor {
   static constexpr std::size_t kReadSize = 8192;
 
   // `source` must outlive the object.
+  // NOLINTNEXTLINE(*-member-init): the source fills the buffer.
   explicit ByteCursor(ByteSource& source) : source_(source) {}
   ByteCursor(const ByteCursor&) = delete;
   ByteCursor& operator=(const ByteCursor&) = delete;
@@ -54,7 +55,7 @@ class ByteCursor {
 
  private:
   ByteSource& source_;
-  std::array<char, kReadSize> buffer_;  // NOLINT(*-member-init): filled by the source
+  std::array<char, kReadSize> buffer_;
   std::string_view rest_;
   bool ran_short_ = false;
 };

@@ -38,8 +38,8 @@ class InstanceDirectory {
   bool Save(const std::string& name, const Instance& instance);
 
   bool Delete(const std::string& name) { return files_.Delete(PathOf(name)); }
-  bool Rename(const std::string& name, const std::string& new_name) {
-    return files_.Rename(PathOf(name), PathOf(new_name));
+  bool Rename(const std::string& old_name, const std::string& new_name) {
+    return files_.Rename(PathOf(old_name), PathOf(new_name));
   }
 
   // Whether a file of that name stands in the directory.

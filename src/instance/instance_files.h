@@ -32,7 +32,7 @@ class InstanceFiles {
 
   // Gives a file another name, which may also be its own in other letters. False when another file
   // has the name, or when that cannot be done now.
-  virtual bool Rename(const std::string& path, const std::string& new_path) = 0;
+  virtual bool Rename(const std::string& old_path, const std::string& new_path) = 0;
 
   [[nodiscard]] virtual bool Exists(const std::string& path) const = 0;
 

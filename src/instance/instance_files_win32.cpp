@@ -92,10 +92,10 @@ bool DiskInstanceFiles::Delete(const std::string& path) {
   return DeleteFileA(path.c_str()) != FALSE;
 }
 
-bool DiskInstanceFiles::Rename(const std::string& path, const std::string& new_path) {
-  if (MoveFileA(path.c_str(), new_path.c_str()) == FALSE) return false;
+bool DiskInstanceFiles::Rename(const std::string& old_path, const std::string& new_path) {
+  if (MoveFileA(old_path.c_str(), new_path.c_str()) == FALSE) return false;
   try {
-    return HasItsLetters(new_path) || MoveByAnotherName(path, new_path);
+    return HasItsLetters(new_path) || MoveByAnotherName(old_path, new_path);
   } catch (const std::bad_alloc&) {
     return false;
   }
@@ -113,9 +113,9 @@ std::optional<std::string> DiskInstanceFiles::StoredName(const std::string& path
     // A file stands also in a directory that does not let itself be listed.
     return Exists(path) ? std::optional(own_name) : std::nullopt;
   }
-  std::string stored = ToAnsi(*listed);
+  const std::string stored = ToAnsi(*listed);
   // A name of characters that the code page lacks is known here by the short one that led to it.
-  return FromAnsi(stored) == *listed ? std::move(stored) : own_name;
+  return FromAnsi(stored) == *listed ? stored : own_name;
 }
 
 bool DiskInstanceFiles::IsValidName(const std::string& name) const {

@@ -11,7 +11,7 @@ class DiskInstanceFiles final : public InstanceFiles {
   bool Write(const std::string& path, std::string_view content) override;
   bool Overwrite(const std::string& path, std::string_view content) override;
   bool Delete(const std::string& path) override;
-  bool Rename(const std::string& path, const std::string& new_path) override;
+  bool Rename(const std::string& old_path, const std::string& new_path) override;
   [[nodiscard]] bool Exists(const std::string& path) const override;
   [[nodiscard]] std::optional<std::string> StoredName(const std::string& path) const override;
   [[nodiscard]] bool IsValidName(const std::string& name) const override;

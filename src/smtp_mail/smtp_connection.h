@@ -4,6 +4,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "notifier/alert_log.h"
 #include "smtp_mail/mail_socket.h"
@@ -26,9 +27,8 @@ class SmtpConnection {
   // Bytes that come too early, behind the end of a reply line, are kept in `carry_over` as far
   // as their first NUL; what stands there already is read first. Each receive waits for `timeout`
   // milliseconds.
-  SmtpConnection(const AlertLog& log, MailSocket& socket, std::string& carry_over,
-                 std::uint32_t timeout)
-      : log_(log), socket_(socket), carry_over_(carry_over), timeout_(timeout) {}
+  SmtpConnection(AlertLog log, MailSocket& socket, std::string& carry_over, std::uint32_t timeout)
+      : log_(std::move(log)), socket_(socket), carry_over_(carry_over), timeout_(timeout) {}
 
   // 0, or the error with which sending ended.
   int SendText(std::string_view text);

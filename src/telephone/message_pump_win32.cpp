@@ -29,7 +29,7 @@ bool HandleMessage(std::optional<int>& exit_code) {
 // Also at once for messages that came before: somebody may have looked at the queue and left them
 // there, which an ordinary wait takes for old news.
 void AwaitInput(EventHandle event) {
-  HANDLE const handle = reinterpret_cast<HANDLE>(event);
+  const auto handle = reinterpret_cast<HANDLE>(event);
   MsgWaitForMultipleObjectsEx(event == kNoEvent ? 0 : 1, &handle, kLongestSleep, QS_ALLINPUT,
                               MWMO_INPUTAVAILABLE);
 }
