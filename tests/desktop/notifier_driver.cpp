@@ -5,7 +5,8 @@
 //   shutdown              the same of Shutdown
 //   references            "references COUNT", how often others than the program hold its host
 //   log                   "log COUNT", how many lines the host has been told
-//   processor-time        "processor-time MS", how long processors have worked for this process
+//   processor-time        "processor-time PROCESS THREAD", for how many milliseconds processors
+//                         have worked for this process, and for its thread that drives the notifier
 //   send PATH             "result CODE" when Send has returned; the path may be empty
 //   add DIRECTORY         "shown LEFT TOP WIDTH HEIGHT" when the dialog has opened
 //   edit DIRECTORY NAME   the same
@@ -63,20 +64,21 @@ std::string ShownLine(HWND dialog) {
   return line.str();
 }
 
-// In milliseconds.
-std::uint64_t ProcessorTime() {
-  FILETIME created{};
-  FILETIME ended{};
-  FILETIME in_system{};
-  FILETIME in_program{};
-  if (GetProcessTimes(GetCurrentProcess(), &created, &ended, &in_system, &in_program) == FALSE) {
-    throw std::runtime_error("the system does not know the processor time");
-  }
-  const auto milliseconds = [](const FILETIME& time) {
+std::string ProcessorTimeLine() {
+  const auto milliseconds = [](const auto& get_times, HANDLE whose) {
+    std::array<FILETIME, 4> times{};
+    if (get_times(whose, &times[0], &times[1], &times[2], &times[3]) == FALSE) {
+      throw std::runtime_error("the system does not know the processor time");
+    }
     constexpr std::uint64_t kPerMillisecond = 10000;
-    return (std::uint64_t{time.dwHighDateTime} << 32U | time.dwLowDateTime) / kPerMillisecond;
+    std::uint64_t sum = 0;
+    for (const FILETIME& time : {times[2], times[3]}) {  // in the system and in the program
+      sum += std::uint64_t{time.dwHighDateTime} << 32U | time.dwLowDateTime;
+    }
+    return std::to_string(sum / kPerMillisecond);
   };
-  return milliseconds(in_system) + milliseconds(in_program);
+  return "processor-time " + milliseconds(GetProcessTimes, GetCurrentProcess()) + " " +
+         milliseconds(GetThreadTimes, GetCurrentThread());
 }
 
 const ExpectedClass& ClassNamed(const std::string& name) {
@@ -99,7 +101,7 @@ class NotifierDriver {
     if (words[0] == "shutdown") return ResultLine(notifier_->Shutdown());
     if (words[0] == "references") return "references " + std::to_string(host_.references() - 1);
     if (words[0] == "log") return "log " + std::to_string(host_.log_calls.size());
-    if (words[0] == "processor-time") return "processor-time " + std::to_string(ProcessorTime());
+    if (words[0] == "processor-time") return ProcessorTimeLine();
     if (words[0] == "send") return ResultLine(notifier_->Send(Bstr(argument(1)).get()));
     if (words[0] == "add") return Show({.notifier_class = class_, .directory = argument(1)});
     if (words[0] == "edit") {

@@ -174,19 +174,23 @@ def test_messages_may_also_be_sent_past_those_that_are_posted(telephone):
 
 
 def test_a_call_that_waits_costs_no_processor(telephone, driver):
-    def processor_time() -> int:
-        return int(driver("processor-time").removeprefix("processor-time "))
+    def processor_times() -> list[int]:
+        return [int(word) for word in driver("processor-time").split()[1:]]
 
     telephone.make_wave("repeat.wav", 1.5)
     telephone.script("at 1.5 call-state connected")
     instance = windows_path(telephone.folder / telephone.store())
     assert driver("initialize") == "result 00000000"
     assert driver("send", instance) == "result 80004005"  # what is done once is done then
-    before = processor_time()
+    before = processor_times()
     assert driver("send", instance) == "result 80004005"
 
-    # Milliseconds, of three seconds: half of them until it was connected, half while a sound played.
-    assert processor_time() - before < 300
+    # Milliseconds, of three seconds: half of them until it was connected, half while a sound played. The
+    # process has the system's sound and the exchange in it. A thread that does not sleep gets more than
+    # this even on a machine that has much else to do.
+    whole, of_thread = (after - earlier for earlier, after in zip(before, processor_times()))
+    assert whole < 300
+    assert of_thread < 100
 
 
 def test_the_states_of_a_call_are_logged_and_a_connection_ends_the_wait(telephone):
