@@ -17,12 +17,14 @@
 
 namespace brantel {
 
+// By the process, so that benchmarks that run at the same time keep clear of each other.
+inline const auto kSinkPort = static_cast<std::uint16_t>(20000 + getpid() % 10000);
+
 // Where the benchmarks' sink listens.
 inline sockaddr_in SinkAddress() {
-  constexpr std::uint16_t kPort = 20251;
   sockaddr_in address{};
   address.sin_family = AF_INET;
-  address.sin_port = htons(kPort);
+  address.sin_port = htons(kSinkPort);
   address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
   return address;
 }
@@ -43,7 +45,7 @@ class SmtpSink {
  public:
   SmtpSink() : process_(fork()) {
     if (process_ == 0) {
-      const std::string port = "127.0.0.1:" + std::to_string(ntohs(SinkAddress().sin_port));
+      const std::string port = "127.0.0.1:" + std::to_string(kSinkPort);
       execl("/usr/sbin/smtp-sink", "smtp-sink", port.c_str(), "100", nullptr);
       _exit(1);
     }

@@ -22,7 +22,22 @@ import sys
 import tempfile
 import time
 
-POSTFIX_PROGRAMS = "/usr/lib/postfix/sbin"
+ROOT = pathlib.Path(__file__).resolve().parent.parent
+
+
+def postfix_root() -> str:
+    """Under which Postfix is: the machine's root folder, written as nothing, or the folder that tools/setup
+    has put it into where another mail server is the machine's."""
+    cache = subprocess.run(["sh", "-c", '. tools/lib/cache.sh; printf %s "$cache"'], cwd=ROOT,
+                           capture_output=True, text=True, check=True).stdout
+    own = pathlib.Path(cache) / "postfix"
+    return str(own) if own.exists() else ""
+
+
+POSTFIX = postfix_root()
+POSTFIX_LIBRARIES = f"{POSTFIX}/usr/lib/postfix"
+# To whom its files belong. Only where it is the machine's does it have users of its own.
+MAIL_OWNER, SETGID_GROUP = ("daemon", "mail") if POSTFIX else ("postfix", "postdrop")
 PRIVILEGED = [] if os.geteuid() == 0 else ["sudo", "-n"]
 
 # Seconds within which a server starts or ends, or a message arrives: far more than it takes.
@@ -48,7 +63,9 @@ def wait_until(condition, what: str) -> None:
 @contextlib.contextmanager
 def running(command: list[str], address: str, **options):
     """A server that greets on port 25 of the address."""
-    server = subprocess.Popen([*PRIVILEGED, *command], stdin=subprocess.DEVNULL, **options)
+    server = subprocess.Popen(
+        [*PRIVILEGED, "env", f"LD_LIBRARY_PATH={POSTFIX_LIBRARIES}", *command],
+        stdin=subprocess.DEVNULL, **options)
     try:
         wait_until(lambda: server.poll() is not None or answers(address), "a greeting")
         assert server.poll() is None, f"{command[0]} ended with {server.returncode}"
@@ -72,7 +89,7 @@ class MailServer:
     def running(self):
         self._make_folders()
         self._configure()
-        program = [f"{POSTFIX_PROGRAMS}/master", "-c", str(self._folder / "etc"), "-d"]
+        program = [f"{POSTFIX_LIBRARIES}/sbin/master", "-c", str(self._folder / "etc"), "-d"]
         with running(program, self.address):
             yield self
 
@@ -101,9 +118,9 @@ class MailServer:
             "active", "bounce", "corrupt", "defer", "deferred", "flush", "hold", "incoming",
             "private", "saved", "trace")]
         for name, owner in [("etc", None), ("queue", None), ("queue/pid", None),
-                            ("queue/maildrop", "postfix:postdrop"),
-                            ("queue/public", "postfix:postdrop"), ("data", "postfix"),
-                            ("mailboxes", "nobody"), *((name, "postfix") for name in queue)]:
+                            ("queue/maildrop", f"{MAIL_OWNER}:{SETGID_GROUP}"),
+                            ("queue/public", f"{MAIL_OWNER}:{SETGID_GROUP}"), ("data", MAIL_OWNER),
+                            ("mailboxes", "nobody"), *((name, MAIL_OWNER) for name in queue)]:
             (self._folder / name).mkdir()
             if owner:
                 subprocess.run([*PRIVILEGED, "chown", owner, self._folder / name], check=True)
@@ -114,10 +131,15 @@ class MailServer:
             "compatibility_level": "3.6",
             "queue_directory": self._folder / "queue",
             "data_directory": self._folder / "data",
-            "command_directory": "/usr/sbin",
-            "daemon_directory": POSTFIX_PROGRAMS,
-            "mail_owner": "postfix",
-            "setgid_group": "postdrop",
+            "command_directory": f"{POSTFIX}/usr/sbin",
+            "daemon_directory": f"{POSTFIX_LIBRARIES}/sbin",
+            "shlib_directory": POSTFIX_LIBRARIES,
+            "meta_directory": f"{POSTFIX}/etc/postfix",
+            "import_environment":
+                "MAIL_CONFIG MAIL_DEBUG MAIL_LOGTAG TZ LANG=C POSTLOG_SERVICE POSTLOG_HOSTNAME "
+                "LD_LIBRARY_PATH",
+            "mail_owner": MAIL_OWNER,
+            "setgid_group": SETGID_GROUP,
             "maillog_file": self._folder / "log",
             "maillog_file_prefixes": self._folder,
             "myhostname": f"relay.{self.DOMAIN}",

@@ -7,9 +7,9 @@ import pathlib
 import subprocess
 import sys
 
-from sim.mail_server import PRIVILEGED, TIME_LIMIT, running
+from sim.mail_server import POSTFIX, PRIVILEGED, TIME_LIMIT, running
 
-SMTP_SINK = "/usr/sbin/smtp-sink"
+SMTP_SINK = f"{POSTFIX}/usr/sbin/smtp-sink"
 
 
 def own_address() -> str:
