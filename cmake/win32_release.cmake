@@ -1,6 +1,11 @@
 # The module and the host run on any 32-bit Windows of their time and import system libraries alone, so
 # the compiler's own libraries are linked in. What nobody calls is left out.
-add_compile_definitions(WINVER=0x0501 _WIN32_WINNT=0x0501 WIN32_LEAN_AND_MEAN NOMINMAX)
+# The least Windows that the sources need. The standard headers of newer compilers need more themselves.
+set(least_windows 0x0501)
+if(CMAKE_CXX_COMPILER_VERSION VERSION_GREATER_EQUAL 13)
+  set(least_windows 0x0600)
+endif()
+add_compile_definitions(WINVER=${least_windows} _WIN32_WINNT=${least_windows} WIN32_LEAN_AND_MEAN NOMINMAX)
 add_compile_options(-g -ffunction-sections -fdata-sections)
 add_link_options(-static -static-libgcc -static-libstdc++ -Wl,--gc-sections)
 
