@@ -149,7 +149,7 @@ def chromium(tmp_path_factory):
     driver.quit()
 
 
-@pytest.fixture
+@pytest.fixture(scope="session")
 def show(chromium, server):
     """Shows a page and gives the browser that shows it."""
 
