@@ -48,10 +48,15 @@ endfunction()
 # optimizing, and a line number is all that anybody needs to know of a test that failed. The headers are
 # precompiled beside those of GoogleTest.
 function(compile_as_tests target)
-  target_compile_options(${target} PRIVATE -O0 -g1)
+  if(WIN32)
+    # Where nobody reads debug information, and the linker takes long over sections.
+    target_compile_options(${target} PRIVATE -O0 -g0 -fno-function-sections -fno-data-sections)
+  else()
+    target_compile_options(${target} PRIVATE -O0 -g1)
+  endif()
   if(BRANTEL_SANITIZE)
-    # Fuzzers are to look for ways through what is tested alone.
-    target_compile_options(${target} PRIVATE -fno-sanitize=fuzzer-no-link)
+    # Fuzzers are to look for ways through what is tested alone, and what is undefined is to be found there.
+    target_compile_options(${target} PRIVATE -fno-sanitize=fuzzer-no-link,undefined)
   endif()
   if(NOT BRANTEL_ALONE)
     target_precompile_headers(${target} PRIVATE ${standard_headers} <gmock/gmock.h> <gtest/gtest.h> ${ARGN})

@@ -13,6 +13,7 @@ import tempfile
 import threading
 import time
 import xml.etree.ElementTree as ElementTree
+from collections.abc import Sequence
 from dataclasses import dataclass, field
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
@@ -25,19 +26,29 @@ HALF_THE_PROCESSORS = max(1, PROCESSORS // 2)
 
 
 @dataclass(frozen=True)
-class Build:
+class Step:
+    """Something that has to be done before suites can be run."""
+    name: str
+    command: tuple[str, ...]
+    can_be_ended: bool = True
+
+
+def build(preset: str, *targets: str) -> Step:
     """A preset, or some of its targets."""
-    preset: str
-    targets: tuple[str, ...] = ()
+    return Step(preset, (str(ROOT / "tools" / "lib" / "build_preset"), preset, *targets))
 
 
-RELEASE = Build("win32")
+SETUP = str(ROOT / "tools" / "setup")
+# An installation is not to be left half made, and sudo may ask for a password.
+SET_UP = Step("the set-up", (SETUP, "test"), can_be_ended=False)
+# For this the machine is set up already when this program starts.
+RELEASE = build("win32")
 # First what the suites need that mostly wait, so that they wait while the rest is built.
-FAR_ENDS = Build("sanitize", ("modemsim", "text_converter"))
-DRIVERS = Build("win32-tests", ("notifier_driver", "mail_series", "popup_tests"))
-WINDOWS_TESTS = Build("win32-tests")
-SANITIZED = Build("sanitize")
-NATIVE = Build("native")
+FAR_ENDS = build("sanitize", "modemsim", "text_converter")
+DRIVERS = build("win32-tests", "notifier_driver", "mail_series", "popup_tests")
+WINDOWS_TESTS = build("win32-tests")
+SANITIZED = build("sanitize")
+NATIVE = build("native")
 BUILDS = [RELEASE, FAR_ENDS, DRIVERS, WINDOWS_TESTS, SANITIZED, NATIVE]
 
 
@@ -46,13 +57,17 @@ class Suite:
     name: str
     shows: str
     command: list[str]  # RESULTS stands for the file into which the suite writes its JUnit report
-    builds: list[Build]
+    builds: list[Step]
     least: int  # tests: with fewer, some have got lost
     seconds: int  # far above what the suite needs on a slow and busy machine, so that only a hang ends
     busy: float = 1  # processors that it keeps busy
     environment: dict[str, str] = field(default_factory=dict)
     wine: bool = False
     for_maintainers: bool = False
+
+    @property
+    def steps(self) -> list[Step]:
+        return [SET_UP, *self.builds]
 
     def narrowed(self, name: str) -> list[str]:
         """The command that runs the tests of that name alone; none where that cannot be said."""
@@ -86,17 +101,17 @@ MODULE_VARIABLE = {"BRANTEL_MODULE": "Z:" + str(MODULE).replace("/", "\\")}
 # Those that mostly wait for real time come first, and beside the others.
 SUITES = [
     Suite("voice", "calls people on a simulated telephone exchange", pytest("voice"),
-          [RELEASE, DRIVERS], 35, 1800, 0.4, MODULE_VARIABLE, wine=True),
+          [RELEASE, DRIVERS], 35, 1800, 0.3, MODULE_VARIABLE, wine=True),
     Suite("modem", "calls beepers and paging centres through simulated modems", pytest("modem"),
           [RELEASE, FAR_ENDS], 60, 1800, 0.3, wine=True),
     Suite("popup", "sends pop-ups through a simulated messenger service", pytest("popup"),
           [RELEASE, DRIVERS], 60, 1800, 0.5, wine=True),
     Suite("mail", "sends mail through real mail servers on a loopback address", pytest("mail"),
-          [RELEASE, FAR_ENDS, DRIVERS], 100, 1800, 0.6, wine=True),
+          [RELEASE, FAR_ENDS, DRIVERS], 100, 1800, 0.3, wine=True),
     Suite("desktop", "looks at the dialogs and listens to the sounds", pytest("desktop"),
           [RELEASE, DRIVERS], 20, 1800, 0.6, MODULE_VARIABLE, wine=True),
     Suite("host", "runs notifyhost, the reference host, as a person would", pytest("host"),
-          [RELEASE], 60, 1800, wine=True),
+          [RELEASE], 60, 1800, 0.8, wine=True),
     Suite("module", "drives the released module through its exports and interfaces alone",
           wine_gtest("win32-tests/tests/module/module_tests.exe"), [RELEASE, WINDOWS_TESTS], 800, 1800,
           environment=MODULE_VARIABLE, wine=True),
@@ -110,7 +125,7 @@ SUITES = [
     Suite("lint", "checks the form of sources and scripts, as far as that is quickly done",
           [PYTHON, str(ROOT / "tools" / "lint"), "--quick", "RESULTS"], [], 3, 600),
     Suite("fuzz", "feeds hostile bytes to what parses bytes from outside, for seconds",
-          fuzz(4, HALF_THE_PROCESSORS), [SANITIZED], 13, 1200, HALF_THE_PROCESSORS),
+          fuzz(2, HALF_THE_PROCESSORS), [SANITIZED], 13, 1200, HALF_THE_PROCESSORS),
     Suite("native", "tests each room with g++, each source compiled alone",
           gtest("native/tests/unit/unit_tests"), [NATIVE], 2000, 1200, for_maintainers=True),
     Suite("tidy", "checks the form of all sources, by clang-tidy too",
@@ -181,11 +196,24 @@ def test_name(case: ElementTree.Element) -> str:
 
 
 class Runner:
-    """Runs suites, and ends them with itself."""
+    """Takes steps and runs suites, and ends them with itself."""
 
     def __init__(self, name: str | None):
         self._name = name
         self._running: set[subprocess.Popen] = set()
+        self._has_ended = False
+
+    def take(self, step: Step) -> bool:
+        """Whether it succeeded."""
+        if self._has_ended:
+            return False
+        if not step.can_be_ended:
+            return subprocess.run(step.command, stdin=subprocess.DEVNULL).returncode == 0
+        process = self._start(step.command)
+        try:
+            return process.wait() == 0
+        finally:
+            self._running.discard(process)
 
     def run(self, suite: Suite) -> Result:
         with contextlib.ExitStack() as stack:
@@ -204,10 +232,7 @@ class Runner:
         # A Windows program understands a relative path.
         command = [word.replace("RESULTS", str(report.relative_to(ROOT)))
                    for word in (suite.narrowed(self._name) if self._name else suite.command)]
-        process = subprocess.Popen(command, cwd=ROOT, env=environment, stdin=subprocess.DEVNULL,
-                                   stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
-                                   process_group=0)
-        self._running.add(process)
+        process = self._start(command, env=environment, stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
         complaint = ""
         try:
             output, _ = process.communicate(timeout=suite.seconds)
@@ -234,7 +259,14 @@ class Runner:
             result.output += f"\n{suite.name}: {complaint}\n"
         return result
 
+    def _start(self, command: Sequence[str], **options) -> subprocess.Popen:
+        """In a group of its own, to be ended with all that it starts."""
+        process = subprocess.Popen(command, cwd=ROOT, stdin=subprocess.DEVNULL, process_group=0, **options)
+        self._running.add(process)
+        return process
+
     def kill_all(self) -> None:
+        self._has_ended = True
         for process in list(self._running):
             self._kill(process)
 
@@ -245,22 +277,24 @@ class Runner:
 
 
 class Session:
-    """One run of ./test: builds one thing after the other, and starts each suite as soon as what it needs
-    is built and processors are free."""
+    """One run of ./test: sets up and builds one thing after the other, and starts each suite as soon as what
+    it needs is there and processors are free."""
 
     def __init__(self, suites: list[Suite], name: str | None):
         self._waiting = list(suites)
         self._builds = [build for build in BUILDS if any(build in suite.builds for suite in suites)]
-        self._built: set[Build] = set()
+        self._done: set[Step] = set()
+        self._failed: set[Step] = set()
         self._busy = 0.0
         self._changed = threading.Condition()
         self._results: dict[str, Result] = {}
-        self._broken: list[Build] = []
         self._runner = Runner(name)
 
     def run(self) -> dict[str, Result]:
-        threads = [threading.Thread(target=self._build_all, daemon=True)]
-        threads[0].start()
+        threads = [threading.Thread(target=self._take, args=(SET_UP,), daemon=True),
+                   threading.Thread(target=self._build_all, daemon=True)]
+        for thread in threads:
+            thread.start()
         try:
             with self._changed:
                 while self._waiting:
@@ -279,27 +313,36 @@ class Session:
 
     def _startable(self) -> Suite | None:
         for suite in self._waiting:
-            if any(build in self._broken for build in suite.builds):
+            if self._failed.intersection(suite.steps):
                 return suite
             free = self._busy + suite.busy <= PROCESSORS or self._busy == 0
-            if free and all(build in self._built for build in suite.builds):
+            if free and self._done.issuperset(suite.steps):
                 return suite
         return None
 
+    def _take(self, step: Step) -> None:
+        succeeded = self._runner.take(step)
+        with self._changed:
+            (self._done if succeeded else self._failed).add(step)
+            self._changed.notify_all()
+
     def _build_all(self) -> None:
         for build in self._builds:
-            command = [str(ROOT / "tools" / "lib" / "build_preset"), build.preset, *build.targets]
-            succeeded = subprocess.run(command, stdin=subprocess.DEVNULL).returncode == 0
-            with self._changed:
-                (self._built.add if succeeded else self._broken.append)(build)
-                self._changed.notify_all()
+            if build != RELEASE and not self._is_set_up():
+                return
+            self._take(build)
+
+    def _is_set_up(self) -> bool:
+        with self._changed:
+            self._changed.wait_for(lambda: SET_UP in self._done | self._failed)
+            return SET_UP in self._done
 
     def _run(self, suite: Suite) -> None:
         started = time.monotonic()
         try:
-            broken = [build.preset for build in suite.builds if build in self._broken]
-            if broken:
-                result = Result(failed=[""], output=f"{broken[0]} was not built\n")
+            failed = [step.name for step in suite.steps if step in self._failed]
+            if failed:
+                result = Result(failed=[""], output=f"{suite.name}: {failed[0]} failed\n")
             else:
                 result = self._runner.run(suite)
         except Exception as problem:  # whatever it is, the other suites go on
@@ -354,9 +397,9 @@ def main() -> int:
     suites = chosen_suites(arguments.suites)
     if arguments.k and (len(suites) != 1 or not suites[0].narrowed(arguments.k)):
         sys.exit("-k goes with one suite, and not with lint, tidy or fuzz")
-    if os.geteuid() != 0 and any(suite.name == "mail" for suite in suites):
+    if any(suite.name == "mail" for suite in suites):
         # Mail servers are started by root: now is the time to ask for a password.
-        subprocess.run(["sudo", "-v"])
+        subprocess.run([SETUP, "rights"])
     BUILD.mkdir(exist_ok=True)
     # Ended by a signal, the suites are ended too.
     signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))
