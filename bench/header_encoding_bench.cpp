@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "smtp_mail/header_encoding.h"
+#include "smtp_mail/message/header_encoding.h"
 
 namespace brantel {
 namespace {

@@ -6,9 +6,9 @@
 #include <string>
 #include <string_view>
 
-#include "pager/ntt_line.h"
-#include "pager/tap_session.h"
-#include "pager/ucp_frame.h"
+#include "pager/ntt/ntt_line.h"
+#include "pager/tap/tap_session.h"
+#include "pager/ucp/ucp_frame.h"
 
 namespace brantel {
 namespace {

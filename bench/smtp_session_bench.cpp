@@ -21,7 +21,7 @@
 #include <string_view>
 
 #include "bench/smtp_sink.h"
-#include "smtp_mail/smtp_session.h"
+#include "smtp_mail/session/smtp_session.h"
 
 namespace brantel {
 namespace {

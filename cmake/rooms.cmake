@@ -1,11 +1,16 @@
-# add_room(NAME [USES ROOM...] [SYSTEM LIBRARY...] [APART FILE...])
+# add_room(NAME [PARTS FOLDER...] [USES ROOM...] [SYSTEM LIBRARY...] [APART FILE...])
 #
-# A library of all sources in the current folder, so that a new file is built without being listed. Those
-# named *_win32.cpp are built for Windows alone, with the system's libraries. Files that stand APART belong
-# to targets of their own.
+# A library of all sources in the current folder and in those that are its parts, so that a new file is built
+# without being listed. Parts are listed from the ground up: each sees those before it, and the room's own
+# folder sees them all. Sources named *_win32.cpp are built for Windows alone, with the system's libraries.
+# Files that stand APART belong to targets of their own.
 function(add_room name)
-  cmake_parse_arguments(PARSE_ARGV 1 room "" "" "USES;SYSTEM;APART")
-  file(GLOB sources RELATIVE "${CMAKE_CURRENT_SOURCE_DIR}" CONFIGURE_DEPENDS *.cpp)
+  cmake_parse_arguments(PARSE_ARGV 1 room "" "" "PARTS;USES;SYSTEM;APART")
+  set(patterns *.cpp)
+  foreach(part IN LISTS room_PARTS)
+    list(APPEND patterns ${part}/*.cpp)
+  endforeach()
+  file(GLOB sources RELATIVE "${CMAKE_CURRENT_SOURCE_DIR}" CONFIGURE_DEPENDS ${patterns})
   if(room_APART)
     list(REMOVE_ITEM sources ${room_APART})
   endif()

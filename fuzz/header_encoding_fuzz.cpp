@@ -7,8 +7,8 @@
 #include <string_view>
 
 #include "fuzz/fuzz_input.h"
-#include "smtp_mail/charset.h"
-#include "smtp_mail/header_encoding.h"
+#include "smtp_mail/message/charset.h"
+#include "smtp_mail/message/header_encoding.h"
 
 namespace {
 

@@ -7,10 +7,10 @@
 #include <string_view>
 
 #include "fuzz/fuzz_input.h"
-#include "pager/ntt_line.h"
-#include "pager/tap_session.h"
-#include "pager/ucp_error.h"
-#include "pager/ucp_frame.h"
+#include "pager/ntt/ntt_line.h"
+#include "pager/tap/tap_session.h"
+#include "pager/ucp/ucp_error.h"
+#include "pager/ucp/ucp_frame.h"
 
 namespace brantel {
 namespace {

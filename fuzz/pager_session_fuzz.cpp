@@ -10,10 +10,10 @@
 #include <utility>
 
 #include "fuzz/fuzz_input.h"
-#include "pager/ntt_session.h"
+#include "pager/ntt/ntt_session.h"
 #include "pager/pager_port.h"
-#include "pager/tap_session.h"
-#include "pager/ucp_session.h"
+#include "pager/tap/tap_session.h"
+#include "pager/ucp/ucp_session.h"
 #include "port/modem_port.h"
 #include "system/clock.h"
 

@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "fuzz/fuzz_input.h"
-#include "smtp_mail/recipient_list.h"
+#include "smtp_mail/message/recipient_list.h"
 
 namespace {
 

@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "smtp_mail/smtp_connection.h"
+#include "smtp_mail/session/smtp_connection.h"
 
 namespace brantel {
 namespace {

@@ -9,8 +9,8 @@
 #include <string_view>
 
 #include "fuzz/fuzz_input.h"
-#include "smtp_mail/mail_socket.h"
-#include "smtp_mail/smtp_session.h"
+#include "smtp_mail/network/mail_socket.h"
+#include "smtp_mail/session/smtp_session.h"
 
 namespace brantel {
 namespace {

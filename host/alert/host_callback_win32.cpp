@@ -2,9 +2,9 @@
 
 #include <utility>
 
-#include "system/bstr_win32.h"
 #include "system/exception_guard.h"
-#include "system/utf8_text_win32.h"
+#include "system/windows/bstr_win32.h"
+#include "system/windows/utf8_text_win32.h"
 
 namespace brantel::host {
 

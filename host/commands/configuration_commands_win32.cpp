@@ -11,9 +11,9 @@
 #include "host/system/file_path_win32.h"
 #include "host/text/control_characters.h"
 #include "notifier/notifier_contract.h"
-#include "system/bstr_win32.h"
-#include "system/com_pointer_win32.h"
-#include "system/utf8_text_win32.h"
+#include "system/windows/bstr_win32.h"
+#include "system/windows/com_pointer_win32.h"
+#include "system/windows/utf8_text_win32.h"
 
 namespace brantel::host {
 namespace {

@@ -9,7 +9,7 @@
 #include "host/instances/instance_text.h"
 #include "host/system/code_page_text_win32.h"
 #include "host/system/file_path_win32.h"
-#include "system/utf8_text_win32.h"
+#include "system/windows/utf8_text_win32.h"
 
 namespace brantel::host {
 namespace {

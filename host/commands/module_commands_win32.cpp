@@ -12,7 +12,7 @@
 #include "host/outcome/command_failure.h"
 #include "host/outcome/result_text.h"
 #include "host/text/text_table.h"
-#include "system/utf8_text_win32.h"
+#include "system/windows/utf8_text_win32.h"
 
 namespace brantel::host {
 namespace {

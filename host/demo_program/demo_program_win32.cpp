@@ -13,7 +13,7 @@
 
 #include <string>
 
-#include "system/handle_win32.h"
+#include "system/windows/handle_win32.h"
 
 namespace {
 

@@ -8,7 +8,7 @@
 #include "host/outcome/system_error_text_win32.h"
 #include "host/system/code_page_text_win32.h"
 #include "instance/instance_files_win32.h"
-#include "system/utf8_text_win32.h"
+#include "system/windows/utf8_text_win32.h"
 
 namespace brantel::host {
 

@@ -6,7 +6,7 @@
 
 #include "host/module/module_library_win32.h"
 #include "notifier/notifier_contract.h"
-#include "system/com_pointer_win32.h"
+#include "system/windows/com_pointer_win32.h"
 
 namespace brantel::host {
 

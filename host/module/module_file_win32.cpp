@@ -3,7 +3,7 @@
 #include <windows.h>
 
 #include "host/system/file_path_win32.h"
-#include "system/utf8_text_win32.h"
+#include "system/windows/utf8_text_win32.h"
 
 namespace brantel::host {
 namespace {

@@ -7,7 +7,7 @@
 #include <string>
 #include <type_traits>
 
-#include "system/com_pointer_win32.h"
+#include "system/windows/com_pointer_win32.h"
 
 namespace brantel::host {
 

@@ -1,7 +1,7 @@
 #include "host/system/code_page_text_win32.h"
 
-#include "system/ansi_text_win32.h"
-#include "system/utf8_text_win32.h"
+#include "system/windows/ansi_text_win32.h"
+#include "system/windows/utf8_text_win32.h"
 
 namespace brantel::host {
 

@@ -7,7 +7,7 @@
 
 #include "host/outcome/command_failure.h"
 #include "host/outcome/system_error_text_win32.h"
-#include "system/utf8_text_win32.h"
+#include "system/windows/utf8_text_win32.h"
 
 namespace brantel::host {
 namespace {

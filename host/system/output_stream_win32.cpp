@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "system/utf8_text_win32.h"
+#include "system/windows/utf8_text_win32.h"
 
 namespace brantel::host {
 

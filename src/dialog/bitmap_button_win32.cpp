@@ -3,7 +3,7 @@
 #include <memory>
 #include <type_traits>
 
-#include "system/module_instance_win32.h"
+#include "system/windows/module_instance_win32.h"
 
 namespace brantel {
 namespace {

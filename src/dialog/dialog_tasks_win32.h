@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "dialog/dialog_tasks.h"
-#include "system/critical_section_win32.h"
+#include "system/windows/critical_section_win32.h"
 
 namespace brantel {
 

@@ -7,7 +7,7 @@
 #include "dialog/bitmap_button_win32.h"
 #include "dialog/file_chooser_win32.h"
 #include "system/exception_guard.h"
-#include "system/module_instance_win32.h"
+#include "system/windows/module_instance_win32.h"
 
 namespace brantel {
 namespace {

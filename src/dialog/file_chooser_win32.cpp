@@ -8,8 +8,8 @@
 #include <memory>
 #include <type_traits>
 
-#include "system/com_pointer_win32.h"
-#include "system/current_directory_win32.h"
+#include "system/windows/com_pointer_win32.h"
+#include "system/windows/current_directory_win32.h"
 #include "text/string_table.h"
 
 namespace brantel {

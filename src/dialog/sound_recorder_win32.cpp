@@ -4,8 +4,8 @@
 
 #include <array>
 
-#include "system/handle_win32.h"
-#include "system/registry_key_win32.h"
+#include "system/windows/handle_win32.h"
+#include "system/windows/registry_key_win32.h"
 
 namespace brantel {
 namespace {

@@ -7,8 +7,8 @@
 #include <utility>
 
 #include "instance/instance_name.h"
-#include "system/ansi_text_win32.h"
-#include "system/handle_win32.h"
+#include "system/windows/ansi_text_win32.h"
+#include "system/windows/handle_win32.h"
 
 namespace brantel {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include "system/current_directory_win32.h"
+#include "system/windows/current_directory_win32.h"
 
 namespace brantel {
 

@@ -6,8 +6,8 @@
 
 #include "module/module_lock.h"
 #include "module/notifier_object.h"
-#include "system/critical_section_win32.h"
 #include "system/exception_guard.h"
+#include "system/windows/critical_section_win32.h"
 
 namespace brantel {
 namespace {

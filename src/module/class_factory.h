@@ -4,7 +4,7 @@
 #include <unknwn.h>
 
 #include "module/class_table.h"
-#include "system/com_pointer_win32.h"
+#include "system/windows/com_pointer_win32.h"
 
 namespace brantel {
 

@@ -3,7 +3,7 @@
 #include <array>
 
 #include "instance/instance_files_win32.h"
-#include "system/code_page_win32.h"
+#include "system/windows/code_page_win32.h"
 
 namespace brantel {
 

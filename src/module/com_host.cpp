@@ -1,7 +1,7 @@
 #include "module/com_host.h"
 
-#include "system/ansi_text_win32.h"
-#include "system/bstr_win32.h"
+#include "system/windows/ansi_text_win32.h"
+#include "system/windows/bstr_win32.h"
 
 namespace brantel {
 namespace {

@@ -2,7 +2,7 @@
 
 #include "notifier/notifier_contract.h"
 #include "notifier/notifier_host.h"
-#include "system/com_pointer_win32.h"
+#include "system/windows/com_pointer_win32.h"
 
 namespace brantel {
 

@@ -5,7 +5,7 @@
 #include "module/module_lock.h"
 #include "module/registration_win32.h"
 #include "system/exception_guard.h"
-#include "system/module_instance_win32.h"
+#include "system/windows/module_instance_win32.h"
 
 // NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp): the compiler's own name
 namespace __gnu_cxx {

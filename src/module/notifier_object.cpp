@@ -2,9 +2,9 @@
 
 #include "dialog/dialog_window_win32.h"
 #include "module/com_host.h"
-#include "system/ansi_text_win32.h"
-#include "system/bstr_win32.h"
-#include "system/module_instance_win32.h"
+#include "system/windows/ansi_text_win32.h"
+#include "system/windows/bstr_win32.h"
+#include "system/windows/module_instance_win32.h"
 
 namespace brantel {
 namespace {

@@ -9,8 +9,8 @@
 #include "module/module_lock.h"
 #include "notifier/notifier.h"
 #include "notifier/notifier_contract.h"
-#include "system/com_pointer_win32.h"
 #include "system/exception_guard.h"
+#include "system/windows/com_pointer_win32.h"
 
 namespace brantel {
 

@@ -10,10 +10,10 @@
 #include "module/registry_script.h"
 #include "module/registry_shell_win32.h"
 #include "notifier/notifier_contract.h"
-#include "system/com_pointer_win32.h"
-#include "system/module_instance_win32.h"
-#include "system/registry_key_win32.h"
-#include "system/utf8_text_win32.h"
+#include "system/windows/com_pointer_win32.h"
+#include "system/windows/module_instance_win32.h"
+#include "system/windows/registry_key_win32.h"
+#include "system/windows/utf8_text_win32.h"
 
 namespace brantel {
 namespace {

@@ -3,8 +3,8 @@
 #include <windows.h>
 #include <shlwapi.h>
 
-#include "system/registry_key_win32.h"
-#include "system/utf8_text_win32.h"
+#include "system/windows/registry_key_win32.h"
+#include "system/windows/utf8_text_win32.h"
 
 namespace brantel {
 namespace {

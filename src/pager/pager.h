@@ -2,7 +2,7 @@
 
 #include "instance/instance_files.h"
 #include "notifier/notifier.h"
-#include "pager/ucp_session.h"
+#include "pager/ucp/ucp_session.h"
 #include "port/modem_port.h"
 #include "port/serial_device.h"
 #include "system/clock.h"

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "system/handle_win32.h"
+#include "system/windows/handle_win32.h"
 
 namespace brantel {
 namespace {

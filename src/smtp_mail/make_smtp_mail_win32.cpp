@@ -3,9 +3,9 @@
 #include <utility>
 
 #include "instance/instance_files_win32.h"
-#include "smtp_mail/mail_environment_win32.h"
-#include "smtp_mail/mail_socket_win32.h"
-#include "smtp_mail/name_resolver_win32.h"
+#include "smtp_mail/message/mail_environment_win32.h"
+#include "smtp_mail/network/mail_socket_win32.h"
+#include "smtp_mail/network/name_resolver_win32.h"
 #include "smtp_mail/smtp_mail.h"
 #include "smtp_mail/smtp_mail_dialog.h"
 #include "system/machine_name_win32.h"

@@ -4,7 +4,7 @@
 
 #include "instance/instance_files.h"
 #include "notifier/notifier.h"
-#include "smtp_mail/smtp_session.h"
+#include "smtp_mail/session/smtp_session.h"
 #include "system/settings_store.h"
 #include "system/sockets_library.h"
 

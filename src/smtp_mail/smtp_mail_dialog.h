@@ -4,8 +4,8 @@
 #include <string>
 
 #include "dialog/instance_dialog.h"
-#include "smtp_mail/mail_socket.h"
-#include "smtp_mail/name_resolver.h"
+#include "smtp_mail/network/mail_socket.h"
+#include "smtp_mail/network/name_resolver.h"
 
 namespace brantel {
 

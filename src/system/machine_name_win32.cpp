@@ -3,7 +3,7 @@
 #include <winsock2.h>
 #include <windows.h>
 
-#include "system/registry_key_win32.h"
+#include "system/windows/registry_key_win32.h"
 #include "text/text_end.h"
 
 namespace brantel {

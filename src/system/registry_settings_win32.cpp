@@ -4,7 +4,7 @@
 
 #include <array>
 
-#include "system/registry_key_win32.h"
+#include "system/windows/registry_key_win32.h"
 
 namespace brantel {
 namespace {

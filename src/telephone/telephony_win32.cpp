@@ -7,8 +7,8 @@
 #include <optional>
 
 #include "system/exception_guard.h"
-#include "system/module_instance_win32.h"
-#include "system/system_library_win32.h"
+#include "system/windows/module_instance_win32.h"
+#include "system/windows/system_library_win32.h"
 
 namespace brantel {
 namespace {

@@ -6,7 +6,7 @@
 #include <array>
 #include <cstddef>
 
-#include "system/handle_win32.h"
+#include "system/windows/handle_win32.h"
 
 namespace brantel {
 namespace {

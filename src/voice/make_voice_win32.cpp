@@ -5,7 +5,7 @@
 #include "dialog/sound_recorder_win32.h"
 #include "instance/instance_files_win32.h"
 #include "system/clock_win32.h"
-#include "system/code_page_win32.h"
+#include "system/windows/code_page_win32.h"
 #include "telephone/memory_blocks.h"
 #include "telephone/message_pump_win32.h"
 #include "telephone/riff_files_win32.h"

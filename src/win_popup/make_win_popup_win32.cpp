@@ -3,9 +3,9 @@
 #include <utility>
 
 #include "instance/instance_files_win32.h"
-#include "system/code_page_win32.h"
 #include "system/machine_name_win32.h"
 #include "system/sockets_library_win32.h"
+#include "system/windows/code_page_win32.h"
 #include "win_popup/network_neighbourhood_win32.h"
 #include "win_popup/network_system_win32.h"
 #include "win_popup/win_popup.h"

@@ -5,7 +5,7 @@
 
 #include <span>
 
-#include "system/system_library_win32.h"
+#include "system/windows/system_library_win32.h"
 
 namespace brantel {
 namespace {

@@ -6,8 +6,8 @@
 #include <utility>
 
 #include "system/exception_guard.h"
-#include "system/handle_win32.h"
-#include "system/module_instance_win32.h"
+#include "system/windows/handle_win32.h"
+#include "system/windows/module_instance_win32.h"
 
 namespace brantel {
 namespace {

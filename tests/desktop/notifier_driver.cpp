@@ -27,7 +27,7 @@
 #include <string>
 #include <vector>
 
-#include "system/bstr_win32.h"
+#include "system/windows/bstr_win32.h"
 #include "tests/module/dialog_session.h"
 #include "tests/module/expected_classes.h"
 #include "tests/module/loaded_module.h"

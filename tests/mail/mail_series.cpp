@@ -18,7 +18,7 @@
 #include <thread>
 #include <vector>
 
-#include "system/bstr_win32.h"
+#include "system/windows/bstr_win32.h"
 #include "tests/module/expected_classes.h"
 #include "tests/module/loaded_module.h"
 #include "tests/module/process_level.h"

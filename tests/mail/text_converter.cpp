@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "smtp_mail/header_encoding.h"
+#include "smtp_mail/message/header_encoding.h"
 #include "tests/hexadecimal.h"
 #include "text/japanese_code.h"
 #include "text/japanese_text.h"

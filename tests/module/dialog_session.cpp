@@ -3,7 +3,7 @@
 #include <array>
 #include <stdexcept>
 
-#include "system/bstr_win32.h"
+#include "system/windows/bstr_win32.h"
 
 namespace brantel {
 namespace {

@@ -9,7 +9,7 @@
 #include <thread>
 #include <vector>
 
-#include "system/handle_win32.h"
+#include "system/windows/handle_win32.h"
 #include "tests/module/expected_classes.h"
 #include "tests/module/loaded_module.h"
 #include "tests/module/recording_host.h"

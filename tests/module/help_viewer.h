@@ -7,7 +7,7 @@
 #include <thread>
 #include <vector>
 
-#include "system/handle_win32.h"
+#include "system/windows/handle_win32.h"
 
 namespace brantel {
 

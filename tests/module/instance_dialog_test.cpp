@@ -7,7 +7,7 @@
 #include <set>
 #include <tuple>
 
-#include "system/handle_win32.h"
+#include "system/windows/handle_win32.h"
 #include "tests/module/allocation_ledger.h"
 #include "tests/module/dialog_fixture.h"
 #include "tests/module/dialog_looks.h"

@@ -11,8 +11,8 @@
 #include <thread>
 #include <vector>
 
-#include "system/bstr_win32.h"
-#include "system/handle_win32.h"
+#include "system/windows/bstr_win32.h"
+#include "system/windows/handle_win32.h"
 #include "tests/module/expected_classes.h"
 #include "tests/module/expected_dialogs.h"
 #include "tests/module/import_patch.h"

@@ -7,7 +7,7 @@
 #include <string>
 
 #include "notifier/notifier_contract.h"
-#include "system/com_pointer_win32.h"
+#include "system/windows/com_pointer_win32.h"
 #include "tests/module/expected_classes.h"
 
 namespace brantel {

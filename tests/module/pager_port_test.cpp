@@ -7,7 +7,7 @@
 #include <cstring>
 #include <string_view>
 
-#include "system/bstr_win32.h"
+#include "system/windows/bstr_win32.h"
 #include "tests/module/import_patch.h"
 #include "tests/module/modem_dialog_fixture.h"
 

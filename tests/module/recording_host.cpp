@@ -2,7 +2,7 @@
 
 #include <oleauto.h>
 
-#include "system/bstr_win32.h"
+#include "system/windows/bstr_win32.h"
 #include "tests/module/expected_classes.h"
 #include "tests/module/utf8_text.h"
 

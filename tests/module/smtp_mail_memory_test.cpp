@@ -7,7 +7,7 @@
 #include <cstdlib>
 #include <limits>
 
-#include "system/bstr_win32.h"
+#include "system/windows/bstr_win32.h"
 #include "tests/module/expected_classes.h"
 #include "tests/module/import_patch.h"
 #include "tests/module/instance_bytes.h"

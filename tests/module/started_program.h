@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "system/handle_win32.h"
+#include "system/windows/handle_win32.h"
 #include "tests/module/scratch_directory.h"
 
 namespace brantel {

@@ -27,8 +27,8 @@
 #include <string_view>
 
 #include "notifier/notifier_contract.h"
-#include "system/bstr_win32.h"
-#include "system/com_pointer_win32.h"
+#include "system/windows/bstr_win32.h"
+#include "system/windows/com_pointer_win32.h"
 
 namespace brantel {
 namespace {

@@ -10,8 +10,8 @@
 #include <string>
 #include <vector>
 
-#include "system/ansi_text_win32.h"
-#include "system/handle_win32.h"
+#include "system/windows/ansi_text_win32.h"
+#include "system/windows/handle_win32.h"
 
 namespace brantel {
 namespace {

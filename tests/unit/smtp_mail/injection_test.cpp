@@ -14,8 +14,8 @@
 #include "smtp_mail/smtp_mail_description.h"
 #include "tests/unit/instance/fake_instance_files.h"
 #include "tests/unit/notifier/fake_notifier_host.h"
-#include "tests/unit/smtp_mail/fake_mail_environment.h"
-#include "tests/unit/smtp_mail/fake_relay.h"
+#include "tests/unit/smtp_mail/message/fake_mail_environment.h"
+#include "tests/unit/smtp_mail/network/fake_relay.h"
 #include "tests/unit/system/fake_machine_name.h"
 #include "tests/unit/system/fake_settings_store.h"
 

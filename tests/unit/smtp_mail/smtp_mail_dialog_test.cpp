@@ -12,7 +12,7 @@
 #include "tests/unit/dialog/fake_dialog_view.h"
 #include "tests/unit/instance/fake_instance_files.h"
 #include "tests/unit/notifier/fake_notifier_host.h"
-#include "tests/unit/smtp_mail/fake_relay.h"
+#include "tests/unit/smtp_mail/network/fake_relay.h"
 
 namespace brantel {
 namespace {

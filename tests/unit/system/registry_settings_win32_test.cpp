@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "system/registry_key_win32.h"
+#include "system/windows/registry_key_win32.h"
 
 namespace brantel {
 namespace {

@@ -6,7 +6,7 @@
 #include <functional>
 #include <thread>
 
-#include "system/handle_win32.h"
+#include "system/windows/handle_win32.h"
 
 namespace brantel {
 namespace {

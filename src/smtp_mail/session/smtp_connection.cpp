@@ -1,0 +1,99 @@
+#include "smtp_mail/session/smtp_connection.h"
+
+#include <array>
+#include <cstddef>
+
+#include "text/leading_number.h"
+#include "text/string_table.h"
+#include "text/text_end.h"
+
+namespace brantel {
+namespace {
+
+// A reply line ends, complete or not, at the receive that brings it to this many bytes.
+constexpr std::size_t kLongestLine = 900;
+constexpr std::size_t kLongestReceive = 82;
+
+// Up to the first line feed, with it; the whole text when there is none.
+std::string_view FirstLineOf(std::string_view text) {
+  const std::size_t line_feed = text.find('\n');
+  return text.substr(0, line_feed == std::string_view::npos ? line_feed : line_feed + 1);
+}
+
+std::string WithoutLineEnd(std::string_view line) {
+  line = UpToNul(line);
+  return std::string(line.substr(0, line.find_last_not_of("\r\n ") + 1));
+}
+
+}  // namespace
+
+int SmtpConnection::SendText(std::string_view text) {
+  log_.Text(text);
+  return SendAll(text);
+}
+
+int SmtpConnection::SendAll(std::string_view bytes) {
+  while (!bytes.empty()) {
+    const int sent = socket_.Send(bytes);
+    if (sent > 0) {
+      bytes.remove_prefix(static_cast<std::size_t>(sent));
+    } else if (const int error = socket_.LastError(); error == socket_error::kWouldBlock) {
+      socket_.PumpMessages();
+    } else {
+      return error;
+    }
+  }
+  return 0;
+}
+
+SmtpConnection::Received SmtpConnection::RecvWithTimeout(std::span<char> buffer) {
+  switch (socket_.WaitForData(timeout_)) {
+    case Readiness::kTimedOut:
+      // Deliberately not the number of a time-out: operators know silence by this one.
+      return {-1, socket_error::kInterrupted};
+    case Readiness::kFailed:
+      return {-1, socket_.LastError()};
+    default:
+      const int count = socket_.Receive(buffer);
+      return {count, count < 0 ? socket_.LastError() : 0};
+  }
+}
+
+std::string SmtpConnection::TakeCarriedLine() {
+  std::string line(FirstLineOf(carry_over_));
+  carry_over_.erase(0, line.size());
+  return line;
+}
+
+std::string SmtpConnection::ReadReplyLine() {
+  std::string line = TakeCarriedLine();
+  while (!line.ends_with('\n') && line.size() < kLongestLine) {
+    std::array<char, kLongestReceive> buffer{};
+    const Received received = RecvWithTimeout(buffer);
+    if (received.count < 0) {
+      log_.Failure(text_id::kReceiveError, static_cast<std::uint32_t>(received.error));
+    }
+    if (received.count <= 0) break;
+    const std::string_view bytes(buffer.data(), static_cast<std::size_t>(received.count));
+    const std::string_view end_of_line = FirstLineOf(bytes);
+    line += end_of_line;
+    carry_over_ = UpToNul(bytes.substr(end_of_line.size()));
+  }
+  return WithoutLineEnd(line);
+}
+
+SmtpReply SmtpConnection::ReadReply() {
+  constexpr std::size_t kContinuationMark = 3;
+  for (;;) {
+    const std::string line = ReadReplyLine();
+    if (!line.empty()) {
+      log_.Text(line);
+      log_.Text("\r\n");
+    }
+    if (line.size() > kContinuationMark && line[kContinuationMark] == '-') continue;
+    if (line.empty()) return {};
+    return {LeadingNumber(line), line.front()};
+  }
+}
+
+}  // namespace brantel

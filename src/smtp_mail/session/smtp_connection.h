@@ -1,0 +1,56 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "notifier/alert_log.h"
+#include "smtp_mail/network/mail_socket.h"
+
+namespace brantel {
+
+// What a relay answered. The session judges it by its code and by the first character of its last
+// line.
+struct SmtpReply {
+  int code = 0;  // the number at the start of the last line; 0 when none could be read
+  char first = '\0';
+
+  [[nodiscard]] bool IsOfKind(char digit) const { return code > 0 && first == digit; }
+};
+
+// The conversation with a relay (RFC 5321) over a connected socket. All that is sent and received
+// also goes to the host's log.
+class SmtpConnection {
+ public:
+  // Bytes that come too early, behind the end of a reply line, are kept in `carry_over` as far
+  // as their first NUL; what stands there already is read first. Each receive waits for `timeout`
+  // milliseconds.
+  SmtpConnection(AlertLog log, MailSocket& socket, std::string& carry_over, std::uint32_t timeout)
+      : log_(std::move(log)), socket_(socket), carry_over_(carry_over), timeout_(timeout) {}
+
+  // 0, or the error with which sending ended.
+  int SendText(std::string_view text);
+
+  // Reads one reply with all its lines.
+  SmtpReply ReadReply();
+
+ private:
+  struct Received {
+    int count;  // -1 when it failed
+    int error;
+  };
+
+  int SendAll(std::string_view bytes);
+  std::string ReadReplyLine();
+  std::string TakeCarriedLine();
+  Received RecvWithTimeout(std::span<char> buffer);
+
+  AlertLog log_;
+  MailSocket& socket_;
+  std::string& carry_over_;
+  std::uint32_t timeout_;
+};
+
+}  // namespace brantel
