@@ -11,16 +11,13 @@
 #include "pager/tap/tap_session.h"
 #include "pager/ucp/ucp_error.h"
 #include "pager/ucp/ucp_frame.h"
+#include "text/digits.h"
 
 namespace brantel {
 namespace {
 
 bool IsPrintable(char c) {
   return c >= ' ' && c <= '~';
-}
-
-bool IsDigit(char c) {
-  return c >= '0' && c <= '9';
 }
 
 void CheckTapBlock(std::string_view pager_id, std::string_view message,

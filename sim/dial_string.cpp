@@ -1,10 +1,12 @@
 #include "sim/dial_string.h"
 
+#include "sim/digits.h"
+
 namespace brantel::sim {
 namespace {
 
 bool IsTone(char c) {
-  return (c >= '0' && c <= '9') || c == '*' || c == '#';
+  return IsDigit(c) || c == '*' || c == '#';
 }
 
 bool IsPause(char c) {

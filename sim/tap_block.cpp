@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "sim/byte_sum.h"
+#include "sim/digits.h"
 
 namespace brantel::sim {
 namespace {
@@ -13,10 +14,6 @@ constexpr std::size_t kLongestContent = 250;  // between STX and ETX, without th
 
 // ETX ends the last block of a page; behind the two others more follows.
 constexpr std::string_view kBlockEnds("\x03\x17\x1F", 3);
-
-bool IsDigit(char c) {
-  return c >= '0' && c <= '9';
-}
 
 bool IsTextSign(char c) {
   return c >= ' ' && c <= '~';

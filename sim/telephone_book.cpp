@@ -5,6 +5,7 @@
 #include <string>
 #include <utility>
 
+#include "sim/digits.h"
 #include "sim/echoing_computer.h"
 #include "sim/failing_computer.h"
 #include "sim/ntt_centre.h"
@@ -126,7 +127,7 @@ const Subscriber kNotInService = {"", "not in service: NO CARRIER after 3 s",
                                   CallOutcome::kNoCarrier, Time(3000)};
 
 bool MatchesDigit(char pattern, char digit) {
-  return pattern == digit || (pattern == 'n' && digit >= '0' && digit <= '9');
+  return pattern == digit || (pattern == 'n' && IsDigit(digit));
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "sim/byte_sum.h"
+#include "sim/digits.h"
 
 namespace brantel::sim {
 namespace {
@@ -22,10 +23,6 @@ constexpr const char* kMessageTooLong = "18";
 constexpr std::size_t kHeaderFields = 4;  // reference, length, operation or result, type
 constexpr std::size_t kLongestAddress = 16;
 constexpr std::size_t kLongestText = 320;  // bytes; two signs stand for each
-
-bool IsDigit(char c) {
-  return c >= '0' && c <= '9';
-}
 
 bool AreDigits(std::string_view text, std::size_t count) {
   return text.size() == count && std::ranges::all_of(text, IsDigit);
