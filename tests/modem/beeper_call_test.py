@@ -11,9 +11,7 @@ RATES = {"0": 300, "1": 1200, "2": 2400, "3": 4800, "4": 9600, "6": 19200, "7": 
          "9": 115200, "100": 1200, "300": 300, "2400": 2400, "-1": 1200, "fast": 300, "": 300}
 
 
-@pytest.fixture(scope="module")
-def calls(switchboard):
-    """Calls by name. They go on at the same time, or the waits of one would be those of all."""
+def start_calls(switchboard):
     calls = {
         "whole": switchboard.start_call(dial="ATDT%s,%s#", timeout="2000", Baud="9600"),
         "default": switchboard.start_call(number="5550112", dial="", timeout="", text=""),
@@ -37,11 +35,6 @@ def calls(switchboard):
     for setting in RATES:
         calls[f"rate {setting}"] = switchboard.start_call(modem=["--answering", "none"], Baud=setting)
     return calls
-
-
-@pytest.fixture
-def finished(calls):
-    return lambda name: calls[name].end()
 
 
 def test_whole_session(finished):

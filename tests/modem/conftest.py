@@ -229,6 +229,24 @@ def rows(switchboard):
         switchboard.close()  # or a test that failed would be waited for
 
 
+@pytest.fixture(scope="session")
+def calls_of_modules(request, switchboard):
+    """The calls by name that each module's start_calls has started. Those of all go on at the same time,
+    or the waits of one would be those of all."""
+    modules = dict.fromkeys(item.module for item in request.session.items)
+    return {module: module.start_calls(switchboard) for module in modules if hasattr(module, "start_calls")}
+
+
+@pytest.fixture
+def calls(request, calls_of_modules):
+    return calls_of_modules[request.module]
+
+
+@pytest.fixture
+def finished(calls):
+    return lambda name: calls[name].end()
+
+
 def pytest_collection_modifyitems(items):
     """The tests of the rows come last, when these have gone on beside the others."""
     items.sort(key=lambda item: "rows" in item.fixturenames)

@@ -15,9 +15,8 @@ PARTS = {
 }
 
 
-@pytest.fixture(scope="module")
-def calls(switchboard):
-    """The next call of each modem. They go on at the same time."""
+def start_calls(switchboard):
+    """The next call of each modem."""
     first = {part: switchboard.start_page("TAP", number, "lost")
              for part, (number, _, _) in PARTS.items()}
     for part, call in first.items():
@@ -32,8 +31,8 @@ def calls(switchboard):
 
 
 @pytest.mark.parametrize("part", PARTS)
-def test_next_alert_is_delivered(calls, part):
-    call = calls[part].end()
+def test_next_alert_is_delivered(finished, part):
+    call = finished(part)
     assert call.output().splitlines()[-1] == DELIVERED
     assert call.modem.said("centre").count('takes a page for 0041791234567: "found"') == 1
 

@@ -1,16 +1,12 @@
 """Pager calls paging centres in real time, through the real module."""
 
-import pytest
-
 from conftest import DELIVERED, FAILED
 from windows_programs import windows_path
 
 TEXT = "router7 is down"
 
 
-@pytest.fixture(scope="module")
-def calls(switchboard):
-    """Calls by name, which go on at the same time."""
+def start_calls(switchboard):
     page = switchboard.start_page
     return {
         "TAP": page("TAP", "5550201", TEXT, password="secret", profile=2,
@@ -25,11 +21,6 @@ def calls(switchboard):
         "too slow": page("TAP", "5550222", TEXT),
         "17": page("NTT", "5550603", TEXT),
     }
-
-
-@pytest.fixture
-def finished(calls):
-    return lambda name: calls[name].end()
 
 
 def announced(call, pager_id, number):

@@ -5,20 +5,15 @@
 
 #include "beeper/beeper_description.h"
 #include "instance/instance_codec.h"
-#include "tests/unit/dialog/fake_dialog_view.h"
-#include "tests/unit/instance/fake_instance_files.h"
-#include "tests/unit/notifier/fake_notifier_host.h"
-#include "tests/unit/system/fake_settings_store.h"
+#include "tests/unit/port/modem_dialog_fixture.h"
 
 namespace brantel {
 namespace {
 
 using ::testing::_;
-using ::testing::Contains;
 using ::testing::Each;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
-using ::testing::Not;
 using ::testing::Optional;
 using ::testing::Pair;
 
@@ -34,8 +29,6 @@ constexpr int kProfiles = 251;
 // The dial string in the dialog of the port settings.
 constexpr int kDialString = 218;
 
-const std::string kKey = "SOFTWARE\\Brantel\\Vantrel\\notification\\Beeper";
-
 std::string FileOf(std::int32_t profile, const std::string& options = "stored") {
   Instance instance(7);
   instance.set_text(beeper_field::kBeeperNumber, "5551234");
@@ -48,50 +41,27 @@ std::string FileOf(std::int32_t profile, const std::string& options = "stored") 
   return EncodeInstance(kBeeper.instances, instance);
 }
 
-class BeeperDialogTest : public ::testing::Test {
+class BeeperDialogTest : public ModemDialogFixture {
  protected:
-  BeeperDialogTest() {
-    StoreDialString(kKey, "ATDT0");
-    StoreDialString(kKey + "\\01", "ATDT1");
-    StoreDialString(kKey + "\\05", "ATDT5");
+  BeeperDialogTest()
+      : ModemDialogFixture({kProfiles, kPortSettings, 125},
+                           "SOFTWARE\\Brantel\\Vantrel\\notification\\Beeper") {
+    StoreDialString("", "ATDT0");
+    StoreDialString("\\01", "ATDT1");
+    StoreDialString("\\05", "ATDT5");
   }
 
-  void StoreDialString(const std::string& key, const std::string& text) {
-    settings_.keys[key]["Settings_DialString"] = {SettingType::kText, text};
+  std::unique_ptr<InstanceDialog> Make(InstanceDialogCall call) override {
+    return std::make_unique<BeeperDialog>(view_, files_, std::move(call), settings_);
   }
 
-  BeeperDialog Add() { return {view_, files_, {.directory = "dir", .host = &host_}, settings_}; }
-  BeeperDialog Edit(const std::string& name) {
-    return {view_,
-            files_,
-            {"dir", InstanceArgument{std::u16string(name.begin(), name.end()), name}, &host_},
-            settings_};
+  void StoreDialString(const std::string& subkey, const std::string& text) {
+    Store(subkey, "Settings_DialString", text);
   }
-
-  // What an operator does in the list.
-  void Choose(BeeperDialog& dialog, std::size_t position) {
-    view_.SelectItem(kProfiles, position);
-    dialog.Select(kProfiles);
-  }
-
-  void ExpectSaved(BeeperDialog& dialog, const std::string& file) {
-    dialog.Press(STANDARD_OK);
-    EXPECT_THAT(view_.events, ElementsAre("close"));
-    EXPECT_EQ(files_.files["dir\\night"], file);
-  }
-
-  FakeDialogView view_;
-  FakeInstanceFiles files_;
-  FakeSettingsStore settings_;
-  FakeNotifierHost host_;
 };
 
 TEST_F(BeeperDialogTest, IsDialog120WithItsHelp) {
-  BeeperDialog dialog = Add();
-  EXPECT_EQ(dialog.template_id(), 120);
-  EXPECT_THAT(dialog.bitmap_buttons(), IsEmpty());
-  dialog.Press(STANDARD_HELP);
-  EXPECT_THAT(view_.events, ElementsAre("help 131197"));
+  ExpectDialog(120, 0, STANDARD_HELP, "help 131197");
 }
 
 TEST_F(BeeperDialogTest, AddsFromTheDefaultInstanceWithTheProfilesDialString) {
@@ -109,14 +79,10 @@ TEST_F(BeeperDialogTest, AddsFromTheDefaultInstanceWithTheProfilesDialString) {
 }
 
 TEST_F(BeeperDialogTest, LeavesAllButTheDialStringEmptyWithoutADefaultInstance) {
-  Add().Open();
-  EXPECT_EQ(view_.title, "Add Beeper  Instance");
+  ExpectMissingDefaultOnlyLogged("Add Beeper  Instance", "Default Beeper");
   EXPECT_EQ(view_.texts.extract(kDialingOptions).mapped(), "ATDT0");
   EXPECT_THAT(view_.texts, Each(Pair(_, "")));
   EXPECT_THAT(view_.selections[kProfiles], Optional(0U));
-  EXPECT_THAT(host_.log,
-              ElementsAre("Default Beeper", " - Failed to load notification from disk.", "\r"));
-  EXPECT_THAT(view_.events, IsEmpty());
 }
 
 TEST_F(BeeperDialogTest, OffersTheUsualDialStringWhereNoneIsSet) {
@@ -127,7 +93,7 @@ TEST_F(BeeperDialogTest, OffersTheUsualDialStringWhereNoneIsSet) {
 
 TEST_F(BeeperDialogTest, AddsWithTheProfileOfTheDefaultInstanceAndItsDialString) {
   files_.files["dir\\Default"] = FileOf(1);
-  BeeperDialog dialog = Add();
+  InstanceDialog& dialog = Add();
   dialog.Open();
   EXPECT_THAT(view_.selections[kProfiles], Optional(1U));
   EXPECT_EQ(view_.texts[kDialingOptions], "ATDT1");
@@ -146,7 +112,7 @@ TEST_F(BeeperDialogTest, EditsTheNamedInstanceWithTheDialStringOfItsProfile) {
   for (const std::int32_t profile : {0, 1, 2}) {
     const std::string& dial_string = dial_strings.at(static_cast<std::size_t>(profile));
     files_.files["dir\\night"] = FileOf(profile);
-    BeeperDialog dialog = Edit("night");
+    InstanceDialog& dialog = Edit("night");
     dialog.Open();
     EXPECT_EQ(view_.title, "Edit Beeper Instance");
     EXPECT_EQ(view_.texts[kName], "night");
@@ -154,23 +120,19 @@ TEST_F(BeeperDialogTest, EditsTheNamedInstanceWithTheDialStringOfItsProfile) {
     EXPECT_EQ(view_.texts[kDialingOptions], dial_string);
     EXPECT_EQ(view_.texts[kTrapCode], "33");
     EXPECT_THAT(view_.selections[kProfiles], Optional(static_cast<std::size_t>(profile)));
-    view_.events.clear();
     ExpectSaved(dialog, FileOf(profile, dial_string));
   }
 }
 
 TEST_F(BeeperDialogTest, StaysEmptyButForTheDialStringWhenTheInstanceCannotBeLoaded) {
-  Edit("night").Open();
-  EXPECT_EQ(view_.title, "Edit Beeper Instance");
-  EXPECT_THAT(view_.events, ElementsAre("message Error loading the instance file"));
-  EXPECT_THAT(host_.log, ElementsAre("night", " - Failed to load notification from disk.", "\r"));
+  ExpectLoadFailureTold("Edit Beeper Instance");
   EXPECT_THAT(view_.texts, ElementsAre(Pair(kDialingOptions, "ATDT0")));
   EXPECT_THAT(view_.selections[kProfiles], Optional(0U));
 }
 
 TEST_F(BeeperDialogTest, ShowsTheDialStringOfAnotherProfileThatIsSelected) {
   files_.files["dir\\night"] = FileOf(0);
-  BeeperDialog dialog = Edit("night");
+  InstanceDialog& dialog = Edit("night");
   dialog.Open();
   Choose(dialog, 1);
   EXPECT_EQ(view_.texts[kDialingOptions], "ATDT1");
@@ -183,7 +145,7 @@ TEST_F(BeeperDialogTest, ShowsTheDialStringOfAnotherProfileThatIsSelected) {
 }
 
 TEST_F(BeeperDialogTest, KeepsWhatIsEnteredWhenTheSameProfileIsSelectedAgain) {
-  BeeperDialog dialog = Add();
+  InstanceDialog& dialog = Add();
   dialog.Open();
   view_.texts[kDialingOptions] = "typed";
   Choose(dialog, 0);
@@ -191,13 +153,12 @@ TEST_F(BeeperDialogTest, KeepsWhatIsEnteredWhenTheSameProfileIsSelectedAgain) {
 }
 
 TEST_F(BeeperDialogTest, KeepsAProfileThatItDoesNotOffer) {
-  StoreDialString(kKey + "\\03", "ATDT3");
-  StoreDialString(kKey + "\\10", "ATDT10");
+  StoreDialString("\\03", "ATDT3");
+  StoreDialString("\\10", "ATDT10");
   for (const std::int32_t profile : {3, 5, 10}) {
     const std::string dial_string = "ATDT" + std::to_string(profile);
     files_.files["dir\\night"] = FileOf(profile);
-    view_.events.clear();
-    BeeperDialog dialog = Edit("night");
+    InstanceDialog& dialog = Edit("night");
     dialog.Open();
     EXPECT_EQ(view_.selections[kProfiles], std::nullopt);
     EXPECT_EQ(view_.texts[kDialingOptions], dial_string);
@@ -207,7 +168,7 @@ TEST_F(BeeperDialogTest, KeepsAProfileThatItDoesNotOffer) {
 
 TEST_F(BeeperDialogTest, ReplacesAProfileThatItDoesNotOfferByTheSelectedOne) {
   files_.files["dir\\night"] = FileOf(5);
-  BeeperDialog dialog = Edit("night");
+  InstanceDialog& dialog = Edit("night");
   dialog.Open();
   Choose(dialog, 0);
   EXPECT_EQ(view_.texts[kDialingOptions], "ATDT0");
@@ -216,50 +177,37 @@ TEST_F(BeeperDialogTest, ReplacesAProfileThatItDoesNotOfferByTheSelectedOne) {
 
 TEST_F(BeeperDialogTest, OpensThePortSettingsOfTheSelectedProfile) {
   files_.files["dir\\night"] = FileOf(5);
-  std::string dial_string;
-  view_.in_shown_dialog = [&](Dialog& shown, FakeDialogView& view) {
-    EXPECT_EQ(shown.template_id(), 125);
-    dial_string = view.texts[kDialString];
-  };
-  BeeperDialog dialog = Edit("night");
+  InstanceDialog& dialog = Edit("night");
   dialog.Open();
-  dialog.Press(kPortSettings);
-  EXPECT_EQ(dial_string, "ATDT5");
+  EXPECT_EQ(InPortSettings(dialog, kDialString), "ATDT5");
   Choose(dialog, 1);
-  dialog.Press(kPortSettings);
-  EXPECT_EQ(dial_string, "ATDT1");
+  EXPECT_EQ(InPortSettings(dialog, kDialString), "ATDT1");
   Choose(dialog, 0);
-  dialog.Press(kPortSettings);
-  EXPECT_EQ(dial_string, "ATDT0");
+  EXPECT_EQ(InPortSettings(dialog, kDialString), "ATDT0");
 }
 
 TEST_F(BeeperDialogTest, SavesPortSettingsApartFromTheInstance) {
   files_.files["dir\\night"] = FileOf(1);
-  view_.in_shown_dialog = [&](Dialog& shown, FakeDialogView& view) {
-    view.texts[kDialString] = "ATDP";
-    shown.Press(STANDARD_OK);
-    EXPECT_THAT(view.events, ElementsAre("close"));
-  };
-  BeeperDialog dialog = Edit("night");
+  InstanceDialog& dialog = Edit("night");
   dialog.Open();
-  dialog.Press(kPortSettings);
-  EXPECT_EQ(settings_.keys[kKey + "\\01"]["Settings_DialString"].data, "ATDP");
+  SaveInPortSettings(dialog, kDialString, "ATDP");
+  EXPECT_EQ(Stored("\\01", "Settings_DialString"), "ATDP");
   EXPECT_EQ(view_.texts[kDialingOptions], "ATDT1");
   dialog.Press(STANDARD_CANCEL);
-  EXPECT_EQ(settings_.keys[kKey + "\\01"]["Settings_DialString"].data, "ATDP");
+  EXPECT_EQ(Stored("\\01", "Settings_DialString"), "ATDP");
   EXPECT_EQ(files_.files["dir\\night"], FileOf(1));
 }
 
 TEST_F(BeeperDialogTest, WantsItsFieldsInOrder) {
-  BeeperDialog dialog = Add();
+  InstanceDialog& dialog = Add();
   dialog.Open();
   view_.texts[kDialingOptions] = "";
   struct Field {
     int control;
-    const char* message;
+    std::string message;
   };
   for (const auto& [control, message] :
-       {Field{kName, "message Invalid value - The 'Name' field must have a value"},
+       {Field{kName, kNameMissing},
         Field{kBeeperNumber,
               "message Invalid value - The 'Beeper Number' field must have a value."},
         Field{kDialingOptions,
@@ -268,32 +216,25 @@ TEST_F(BeeperDialogTest, WantsItsFieldsInOrder) {
         Field{kDownCode, "message Invalid value - The 'Down Code' field must have a value."},
         Field{kTrapCode,
               "message Invalid value - The 'SNMP Trap Code' field must have a value."}}) {
-    view_.events.clear();
-    dialog.Press(STANDARD_OK);
-    EXPECT_THAT(view_.events, ElementsAre(message, "focus " + std::to_string(control)));
+    EXPECT_THAT(PressOk(dialog), ElementsAre(message, "focus " + std::to_string(control)));
     view_.texts[control] = "night";
   }
   EXPECT_THAT(files_.files, IsEmpty());
-  view_.events.clear();
-  dialog.Press(STANDARD_OK);
-  EXPECT_THAT(view_.events, ElementsAre("close"));
+  EXPECT_THAT(PressOk(dialog), ElementsAre("close"));
   EXPECT_EQ(dialog.saved_name(), "night");
 }
 
 TEST_F(BeeperDialogTest, RefusesANameThatIsTakenBeforeItLooksAtTheFields) {
   files_.files["dir\\night"] = FileOf(0);
-  BeeperDialog dialog = Add();
+  InstanceDialog& dialog = Add();
   dialog.Open();
   view_.texts[kName] = "night";
   dialog.Press(STANDARD_OK);
-  EXPECT_THAT(view_.events,
-              ElementsAre("message Instance name already exists.  Please choose another name "
-                          "[Invalid Instance Name]",
-                          "focus 223"));
+  EXPECT_THAT(view_.events, ElementsAre(kNameTaken, "focus 223"));
 }
 
 TEST_F(BeeperDialogTest, IsModifiedByASelectionAndNotByThePortSettings) {
-  BeeperDialog dialog = Add();
+  InstanceDialog& dialog = Add();
   dialog.Open();
   EXPECT_FALSE(dialog.modified());
   dialog.Press(kPortSettings);
@@ -304,11 +245,11 @@ TEST_F(BeeperDialogTest, IsModifiedByASelectionAndNotByThePortSettings) {
 
 TEST_F(BeeperDialogTest, WritesNoSettings) {
   files_.files["dir\\night"] = FileOf(1);
-  BeeperDialog dialog = Edit("night");
+  InstanceDialog& dialog = Edit("night");
   dialog.Open();
   Choose(dialog, 2);
   dialog.Press(STANDARD_OK);
-  EXPECT_THAT(settings_.calls, Not(Contains(::testing::StartsWith("write"))));
+  ExpectNoSettingsWritten();
 }
 
 }  // namespace

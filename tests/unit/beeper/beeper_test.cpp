@@ -3,16 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <new>
-
 #include "beeper/beeper_description.h"
-#include "instance/instance_codec.h"
-#include "tests/unit/failing_allocations.h"
-#include "tests/unit/instance/fake_instance_files.h"
-#include "tests/unit/notifier/fake_notifier_host.h"
-#include "tests/unit/port/fake_modem.h"
-#include "tests/unit/system/fake_settings_store.h"
-#include "tests/unit/system/virtual_clock.h"
+#include "tests/unit/port/modem_notifier_fixture.h"
 
 namespace brantel {
 namespace {
@@ -22,73 +14,19 @@ using ::testing::Contains;
 using ::testing::Each;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
-using ::testing::Not;
-using ::testing::StartsWith;
 
-// Runs out of memory at one of its log lines.
-class ThrowingHost final : public NotifierHost {
- public:
-  std::size_t throws_at = 0;
-  std::size_t lines = 0;
-
-  Result ExpandMessage(std::string&, EmptyText) override { return kOk; }
-  void LogMessage(std::string_view) override { Count(); }
-  void LogMessage(std::u16string_view) override { Count(); }
-  Result GetAlertTrigger(std::uint32_t& word) override {
-    word = 1;
-    return kOk;
-  }
-
- private:
-  void Count() {
-    if (lines++ == throws_at) throw std::bad_alloc();
-  }
-};
-
-// Calls back into the module while it is called from it.
-class ReentrantHost final : public NotifierHost {
- public:
-  std::function<void(std::string_view)> at_log = [](std::string_view) {};
-
-  Result ExpandMessage(std::string&, EmptyText) override { return kOk; }
-  void LogMessage(std::string_view text) override { at_log(text); }
-  void LogMessage(std::u16string_view) override {}
-  Result GetAlertTrigger(std::uint32_t& word) override {
-    word = 1;
-    return kOk;
-  }
-};
-
-class BeeperTest : public ::testing::Test {
+class BeeperTest : public ModemNotifierFixture {
  protected:
-  BeeperTest() {
+  BeeperTest() : ModemNotifierFixture(kBeeper, 2, {{kOk, ""}}) {
     instance_.set_text(beeper_field::kBeeperNumber, "5551234");
     instance_.set_text(beeper_field::kUpCode, "1");
     instance_.set_text(beeper_field::kDownCode, "2");
     instance_.set_text(beeper_field::kTrapCode, "3");
-    host_.trigger_word = 2;
-    host_.expansions = {{kOk, ""}};
   }
 
-  Result Send() { return SendOn(beeper_, host_); }
-
-  Result SendOn(Beeper& beeper, NotifierHost& host) {
-    files_.files["alert"] = EncodeInstance(kBeeper.instances, instance_);
-    return beeper.Send({u"alert", "alert"}, &host);
+  std::unique_ptr<Notifier> Make() override {
+    return std::make_unique<Beeper>(files_, settings_, modem_, clock_);
   }
-
-  void Set(const std::string& name, const std::string& text) {
-    settings_.keys["SOFTWARE\\Brantel\\Vantrel\\notification\\Beeper"][name] = {SettingType::kText,
-                                                                                text};
-  }
-
-  Instance instance_{kBeeper.instances.fields.size()};
-  FakeInstanceFiles files_;
-  FakeSettingsStore settings_;
-  FakeModem modem_;
-  VirtualClock clock_;
-  FakeNotifierHost host_;
-  Beeper beeper_{files_, settings_, modem_, clock_};
 };
 
 TEST_F(BeeperTest, ReadsItsSettingsInTheirOrder) {
@@ -166,163 +104,76 @@ TEST_F(BeeperTest, SendsAnAbsentCodeAsNothing) {
 }
 
 TEST_F(BeeperTest, FailsWithoutAHostAndTouchesNothing) {
-  files_.files["alert"] = EncodeInstance(kBeeper.instances, instance_);
-  EXPECT_EQ(beeper_.Send({u"alert", "alert"}, nullptr), kFail);
-  files_.files.clear();
-  EXPECT_EQ(beeper_.Send({u"alert", "alert"}, nullptr), kFail);
-  EXPECT_THAT(settings_.calls, IsEmpty());
-  EXPECT_EQ(modem_.transfers, 0U);
+  ExpectFailureWithoutAHost();
 }
 
 TEST_F(BeeperTest, LetsASecondAlertOfTheSameObjectWaitAndThenFail) {
-  ReentrantHost host;
-  Result inner = kOk;
   FakeNotifierHost inner_host;
   inner_host.trigger_word = 1;
-  host.at_log = [&](std::string_view text) {
-    if (text == "Delaying\r\n") inner = SendOn(beeper_, inner_host);
-  };
-  EXPECT_EQ(SendOn(beeper_, host), kOk);
-  EXPECT_EQ(inner, kFail);
+  EXPECT_EQ(SendInside("Delaying\r\n", *notifier_, inner_host), kFail);
   ASSERT_EQ(inner_host.log.size(), 30U);
   EXPECT_EQ(inner_host.log.at(10), "port in use, delaying 19\r\n");
   EXPECT_EQ(inner_host.log.back(), "port in use, delaying 0\r\n");
   EXPECT_THAT(modem_.open_ports, IsEmpty());
-  EXPECT_EQ(SendOn(beeper_, host), kOk);
+  EXPECT_EQ(Send(), kOk);
 }
 
 TEST_F(BeeperTest, LetsASecondObjectOnTheSamePortFailAtOnce) {
-  ReentrantHost host;
-  Result inner = kOk;
   FakeNotifierHost inner_host;
   inner_host.trigger_word = 1;
-  Beeper second(files_, settings_, modem_, clock_);
-  host.at_log = [&](std::string_view text) {
-    if (text == "Delaying\r\n") inner = SendOn(second, inner_host);
-  };
-  EXPECT_EQ(SendOn(beeper_, host), kOk);
-  EXPECT_EQ(inner, kFail);
+  const auto second = Make();
+  EXPECT_EQ(SendInside("Delaying\r\n", *second, inner_host), kFail);
   EXPECT_EQ(inner_host.log.back(), "open error 5\r\n");
-  EXPECT_EQ(SendOn(second, inner_host), kOk);
+  EXPECT_EQ(SendOn(*second, inner_host), kOk);
 }
 
 TEST_F(BeeperTest, MakesTheCallWhicheverLineOfTheLogFindsNoMemory) {
-  ThrowingHost host;
-  host.throws_at = 1000;
-  ASSERT_EQ(SendOn(beeper_, host), kOk);
-  const std::size_t lines = host.lines;
-  ASSERT_EQ(lines, 22U);
-  const std::vector<std::string> written = modem_.written;
-  for (std::size_t line = 0; line < lines; ++line) {
-    host.throws_at = line;
-    host.lines = 0;
-    modem_.written.clear();
-    EXPECT_EQ(SendOn(beeper_, host), kOk) << line;
-    EXPECT_EQ(host.lines, lines) << line;
-    EXPECT_EQ(modem_.written, written) << line;
-    EXPECT_THAT(modem_.open_ports, IsEmpty()) << line;
-  }
+  ExpectDeliveryWithoutMemoryForALine(22);
 }
 
 TEST_F(BeeperTest, MakesTheCallWhateverIsAllocatedForTheLogFindsNoMemory) {
-  const std::vector<std::string> written = {"ATE0Q0V1X4\r", "ATDT5551234,,,,2#\r", "+++", "ATH0\r"};
-  std::vector<std::size_t> line_counts;
-  ForEachLogAllocation([&](std::size_t allocation) {
-    modem_.written.clear();
-    FakeNotifierHost host;
-    host.trigger_word = 2;
-    host.expansions = {{kOk, ""}};
-    EXPECT_EQ(SendOn(beeper_, host), kOk) << allocation;
-    EXPECT_EQ(modem_.written, written) << allocation;
-    EXPECT_THAT(modem_.open_ports, IsEmpty()) << allocation;
-    line_counts.push_back(host.log.size());
-  });
-  // The last of these has found all memory that it wanted.
-  ASSERT_GT(line_counts.size(), 22U);
-  EXPECT_EQ(line_counts.back(), 22U);
-  line_counts.pop_back();
-  EXPECT_THAT(line_counts, Each(21U));
+  ExpectOneLineLost(
+      SendWithoutMemoryForTheLog(kOk, {"ATE0Q0V1X4\r", "ATDT5551234,,,,2#\r", "+++", "ATH0\r"}),
+      22);
 }
 
-// A session's reads and writes with something wrong at one of them, or from it on. `results` has a
-// letter for each of them: S when the alert still counts as delivered, F when it fails.
-struct FaultCase {
-  const char* name;
-  bool ok_only_to_plain_at;
-  FakeModem::Fault fault;
-  bool lasting;
-  std::string_view results;
-};
+// Sessions with a modem that says OK at once, and with one that says it to the plain AT alone.
+constexpr std::string_view kPlain = "plain,";
+constexpr std::string_view kLateOk = "late OK,";
 
-void PrintTo(const FaultCase& fault_case, std::ostream* stream) {
-  *stream << fault_case.name;
-}
-
-class BeeperFaultTest : public BeeperTest, public ::testing::WithParamInterface<FaultCase> {
- protected:
-  void BreakAt(std::size_t transfer) {
-    const FaultCase& fault_case = GetParam();
-    modem_.transfers = 0;
-    modem_.fault_at = [&fault_case,
-                       transfer](std::size_t current) -> std::optional<FakeModem::Fault> {
-      const bool now = fault_case.lasting ? current >= transfer : current == transfer;
-      return now ? std::optional(fault_case.fault) : std::nullopt;
-    };
-  }
-
-  void Repair() {
-    modem_.fault_at = [](std::size_t) { return std::nullopt; };
-  }
-};
+class BeeperFaultTest : public BeeperTest, public ::testing::WithParamInterface<FaultCase> {};
 
 TEST_P(BeeperFaultTest, ClosesThePortAndTellsTheTruth) {
-  if (GetParam().ok_only_to_plain_at) {
+  if (GetParam().session == kLateOk) {
     modem_.answer_to = [](const std::string& last) {
       return last == "ATE0Q0V1X4\r" ? "" : "\r\nOK\r\n";
     };
   }
   host_.expansions.clear();
-  ASSERT_EQ(Send(), kOk);
-  ASSERT_EQ(modem_.transfers, GetParam().results.size());
-
-  for (std::size_t transfer = 0; transfer < GetParam().results.size(); ++transfer) {
-    BreakAt(transfer);
-    EXPECT_EQ(Send(), GetParam().results[transfer] == 'S' ? kOk : kFail) << transfer;
-    EXPECT_THAT(modem_.open_ports, IsEmpty()) << transfer;
-
-    Repair();
-    host_.log.clear();
-    EXPECT_EQ(Send(), kOk) << transfer;
-    EXPECT_THAT(host_.log, Each(Not(StartsWith("port in use")))) << transfer;
-  }
+  ExpectTruthAtEachTransfer(GetParam());
 }
-
-const FakeModem::Fault kBroken = {1117, ""};
-const FakeModem::Fault kSilent = {std::nullopt, ""};
-const FakeModem::Fault kRubbish = {std::nullopt, "\xFF\x01%s%n\x1B[2J O K"};
-const FakeModem::Fault kFull = {std::nullopt, std::string(100, 'O')};
 
 // Write and read of the initialisation; write of the dial command; the read of nothing; writes of
 // the hang-up and its read.
 // The longer session has a late read, and write and read of the plain AT, after the first two.
 INSTANTIATE_TEST_SUITE_P(
     Faults, BeeperFaultTest,
-    ::testing::Values(FaultCase{"fails once", false, kBroken, false, "SSFSSSS"},
-                      FaultCase{"fails for good", false, kBroken, true, "FFFSSSS"},
-                      FaultCase{"silent once", false, kSilent, false, "SSSSSSS"},
-                      FaultCase{"silent for good", false, kSilent, true, "FFSSSSS"},
-                      FaultCase{"rubbish once", false, kRubbish, false, "SSSSSSS"},
-                      FaultCase{"rubbish for good", false, kRubbish, true, "FFSSSSS"},
-                      FaultCase{"100 bytes once", false, kFull, false, "SSSSSSS"},
-                      FaultCase{"100 bytes for good", false, kFull, true, "FFSSSSS"},
-                      FaultCase{"late, fails once", true, kBroken, false, "SSFFFFSSSS"},
-                      FaultCase{"late, fails for good", true, kBroken, true, "FFFFFFSSSS"},
-                      FaultCase{"late, silent once", true, kSilent, false, "SSSSFSSSSS"},
-                      FaultCase{"late, silent for good", true, kSilent, true, "FFFFFSSSSS"},
-                      FaultCase{"late, rubbish once", true, kRubbish, false, "SSSSFSSSSS"},
-                      FaultCase{"late, rubbish for good", true, kRubbish, true, "FFFFFSSSSS"},
-                      FaultCase{"late, 100 bytes once", true, kFull, false, "SSSSFSSSSS"},
-                      FaultCase{"late, 100 bytes for good", true, kFull, true, "FFFFFSSSSS"}));
+    ::testing::Values(FaultCase{"fails once", kPlain, kBroken, false, "SSFSSSS"},
+                      FaultCase{"fails for good", kPlain, kBroken, true, "FFFSSSS"},
+                      FaultCase{"silent once", kPlain, kSilent, false, "SSSSSSS"},
+                      FaultCase{"silent for good", kPlain, kSilent, true, "FFSSSSS"},
+                      FaultCase{"rubbish once", kPlain, kRubbish, false, "SSSSSSS"},
+                      FaultCase{"rubbish for good", kPlain, kRubbish, true, "FFSSSSS"},
+                      FaultCase{"100 bytes once", kPlain, kFull, false, "SSSSSSS"},
+                      FaultCase{"100 bytes for good", kPlain, kFull, true, "FFSSSSS"},
+                      FaultCase{"fails once", kLateOk, kBroken, false, "SSFFFFSSSS"},
+                      FaultCase{"fails for good", kLateOk, kBroken, true, "FFFFFFSSSS"},
+                      FaultCase{"silent once", kLateOk, kSilent, false, "SSSSFSSSSS"},
+                      FaultCase{"silent for good", kLateOk, kSilent, true, "FFFFFSSSSS"},
+                      FaultCase{"rubbish once", kLateOk, kRubbish, false, "SSSSFSSSSS"},
+                      FaultCase{"rubbish for good", kLateOk, kRubbish, true, "FFFFFSSSSS"},
+                      FaultCase{"100 bytes once", kLateOk, kFull, false, "SSSSFSSSSS"},
+                      FaultCase{"100 bytes for good", kLateOk, kFull, true, "FFFFFSSSSS"}));
 
 }  // namespace
 }  // namespace brantel

@@ -53,6 +53,15 @@ class FakeDialogView final : public DialogView {
   // "choose directory TITLE", "close".
   std::vector<std::string> events;
 
+  // The radio buttons and check boxes that are checked.
+  [[nodiscard]] std::vector<int> Checked() const {
+    std::vector<int> checked;
+    for (const auto& [control, is_checked] : checks) {
+      if (is_checked) checked.push_back(control);
+    }
+    return checked;
+  }
+
   void SetTitle(const std::string& new_title) override { title = new_title; }
 
   std::string Text(int control, std::size_t limit) override {

@@ -7,9 +7,7 @@
 
 #include "instance/instance_codec.h"
 #include "tests/unit/allocation_counter.h"
-#include "tests/unit/dialog/fake_dialog_view.h"
-#include "tests/unit/instance/fake_instance_files.h"
-#include "tests/unit/notifier/fake_notifier_host.h"
+#include "tests/unit/dialog/instance_dialog_fixture.h"
 
 namespace brantel {
 namespace {
@@ -55,12 +53,9 @@ constexpr ClassDescription kClass = {.instances = kLayout,
                                                 .name_error_focus = kName,
                                                 .help_context = 4711}};
 
-const std::string kNameMissing = "message Invalid value - The 'Name' field must have a value";
 const std::string kFirstMissing = "message Invalid value - The 'Up Code' field must have a value.";
 const std::string kSecondMissing =
     "message Invalid value - The 'Down Code' field must have a value.";
-const std::string kTaken =
-    "message Instance name already exists.  Please choose another name [Invalid Instance Name]";
 const std::string kNotSaved = "message Error saving instance file";
 
 struct Values {
@@ -81,30 +76,13 @@ std::string FileOf(const Values& values) {
   return EncodeInstance(kLayout, instance);
 }
 
-class InstanceDialogTest : public ::testing::Test {
+class InstanceDialogTest : public InstanceDialogFixture {
  protected:
-  InstanceDialogCall CallToAdd() { return {.directory = "dir", .host = &host_}; }
-  InstanceDialogCall CallToEdit(const std::string& name) {
-    return {"dir", InstanceArgument{std::u16string(name.begin(), name.end()), name}, &host_};
-  }
-
   void Enter(const std::string& name, const std::string& first, const std::string& second) {
     view_.texts[kName] = name;
     view_.texts[kFirst] = first;
     view_.texts[kSecond] = second;
   }
-
-  // What OK leads to, which is forgotten then.
-  std::vector<std::string> PressOk(InstanceDialog& dialog) {
-    view_.events.clear();
-    files_.calls.clear();
-    dialog.Press(STANDARD_OK);
-    return view_.events;
-  }
-
-  FakeDialogView view_;
-  FakeInstanceFiles files_;
-  FakeNotifierHost host_;
 };
 
 TEST_F(InstanceDialogTest, OpensForANewInstanceWithTheDefaultsValuesAndNoName) {
@@ -206,7 +184,7 @@ TEST_F(InstanceDialogTest, WantsTheNameFirstAndThenTheFieldsInOrder) {
   InstanceDialog dialog(kClass, view_, files_, CallToAdd());
   EXPECT_THAT(PressOk(dialog), ElementsAre(kNameMissing, "focus 20"));
   Enter("taken", "", "");
-  EXPECT_THAT(PressOk(dialog), ElementsAre(kTaken, "focus 20"));
+  EXPECT_THAT(PressOk(dialog), ElementsAre(kNameTaken, "focus 20"));
   Enter("night", "", "");
   EXPECT_THAT(PressOk(dialog), ElementsAre(kFirstMissing, "focus 21"));
   Enter("night", "one", "");
@@ -228,7 +206,7 @@ TEST_F(InstanceDialogTest, AsksLastWhetherTheNameIsTakenWhereTheClassHasItSo) {
   Enter("taken", "", "two");
   EXPECT_THAT(PressOk(dialog), ElementsAre(kFirstMissing, "focus 21"));
   Enter("taken", "one", "two");
-  EXPECT_THAT(PressOk(dialog), ElementsAre(kTaken, "focus 20"));
+  EXPECT_THAT(PressOk(dialog), ElementsAre(kNameTaken, "focus 20"));
   EXPECT_EQ(files_.files["dir\\taken"], "kept");
 }
 
@@ -242,7 +220,7 @@ TEST_F(InstanceDialogTest, CallsTheNameAsTheClassDoesAndMovesTheFocusWhereItSays
               ElementsAre("message Invalid value - The 'Display Name' field must have a value",
                           "focus 99"));
   Enter("taken", "one", "two");
-  EXPECT_THAT(PressOk(dialog), ElementsAre(kTaken, "focus 99"));
+  EXPECT_THAT(PressOk(dialog), ElementsAre(kNameTaken, "focus 99"));
 }
 
 TEST_F(InstanceDialogTest, CannotSaveUnderANameThatLeavesTheDirectoryOrIsNone) {
@@ -279,7 +257,7 @@ TEST_F(InstanceDialogTest, TakesDefaultForANameLikeAnyOther) {
   Enter("Default", "one", "two");
   EXPECT_THAT(PressOk(dialog), ElementsAre("close"));
   InstanceDialog second(kClass, view_, files_, CallToAdd());
-  EXPECT_THAT(PressOk(second), ElementsAre(kTaken, "focus 20"));
+  EXPECT_THAT(PressOk(second), ElementsAre(kNameTaken, "focus 20"));
   InstanceDialog edited(kClass, view_, files_, CallToEdit("Default"));
   edited.Open();
   Enter("Evening", "one", "two");
@@ -357,7 +335,7 @@ TEST_F(InstanceDialogTest, RefusesToRenameToAnotherInstance) {
   InstanceDialog dialog(kClass, view_, files_, CallToEdit("night"));
   dialog.Open();
   view_.texts[kName] = "day";
-  EXPECT_THAT(PressOk(dialog), ElementsAre(kTaken, "focus 20"));
+  EXPECT_THAT(PressOk(dialog), ElementsAre(kNameTaken, "focus 20"));
   EXPECT_EQ(files_.files["dir\\day"], "another's");
 }
 
@@ -409,7 +387,7 @@ TEST_F(InstanceDialogTest, TellsNamesApartThatAreAlikeInDictionaries) {
     InstanceDialog dialog(kClass, view_, files_, CallToEdit(edited));
     dialog.Open();
     view_.texts[kName] = other;
-    EXPECT_THAT(PressOk(dialog), ElementsAre(kTaken, "focus 20")) << other;
+    EXPECT_THAT(PressOk(dialog), ElementsAre(kNameTaken, "focus 20")) << other;
     EXPECT_EQ(files_.files, before);
 
     files_.files.erase("dir\\" + other);
@@ -426,7 +404,7 @@ TEST_F(InstanceDialogTest, RefusesEveryNameThatLeadsToAnothersFile) {
   InstanceDialog dialog(kClass, view_, files_, CallToAdd());
   for (const char* name : {"\xF6LMELDUNG", "\xF6lmeld~1"}) {
     Enter(name, "one", "two");
-    EXPECT_THAT(PressOk(dialog), ElementsAre(kTaken, "focus 20")) << name;
+    EXPECT_THAT(PressOk(dialog), ElementsAre(kNameTaken, "focus 20")) << name;
   }
 }
 
@@ -460,7 +438,7 @@ TEST_F(InstanceDialogTest, OverwritesNoFileOfAnotherClassUnderItsOwnName) {
   dialog.Open();
   for (const char* name : {"night", "NIGHT"}) {
     Enter(name, "one", "two");
-    EXPECT_THAT(PressOk(dialog), ElementsAre(kTaken, "focus 20"));
+    EXPECT_THAT(PressOk(dialog), ElementsAre(kNameTaken, "focus 20"));
     EXPECT_THAT(files_.files, ElementsAre(Pair("dir\\night", "of another class")));
   }
 }

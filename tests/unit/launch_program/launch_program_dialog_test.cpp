@@ -5,10 +5,8 @@
 
 #include "instance/instance_codec.h"
 #include "launch_program/launch_program_description.h"
-#include "tests/unit/dialog/fake_dialog_view.h"
-#include "tests/unit/instance/fake_instance_files.h"
+#include "tests/unit/dialog/instance_dialog_fixture.h"
 #include "tests/unit/launch_program/fake_process_starter.h"
-#include "tests/unit/notifier/fake_notifier_host.h"
 
 namespace brantel {
 namespace {
@@ -32,30 +30,17 @@ std::string FileOf(const std::string& program, const std::string& directory,
   return EncodeInstance(kLaunchProgram.instances, instance);
 }
 
-class LaunchProgramDialogTest : public ::testing::Test {
+class LaunchProgramDialogTest : public ClassDialogFixture {
  protected:
-  LaunchProgramDialog Add() {
-    return {view_, files_, {.directory = "dir", .host = &host_}, starter_};
-  }
-  LaunchProgramDialog Edit(const std::string& name) {
-    return {view_,
-            files_,
-            {"dir", InstanceArgument{std::u16string(name.begin(), name.end()), name}, &host_},
-            starter_};
+  std::unique_ptr<InstanceDialog> Make(InstanceDialogCall call) override {
+    return std::make_unique<LaunchProgramDialog>(view_, files_, std::move(call), starter_);
   }
 
-  FakeDialogView view_;
-  FakeInstanceFiles files_;
-  FakeNotifierHost host_;
   FakeProcessStarter starter_;
 };
 
 TEST_F(LaunchProgramDialogTest, IsDialog118WithItsPicturesAndHelp) {
-  LaunchProgramDialog dialog = Add();
-  EXPECT_EQ(dialog.template_id(), 118);
-  EXPECT_EQ(dialog.bitmap_buttons().size(), 2U);
-  dialog.Press(STANDARD_HELP);
-  EXPECT_THAT(view_.events, ElementsAre("help 131199"));
+  ExpectDialog(118, 2, STANDARD_HELP, "help 131199");
 }
 
 TEST_F(LaunchProgramDialogTest, AddsFromTheDefaultInstance) {
@@ -69,11 +54,7 @@ TEST_F(LaunchProgramDialogTest, AddsFromTheDefaultInstance) {
 }
 
 TEST_F(LaunchProgramDialogTest, OnlyLogsAMissingDefaultInstance) {
-  Add().Open();
-  EXPECT_EQ(view_.title, "Add Launch Program Instance");
-  EXPECT_THAT(host_.log,
-              ElementsAre("Default Program", " - Failed to load notification from disk.", "\r"));
-  EXPECT_THAT(view_.events, IsEmpty());
+  ExpectMissingDefaultOnlyLogged("Add Launch Program Instance", "Default Program");
 }
 
 TEST_F(LaunchProgramDialogTest, EditsTheNamedInstance) {
@@ -85,29 +66,21 @@ TEST_F(LaunchProgramDialogTest, EditsTheNamedInstance) {
 }
 
 TEST_F(LaunchProgramDialogTest, LeavesTitleAndFieldsUnsetWhenTheInstanceCannotBeEdited) {
-  Edit("night").Open();
-  EXPECT_EQ(view_.title, "");
+  ExpectLoadFailureTold("");
   EXPECT_THAT(view_.texts, IsEmpty());
-  EXPECT_THAT(host_.log, ElementsAre("night", " - Failed to load notification from disk.", "\r"));
-  EXPECT_THAT(view_.events, ElementsAre("message Error loading the instance file"));
 }
 
 TEST_F(LaunchProgramDialogTest, AsksForControl203AfterANameError) {
-  LaunchProgramDialog dialog = Add();
+  InstanceDialog& dialog = Add();
   dialog.Press(STANDARD_OK);
   files_.files["dir\\night"] = "";
   view_.texts[kName] = "night";
   dialog.Press(STANDARD_OK);
-  EXPECT_THAT(
-      view_.events,
-      ElementsAre("message Invalid value - The 'Name' field must have a value", "focus 203",
-                  "message Instance name already exists.  Please choose another name [Invalid "
-                  "Instance Name]",
-                  "focus 203"));
+  EXPECT_THAT(view_.events, ElementsAre(kNameMissing, "focus 203", kNameTaken, "focus 203"));
 }
 
 TEST_F(LaunchProgramDialogTest, WantsAProgramAndAWorkingPathInThisOrder) {
-  LaunchProgramDialog dialog = Add();
+  InstanceDialog& dialog = Add();
   view_.texts[kName] = "night";
   dialog.Press(STANDARD_OK);
   view_.texts[kProgram] = "page.exe";
@@ -123,7 +96,7 @@ TEST_F(LaunchProgramDialogTest, WantsAProgramAndAWorkingPathInThisOrder) {
 }
 
 TEST_F(LaunchProgramDialogTest, BrowsesForAProgram) {
-  LaunchProgramDialog dialog = Add();
+  InstanceDialog& dialog = Add();
   view_.texts[kProgram] = "old.exe";
   view_.chosen_file = "C:\\new.exe";
   dialog.Press(kBrowseProgram);
@@ -132,7 +105,7 @@ TEST_F(LaunchProgramDialogTest, BrowsesForAProgram) {
 }
 
 TEST_F(LaunchProgramDialogTest, BrowsesForAWorkingPath) {
-  LaunchProgramDialog dialog = Add();
+  InstanceDialog& dialog = Add();
   view_.texts[kWorkingPath] = "C:\\old";
   dialog.Press(kBrowseWorkingPath);
   EXPECT_EQ(view_.texts[kWorkingPath], "C:\\old");
@@ -146,7 +119,7 @@ TEST_F(LaunchProgramDialogTest, BrowsesForAWorkingPath) {
 
 TEST_F(LaunchProgramDialogTest, RefusesAWorkingPathThatCannotBeEntered) {
   starter_.succeeds = false;
-  LaunchProgramDialog dialog = Add();
+  InstanceDialog& dialog = Add();
   view_.texts[kWorkingPath] = "C:\\old";
   view_.chosen_directory = "";
   dialog.Press(kBrowseWorkingPath);

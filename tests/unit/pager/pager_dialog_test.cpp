@@ -5,20 +5,15 @@
 
 #include "instance/instance_codec.h"
 #include "pager/pager_description.h"
-#include "tests/unit/dialog/fake_dialog_view.h"
-#include "tests/unit/instance/fake_instance_files.h"
-#include "tests/unit/notifier/fake_notifier_host.h"
-#include "tests/unit/system/fake_settings_store.h"
+#include "tests/unit/port/modem_dialog_fixture.h"
 
 namespace brantel {
 namespace {
 
 using ::testing::_;
-using ::testing::Contains;
 using ::testing::Each;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
-using ::testing::Not;
 using ::testing::Optional;
 using ::testing::Pair;
 
@@ -37,8 +32,6 @@ constexpr int kUcpSms = 235;
 // Controls of the port settings.
 constexpr int kModemString = 219;
 
-const std::string kKey = "SOFTWARE\\Brantel\\Vantrel\\notification\\Pager";
-
 std::string FileOf(const std::string& protocol, std::int32_t profile = 0) {
   Instance instance(6);
   instance.set_text(pager_field::kPagerNumber, "5550200");
@@ -50,69 +43,37 @@ std::string FileOf(const std::string& protocol, std::int32_t profile = 0) {
   return EncodeInstance(kPager.instances, instance);
 }
 
-class PagerDialogTest : public ::testing::Test {
+class PagerDialogTest : public ModemDialogFixture {
  protected:
-  ModemInstanceDialog Add() {
-    return {kPagerDialog, view_, files_, {.directory = "dir", .host = &host_}, settings_};
-  }
-  ModemInstanceDialog Edit(const std::string& name) {
-    return {kPagerDialog,
-            view_,
-            files_,
-            {"dir", InstanceArgument{std::u16string(name.begin(), name.end()), name}, &host_},
-            settings_};
-  }
+  PagerDialogTest()
+      : ModemDialogFixture({kProfiles, kPortSettings, 138},
+                           "SOFTWARE\\Brantel\\Vantrel\\notification\\Pager") {}
 
-  // What an operator does in the list.
-  void Choose(ModemInstanceDialog& dialog, std::size_t position) {
-    view_.SelectItem(kProfiles, position);
-    dialog.Select(kProfiles);
+  std::unique_ptr<InstanceDialog> Make(InstanceDialogCall call) override {
+    return std::make_unique<ModemInstanceDialog>(kPagerDialog, view_, files_, std::move(call),
+                                                 settings_);
   }
 
   // What an operator does in the group of radio buttons.
-  void Check(ModemInstanceDialog& dialog, int button) {
+  void Check(InstanceDialog& dialog, int button) {
     view_.checks.clear();
     view_.checks[button] = true;
     dialog.Press(button);
   }
-
-  std::vector<int> Checked() {
-    std::vector<int> checked;
-    for (const auto& [control, is_checked] : view_.checks) {
-      if (is_checked) checked.push_back(control);
-    }
-    return checked;
-  }
-
-  void ExpectSaved(ModemInstanceDialog& dialog, const std::string& file) {
-    view_.events.clear();
-    dialog.Press(STANDARD_OK);
-    EXPECT_THAT(view_.events, ElementsAre("close"));
-    EXPECT_EQ(files_.files["dir\\night"], file);
-  }
-
-  FakeDialogView view_;
-  FakeInstanceFiles files_;
-  FakeSettingsStore settings_;
-  FakeNotifierHost host_;
 };
 
 TEST_F(PagerDialogTest, IsDialog137WithItsHelp) {
-  ModemInstanceDialog dialog = Add();
-  EXPECT_EQ(dialog.template_id(), 137);
-  EXPECT_THAT(dialog.bitmap_buttons(), IsEmpty());
-  dialog.Press(STANDARD_HELP);
-  EXPECT_THAT(view_.events, ElementsAre("help 131196"));
+  ExpectDialog(137, 0, STANDARD_HELP, "help 131196");
 }
 
 TEST_F(PagerDialogTest, AddsFromTheTextsOfTheDefaultInstanceAndWithTap) {
   files_.files["dir\\Default"] = FileOf("UCP-SMS", 1);
-  ModemInstanceDialog dialog = Add();
+  InstanceDialog& dialog = Add();
   dialog.Open();
   EXPECT_EQ(view_.title, "Add Pager Instance");
   EXPECT_THAT(view_.texts, ElementsAre(Pair(kPagerNumber, "5550200"), Pair(kPassword, "secret"),
                                        Pair(kPagerId, "0041 79"), Pair(kMessage, "%n is down")));
-  EXPECT_THAT(Checked(), ElementsAre(kTap));
+  EXPECT_THAT(view_.Checked(), ElementsAre(kTap));
   EXPECT_THAT(view_.selections[kProfiles], Optional(1U));
   EXPECT_THAT(host_.log, IsEmpty());
   EXPECT_THAT(settings_.calls, IsEmpty());
@@ -122,14 +83,10 @@ TEST_F(PagerDialogTest, AddsFromTheTextsOfTheDefaultInstanceAndWithTap) {
 }
 
 TEST_F(PagerDialogTest, StaysEmptyAndLogsWithoutADefaultInstance) {
-  Add().Open();
-  EXPECT_EQ(view_.title, "Add Pager Instance");
+  ExpectMissingDefaultOnlyLogged("Add Pager Instance", "Default Beeper");
   EXPECT_THAT(view_.texts, Each(Pair(_, "")));
-  EXPECT_THAT(Checked(), ElementsAre(kTap));
+  EXPECT_THAT(view_.Checked(), ElementsAre(kTap));
   EXPECT_THAT(view_.selections[kProfiles], Optional(0U));
-  EXPECT_THAT(host_.log,
-              ElementsAre("Default Beeper", " - Failed to load notification from disk.", "\r"));
-  EXPECT_THAT(view_.events, IsEmpty());
 }
 
 TEST_F(PagerDialogTest, OffersThreeProfiles) {
@@ -144,13 +101,13 @@ TEST_F(PagerDialogTest, EditsTheNamedInstanceWithItsProtocolAndProfile) {
   for (const auto& [protocol, button] : protocols) {
     for (const std::int32_t profile : {0, 1, 2}) {
       files_.files["dir\\night"] = FileOf(protocol, profile);
-      ModemInstanceDialog dialog = Edit("night");
+      InstanceDialog& dialog = Edit("night");
       dialog.Open();
       EXPECT_EQ(view_.title, "Edit Pager Instance");
       EXPECT_THAT(view_.texts, ElementsAre(Pair(kPagerNumber, "5550200"), Pair(kPassword, "secret"),
                                            Pair(kPagerId, "0041 79"), Pair(kMessage, "%n is down"),
                                            Pair(kName, "night")));
-      EXPECT_THAT(Checked(), ElementsAre(button));
+      EXPECT_THAT(view_.Checked(), ElementsAre(button));
       EXPECT_THAT(view_.selections[kProfiles], Optional(static_cast<std::size_t>(profile)));
       ExpectSaved(dialog, FileOf(protocol, profile));
     }
@@ -160,9 +117,9 @@ TEST_F(PagerDialogTest, EditsTheNamedInstanceWithItsProtocolAndProfile) {
 TEST_F(PagerDialogTest, TakesAProtocolThatItDoesNotKnowForTap) {
   for (const std::string protocol : {"tap", "", "TAP ", "SMS", "ucp-sms"}) {
     files_.files["dir\\night"] = FileOf(protocol);
-    ModemInstanceDialog dialog = Edit("night");
+    InstanceDialog& dialog = Edit("night");
     dialog.Open();
-    EXPECT_THAT(Checked(), ElementsAre(kTap)) << protocol;
+    EXPECT_THAT(view_.Checked(), ElementsAre(kTap)) << protocol;
     ExpectSaved(dialog, FileOf("TAP"));
   }
 }
@@ -172,7 +129,7 @@ TEST_F(PagerDialogTest, SavesTheProtocolThatTheOperatorChecks) {
       {"NTT", kNtt}, {"UCP-SMS", kUcpSms}, {"SMS-TAP", kSmsTap}, {"TAP", kTap}};
   for (const auto& [protocol, button] : protocols) {
     files_.files["dir\\night"] = FileOf("SMS-TAP");
-    ModemInstanceDialog dialog = Edit("night");
+    InstanceDialog& dialog = Edit("night");
     dialog.Open();
     EXPECT_FALSE(dialog.modified());
     Check(dialog, button);
@@ -183,105 +140,82 @@ TEST_F(PagerDialogTest, SavesTheProtocolThatTheOperatorChecks) {
 
 TEST_F(PagerDialogTest, LeavesTheProtocolWhereNoneIsChecked) {
   files_.files["dir\\night"] = FileOf("tap");
-  ModemInstanceDialog dialog = Edit("night");
+  InstanceDialog& dialog = Edit("night");
   dialog.Open();
   view_.checks.clear();
   ExpectSaved(dialog, FileOf("tap"));
 }
 
 TEST_F(PagerDialogTest, TellsAndLogsWhenTheInstanceCannotBeLoaded) {
-  Edit("night").Open();
-  EXPECT_EQ(view_.title, "Edit Pager Instance");
-  EXPECT_THAT(view_.events, ElementsAre("message Error loading the instance file"));
-  EXPECT_THAT(host_.log, ElementsAre("night", " - Failed to load notification from disk.", "\r"));
+  ExpectLoadFailureTold("Edit Pager Instance");
   EXPECT_THAT(view_.texts, IsEmpty());
-  EXPECT_THAT(Checked(), ElementsAre(kTap));
+  EXPECT_THAT(view_.Checked(), ElementsAre(kTap));
   EXPECT_THAT(view_.selections[kProfiles], Optional(0U));
 }
 
 TEST_F(PagerDialogTest, KeepsAProfileThatItDoesNotOffer) {
   files_.files["dir\\night"] = FileOf("NTT", 5);
-  ModemInstanceDialog dialog = Edit("night");
+  InstanceDialog& dialog = Edit("night");
   dialog.Open();
   EXPECT_EQ(view_.selections[kProfiles], std::nullopt);
   ExpectSaved(dialog, FileOf("NTT", 5));
 }
 
 TEST_F(PagerDialogTest, WantsANameAndANumberAndNothingElse) {
-  ModemInstanceDialog dialog = Add();
+  InstanceDialog& dialog = Add();
   dialog.Open();
-  dialog.Press(STANDARD_OK);
-  EXPECT_THAT(view_.events,
+  EXPECT_THAT(PressOk(dialog),
               ElementsAre("message Invalid value - The 'Display Name' field must have a value",
                           "focus 222"));
   view_.texts[kName] = "night";
-  view_.events.clear();
-  dialog.Press(STANDARD_OK);
-  EXPECT_THAT(view_.events,
+  EXPECT_THAT(PressOk(dialog),
               ElementsAre("message Invalid value - The 'Pager Number' field must have a value.",
                           "focus 218"));
   EXPECT_THAT(files_.files, IsEmpty());
   view_.texts[kPagerNumber] = "1";
-  view_.events.clear();
-  dialog.Press(STANDARD_OK);
-  EXPECT_THAT(view_.events, ElementsAre("close"));
+  EXPECT_THAT(PressOk(dialog), ElementsAre("close"));
 }
 
 TEST_F(PagerDialogTest, RefusesANameThatIsTakenBeforeItLooksAtTheNumber) {
   files_.files["dir\\night"] = FileOf("TAP");
-  ModemInstanceDialog dialog = Add();
+  InstanceDialog& dialog = Add();
   dialog.Open();
   view_.texts[kName] = "night";
   dialog.Press(STANDARD_OK);
-  EXPECT_THAT(view_.events,
-              ElementsAre("message Instance name already exists.  Please choose another name "
-                          "[Invalid Instance Name]",
-                          "focus 222"));
+  EXPECT_THAT(view_.events, ElementsAre(kNameTaken, "focus 222"));
 }
 
 TEST_F(PagerDialogTest, OpensThePortSettingsOfTheSelectedProfile) {
   for (const auto& [subkey, text] : {std::pair("", "AT0"), {"\\02", "AT2"}, {"\\05", "AT5"}}) {
-    settings_.keys[kKey + subkey]["Settings_ModemString"] = {SettingType::kText, text};
+    Store(subkey, "Settings_ModemString", text);
   }
   files_.files["dir\\night"] = FileOf("TAP", 5);
-  std::string modem_string;
-  view_.in_shown_dialog = [&](Dialog& shown, FakeDialogView& view) {
-    EXPECT_EQ(shown.template_id(), 138);
-    modem_string = view.texts[kModemString];
-  };
-  ModemInstanceDialog dialog = Edit("night");
+  InstanceDialog& dialog = Edit("night");
   dialog.Open();
-  dialog.Press(kPortSettings);
-  EXPECT_EQ(modem_string, "AT5");
+  EXPECT_EQ(InPortSettings(dialog, kModemString), "AT5");
   Choose(dialog, 2);
-  dialog.Press(kPortSettings);
-  EXPECT_EQ(modem_string, "AT2");
+  EXPECT_EQ(InPortSettings(dialog, kModemString), "AT2");
   Choose(dialog, 0);
-  dialog.Press(kPortSettings);
-  EXPECT_EQ(modem_string, "AT0");
+  EXPECT_EQ(InPortSettings(dialog, kModemString), "AT0");
 }
 
 TEST_F(PagerDialogTest, SavesPortSettingsApartFromTheInstance) {
   files_.files["dir\\night"] = FileOf("TAP", 2);
-  view_.in_shown_dialog = [&](Dialog& shown, FakeDialogView& view) {
-    view.texts[kModemString] = "ATZ";
-    shown.Press(STANDARD_OK);
-  };
-  ModemInstanceDialog dialog = Edit("night");
+  InstanceDialog& dialog = Edit("night");
   dialog.Open();
-  dialog.Press(kPortSettings);
+  SaveInPortSettings(dialog, kModemString, "ATZ");
   dialog.Press(STANDARD_CANCEL);
-  EXPECT_EQ(settings_.keys[kKey + "\\02"]["Settings_ModemString"].data, "ATZ");
+  EXPECT_EQ(Stored("\\02", "Settings_ModemString"), "ATZ");
   EXPECT_EQ(files_.files["dir\\night"], FileOf("TAP", 2));
 }
 
 TEST_F(PagerDialogTest, WritesNoSettings) {
   files_.files["dir\\night"] = FileOf("TAP");
-  ModemInstanceDialog dialog = Edit("night");
+  InstanceDialog& dialog = Edit("night");
   dialog.Open();
   Choose(dialog, 2);
   ExpectSaved(dialog, FileOf("TAP", 2));
-  EXPECT_THAT(settings_.calls, Not(Contains(::testing::StartsWith("write"))));
+  ExpectNoSettingsWritten();
 }
 
 }  // namespace

@@ -36,7 +36,7 @@ TEST_F(PagerSettingsDialogTest, OpensWithTheDefaultsWhereNothingIsSet) {
   Dialog().Open();
   EXPECT_EQ(view_.title, "Alpha Pager ComPort Settings");
   EXPECT_THAT(view_.texts, ElementsAre(Pair(kModemString, "ATE0Q0V1X4")));
-  EXPECT_THAT(Checked(), ElementsAre(224, 227));
+  EXPECT_THAT(view_.Checked(), ElementsAre(224, 227));
 }
 
 TEST_F(PagerSettingsDialogTest, OpensWithWhatIsSetForTheProfile) {
@@ -46,7 +46,7 @@ TEST_F(PagerSettingsDialogTest, OpensWithWhatIsSetForTheProfile) {
                                 {"Settings_8N1", {SettingType::kText, "1"}}};
   Dialog(2).Open();
   EXPECT_THAT(view_.texts, ElementsAre(Pair(kModemString, "ATZ")));
-  EXPECT_THAT(Checked(), ElementsAre(k1200Baud, kCom4, k8N1));
+  EXPECT_THAT(view_.Checked(), ElementsAre(k1200Baud, kCom4, k8N1));
   EXPECT_THAT(view_.events, IsEmpty());
 }
 
@@ -59,17 +59,6 @@ TEST_F(PagerSettingsDialogTest, ChecksTheBoxForExactlyOne) {
     dialog.Press(STANDARD_OK);
     EXPECT_EQ(Stored("Settings_8N1"), "0") << text;
   }
-}
-
-TEST_F(PagerSettingsDialogTest, KeepsAPortAndARateForWhichItHasNoButton) {
-  Store("Settings_COMPort", "COM7");
-  Store("Settings_Baud", "9600");
-  PortSettingsDialog dialog = Dialog();
-  dialog.Open();
-  EXPECT_THAT(Checked(), IsEmpty());
-  dialog.Press(STANDARD_OK);
-  EXPECT_EQ(Stored("Settings_COMPort"), "COM7");
-  EXPECT_EQ(Stored("Settings_Baud"), "9600");
 }
 
 TEST_F(PagerSettingsDialogTest, WritesTheFourSettingsOfTheProfileInOrder) {
@@ -99,23 +88,6 @@ TEST_F(PagerSettingsDialogTest, TakesAModemStringOf1024Characters) {
   view_.texts[kModemString] = std::string(1500, 'x');
   dialog.Press(STANDARD_OK);
   EXPECT_EQ(Stored("Settings_ModemString"), std::string(1024, 'x'));
-}
-
-TEST_F(PagerSettingsDialogTest, WritesNothingOnCancel) {
-  PortSettingsDialog dialog = Dialog();
-  dialog.Open();
-  store_.calls.clear();
-  dialog.Press(STANDARD_CANCEL);
-  EXPECT_THAT(view_.events, ElementsAre("close"));
-  EXPECT_THAT(store_.calls, IsEmpty());
-}
-
-TEST_F(PagerSettingsDialogTest, StaysOpenAndTellsWhenTheSettingsCannotBeWritten) {
-  PortSettingsDialog dialog = Dialog();
-  dialog.Open();
-  store_.opens = false;
-  dialog.Press(STANDARD_OK);
-  EXPECT_THAT(view_.events, ElementsAre("message Error saving the port settings"));
 }
 
 }  // namespace

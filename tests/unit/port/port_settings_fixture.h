@@ -4,7 +4,6 @@
 
 #include <string>
 #include <utility>
-#include <vector>
 
 #include "port/modem_instance_dialog.h"
 #include "tests/unit/dialog/fake_dialog_view.h"
@@ -32,15 +31,6 @@ class PortSettingsFixture : public ::testing::Test {
     const StoredSetting& setting = store_.keys[key][name];
     EXPECT_EQ(setting.type, SettingType::kText);
     return setting.data;
-  }
-
-  // The buttons that are checked.
-  std::vector<int> Checked() {
-    std::vector<int> checked;
-    for (const auto& [control, is_checked] : view_.checks) {
-      if (is_checked) checked.push_back(control);
-    }
-    return checked;
   }
 
   const std::string key_;

@@ -9,9 +9,7 @@
 
 #include "instance/instance_codec.h"
 #include "smtp_mail/smtp_mail_description.h"
-#include "tests/unit/dialog/fake_dialog_view.h"
-#include "tests/unit/instance/fake_instance_files.h"
-#include "tests/unit/notifier/fake_notifier_host.h"
+#include "tests/unit/dialog/instance_dialog_fixture.h"
 #include "tests/unit/smtp_mail/network/fake_relay.h"
 
 namespace brantel {
@@ -29,7 +27,6 @@ constexpr int kSubject = 206;
 constexpr int kMessage = 201;
 constexpr int kHelp = 208;
 
-const std::string kNameMissing = "message Invalid value - The 'Name' field must have a value";
 const std::string kGatewayInvalid =
     "message Invalid value - The 'Mail Server' field must have a valid Internet Protocol (IP) "
     "address";
@@ -63,17 +60,10 @@ std::string FileOf(const std::string& gateway) {
   return EncodeInstance(kSMTPMail.instances, instance);
 }
 
-class SmtpMailDialogTest : public ::testing::Test {
+class SmtpMailDialogTest : public ClassDialogFixture {
  protected:
-  SmtpMailDialog Add() {
-    return {view_, files_, {.directory = "dir", .host = &host_}, network_, resolver_};
-  }
-  SmtpMailDialog Edit(const std::string& name) {
-    return {view_,
-            files_,
-            {"dir", InstanceArgument{std::u16string(name.begin(), name.end()), name}, &host_},
-            network_,
-            resolver_};
+  std::unique_ptr<InstanceDialog> Make(InstanceDialogCall call) override {
+    return std::make_unique<SmtpMailDialog>(view_, files_, std::move(call), network_, resolver_);
   }
 
   void EnterSamples() {
@@ -85,26 +75,13 @@ class SmtpMailDialogTest : public ::testing::Test {
     view_.texts[kMessage] = "First line\r\n\r\nLast line\r\n";
   }
 
-  // What OK leads to in the dialog.
-  std::vector<std::string> PressOk(SmtpMailDialog& dialog) {
-    view_.events.clear();
-    dialog.Press(STANDARD_OK);
-    return view_.events;
-  }
-
-  FakeDialogView view_;
-  FakeInstanceFiles files_;
-  FakeNotifierHost host_;
   FakeRelay network_;
   FakeNameResolver resolver_;
 };
 
 TEST_F(SmtpMailDialogTest, IsDialog112WithoutPicturesAndWithHelpAtTheContents) {
-  SmtpMailDialog dialog = Add();
-  EXPECT_EQ(dialog.template_id(), 112);
-  EXPECT_THAT(dialog.bitmap_buttons(), IsEmpty());
-  dialog.Press(kHelp);
-  dialog.Help();
+  ExpectDialog(112, 0, kHelp, "help contents");
+  dialog_->Help();
   EXPECT_THAT(view_.events, ElementsAre("help contents", "help contents"));
 }
 
@@ -135,11 +112,8 @@ TEST_F(SmtpMailDialogTest, EditsTheNamedInstance) {
 }
 
 TEST_F(SmtpMailDialogTest, TellsWhenTheInstanceCannotBeLoaded) {
-  Edit("night").Open();
-  EXPECT_EQ(view_.title, "Edit SMTP Instance");
-  EXPECT_THAT(view_.events, ElementsAre("message Error loading the instance file"));
+  ExpectLoadFailureTold("Edit SMTP Instance", "\r\n");
   EXPECT_THAT(view_.texts, IsEmpty());
-  EXPECT_THAT(host_.log, ElementsAre("night", " - Failed to load notification from disk.", "\r\n"));
 }
 
 TEST_F(SmtpMailDialogTest, LimitsTheNameAndTheServerAlone) {
@@ -152,15 +126,12 @@ TEST_F(SmtpMailDialogTest, LimitsTheNameAndTheServerAlone) {
 }
 
 TEST_F(SmtpMailDialogTest, WantsNameServerSenderAndRecipientsInThisOrder) {
-  SmtpMailDialog dialog = Add();
+  InstanceDialog& dialog = Add();
   dialog.Open();
   EXPECT_THAT(PressOk(dialog), ElementsAre(kNameMissing, "focus 203"));
   files_.files["dir\\taken"] = FileOf("192.0.2.25");
   view_.texts[kName] = "taken";
-  EXPECT_THAT(PressOk(dialog),
-              ElementsAre("message Instance name already exists.  Please choose another name "
-                          "[Invalid Instance Name]",
-                          "focus 203"));
+  EXPECT_THAT(PressOk(dialog), ElementsAre(kNameTaken, "focus 203"));
   view_.texts[kName] = "night";
   EXPECT_THAT(PressOk(dialog), ElementsAre(kGatewayInvalid, "focus 202"));
   view_.texts[kGateway] = "192.0.2.25";
@@ -174,7 +145,7 @@ TEST_F(SmtpMailDialogTest, WantsNameServerSenderAndRecipientsInThisOrder) {
 }
 
 TEST_F(SmtpMailDialogTest, SavesWhatWasEntered) {
-  SmtpMailDialog dialog = Add();
+  InstanceDialog& dialog = Add();
   dialog.Open();
   EnterSamples();
   EXPECT_THAT(PressOk(dialog), ElementsAre("close"));
@@ -182,7 +153,7 @@ TEST_F(SmtpMailDialogTest, SavesWhatWasEntered) {
 }
 
 TEST_F(SmtpMailDialogTest, SavesTextsOfAnyLength) {
-  SmtpMailDialog dialog = Add();
+  InstanceDialog& dialog = Add();
   dialog.Open();
   EnterSamples();
   view_.texts[kMessage] = std::string(40000, 'x');
@@ -193,7 +164,7 @@ TEST_F(SmtpMailDialogTest, SavesTextsOfAnyLength) {
 }
 
 TEST_F(SmtpMailDialogTest, NeedsNeitherSubjectNorMessage) {
-  SmtpMailDialog dialog = Add();
+  InstanceDialog& dialog = Add();
   dialog.Open();
   EnterSamples();
   view_.texts[kSubject] = view_.texts[kMessage] = "";
@@ -201,7 +172,7 @@ TEST_F(SmtpMailDialogTest, NeedsNeitherSubjectNorMessage) {
 }
 
 TEST_F(SmtpMailDialogTest, WantsAnAtSignInSenderAndRecipients) {
-  SmtpMailDialog dialog = Add();
+  InstanceDialog& dialog = Add();
   dialog.Open();
   EnterSamples();
   for (const std::string without : {"", "ops", "ops.example.com", " "}) {
@@ -217,7 +188,7 @@ TEST_F(SmtpMailDialogTest, WantsAnAtSignInSenderAndRecipients) {
 }
 
 TEST_F(SmtpMailDialogTest, LooksUpNoAddress) {
-  SmtpMailDialog dialog = Add();
+  InstanceDialog& dialog = Add();
   EnterSamples();
   resolver_.hosts["192.0.2.25"] = AddressOf({10, 0, 0, 1});
   EXPECT_THAT(PressOk(dialog), ElementsAre("close"));
@@ -232,7 +203,7 @@ TEST_F(SmtpMailDialogTest, SavesTheAddressOfAName) {
       {"mail", "10.20.30.40"}, {"zero", "0.0.0.0"}, {"high", "255.254.128.255"}};
   for (const auto& [name, address] : addresses) {
     files_.files.clear();
-    SmtpMailDialog dialog = Add();
+    InstanceDialog& dialog = Add();
     EnterSamples();
     view_.texts[kGateway] = name;
     EXPECT_THAT(PressOk(dialog), ElementsAre("close"));
@@ -243,7 +214,7 @@ TEST_F(SmtpMailDialogTest, SavesTheAddressOfAName) {
 TEST_F(SmtpMailDialogTest, LooksUpANameWhenItIsSavedAndOnlyThen) {
   files_.files["dir\\night"] = FileOf("mail");
   resolver_.hosts["mail"] = AddressOf({10, 20, 30, 40});
-  SmtpMailDialog dialog = Edit("night");
+  InstanceDialog& dialog = Edit("night");
   dialog.Open();
   dialog.Change(kGateway);
   EXPECT_THAT(resolver_.questions, IsEmpty());
@@ -254,7 +225,7 @@ TEST_F(SmtpMailDialogTest, LooksUpANameWhenItIsSavedAndOnlyThen) {
 
 TEST_F(SmtpMailDialogTest, ShowsTheAddressAlsoWhenAnotherFieldIsRefused) {
   resolver_.hosts["mail"] = AddressOf({10, 20, 30, 40});
-  SmtpMailDialog dialog = Add();
+  InstanceDialog& dialog = Add();
   EnterSamples();
   view_.texts[kGateway] = "mail";
   view_.texts[kFrom] = "";
@@ -263,7 +234,7 @@ TEST_F(SmtpMailDialogTest, ShowsTheAddressAlsoWhenAnotherFieldIsRefused) {
 }
 
 TEST_F(SmtpMailDialogTest, RefusesANameThatNobodyKnows) {
-  SmtpMailDialog dialog = Add();
+  InstanceDialog& dialog = Add();
   EnterSamples();
   for (const std::string unknown : {"mail", " ", "192.0.2.256"}) {
     view_.texts[kGateway] = unknown;
@@ -279,7 +250,7 @@ TEST_F(SmtpMailDialogTest, RefusesANameThatNobodyKnows) {
 
 TEST_F(SmtpMailDialogTest, ReadsNoMoreThan512BytesOfTheServer) {
   resolver_.hosts[std::string(512, 'x')] = AddressOf({10, 20, 30, 40});
-  SmtpMailDialog dialog = Add();
+  InstanceDialog& dialog = Add();
   EnterSamples();
   view_.texts[kGateway] = std::string(600, 'x');
   EXPECT_THAT(PressOk(dialog), ElementsAre("close"));
@@ -288,7 +259,7 @@ TEST_F(SmtpMailDialogTest, ReadsNoMoreThan512BytesOfTheServer) {
 
 TEST_F(SmtpMailDialogTest, RenamesAnInstance) {
   files_.files["dir\\night"] = FileOf("192.0.2.25");
-  SmtpMailDialog dialog = Edit("night");
+  InstanceDialog& dialog = Edit("night");
   dialog.Open();
   view_.texts[kName] = "day";
   EXPECT_THAT(PressOk(dialog), ElementsAre("close"));
@@ -297,7 +268,7 @@ TEST_F(SmtpMailDialogTest, RenamesAnInstance) {
 
 TEST_F(SmtpMailDialogTest, IsModifiedByEachOfItsFields) {
   for (const int control : {kName, kGateway, kTo, kFrom, kSubject, kMessage}) {
-    SmtpMailDialog dialog = Add();
+    InstanceDialog& dialog = Add();
     dialog.Open();
     EXPECT_FALSE(dialog.modified());
     dialog.Change(control);

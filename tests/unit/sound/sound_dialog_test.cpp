@@ -5,10 +5,8 @@
 
 #include "instance/instance_codec.h"
 #include "sound/sound_description.h"
-#include "tests/unit/dialog/fake_dialog_view.h"
 #include "tests/unit/dialog/fake_recorder_system.h"
-#include "tests/unit/instance/fake_instance_files.h"
-#include "tests/unit/notifier/fake_notifier_host.h"
+#include "tests/unit/dialog/instance_dialog_fixture.h"
 
 namespace brantel {
 namespace {
@@ -29,28 +27,17 @@ std::string FileOf(const std::string& wave, std::int32_t continuous) {
   return EncodeInstance(kSound.instances, instance);
 }
 
-class SoundDialogTest : public ::testing::Test {
+class SoundDialogTest : public ClassDialogFixture {
  protected:
-  SoundDialog Add() { return {view_, files_, {.directory = "dir", .host = &host_}, system_}; }
-  SoundDialog Edit(const std::string& name) {
-    return {view_,
-            files_,
-            {"dir", InstanceArgument{std::u16string(name.begin(), name.end()), name}, &host_},
-            system_};
+  std::unique_ptr<InstanceDialog> Make(InstanceDialogCall call) override {
+    return std::make_unique<SoundDialog>(view_, files_, std::move(call), system_);
   }
 
-  FakeDialogView view_;
-  FakeInstanceFiles files_;
-  FakeNotifierHost host_;
   FakeRecorderSystem system_;
 };
 
 TEST_F(SoundDialogTest, IsDialog206WithItsPicturesAndHelp) {
-  SoundDialog dialog = Add();
-  EXPECT_EQ(dialog.template_id(), 206);
-  EXPECT_EQ(dialog.bitmap_buttons().size(), 2U);
-  dialog.Press(STANDARD_HELP);
-  EXPECT_THAT(view_.events, ElementsAre("help 131195"));
+  ExpectDialog(206, 2, STANDARD_HELP, "help 131195");
 }
 
 TEST_F(SoundDialogTest, AddsFromTheDefaultInstance) {
@@ -64,10 +51,7 @@ TEST_F(SoundDialogTest, AddsFromTheDefaultInstance) {
 }
 
 TEST_F(SoundDialogTest, OnlyLogsAMissingDefaultInstance) {
-  Add().Open();
-  EXPECT_EQ(view_.title, "Add Sound Instance");
-  EXPECT_THAT(host_.log, ElementsAre("Default", " - Failed to load notification from disk.", "\r"));
-  EXPECT_THAT(view_.events, IsEmpty());
+  ExpectMissingDefaultOnlyLogged("Add Sound Instance", "Default");
 }
 
 TEST_F(SoundDialogTest, EditsTheNamedInstance) {
@@ -81,23 +65,18 @@ TEST_F(SoundDialogTest, EditsTheNamedInstance) {
 }
 
 TEST_F(SoundDialogTest, LogsAndShowsAnInstanceThatCannotBeEdited) {
-  Edit("night").Open();
-  EXPECT_EQ(view_.title, "Edit Sound Instance");
-  EXPECT_THAT(host_.log, ElementsAre("night", " - Failed to load notification from disk.", "\r"));
-  EXPECT_THAT(view_.events, ElementsAre("message Error loading the instance file"));
+  ExpectLoadFailureTold("Edit Sound Instance");
   EXPECT_THAT(view_.texts, IsEmpty());
 }
 
 TEST_F(SoundDialogTest, PutsTheFocusOnTheNameThatIsMissing) {
-  SoundDialog dialog = Add();
+  InstanceDialog& dialog = Add();
   dialog.Press(STANDARD_OK);
-  EXPECT_THAT(
-      view_.events,
-      ElementsAre("message Invalid value - The 'Name' field must have a value", "focus 203"));
+  EXPECT_THAT(view_.events, ElementsAre(kNameMissing, "focus 203"));
 }
 
 TEST_F(SoundDialogTest, WantsAFilename) {
-  SoundDialog dialog = Add();
+  InstanceDialog& dialog = Add();
   view_.texts[kName] = "night";
   dialog.Press(STANDARD_OK);
   EXPECT_THAT(
@@ -106,7 +85,7 @@ TEST_F(SoundDialogTest, WantsAFilename) {
 }
 
 TEST_F(SoundDialogTest, SavesWhatWasEntered) {
-  SoundDialog dialog = Add();
+  InstanceDialog& dialog = Add();
   view_.texts = {{kName, "night"}, {kFilename, "C:\\bell.wav"}};
   for (const bool checked : {false, true}) {
     view_.checks[kContinuous] = checked;
@@ -118,7 +97,7 @@ TEST_F(SoundDialogTest, SavesWhatWasEntered) {
 }
 
 TEST_F(SoundDialogTest, BrowsesForAWaveFile) {
-  SoundDialog dialog = Add();
+  InstanceDialog& dialog = Add();
   view_.texts[kFilename] = "old.wav";
   dialog.Press(kBrowse);
   EXPECT_EQ(view_.texts[kFilename], "old.wav");
@@ -130,7 +109,7 @@ TEST_F(SoundDialogTest, BrowsesForAWaveFile) {
 }
 
 TEST_F(SoundDialogTest, OffersToBrowseFromNoMoreThan511Bytes) {
-  SoundDialog dialog = Add();
+  InstanceDialog& dialog = Add();
   view_.texts[kFilename] = std::string(600, 'x');
   dialog.Press(kBrowse);
   EXPECT_THAT(view_.events, ElementsAre("choose file 353 *.wav from " + std::string(511, 'x')));
@@ -138,7 +117,7 @@ TEST_F(SoundDialogTest, OffersToBrowseFromNoMoreThan511Bytes) {
 
 TEST_F(SoundDialogTest, RecordsIntoTheNamedFile) {
   system_.configured = "recorder.exe";
-  SoundDialog dialog = Add();
+  InstanceDialog& dialog = Add();
   view_.texts[kFilename] = "C:\\new.wav";
   dialog.Press(kRecord);
   EXPECT_THAT(system_.command_lines, ElementsAre("recorder.exe C:\\new.wav"));
@@ -146,7 +125,7 @@ TEST_F(SoundDialogTest, RecordsIntoTheNamedFile) {
 }
 
 TEST_F(SoundDialogTest, RecordsIntoAFileOf512Bytes) {
-  SoundDialog dialog = Add();
+  InstanceDialog& dialog = Add();
   view_.texts[kFilename] = std::string(513, 'x');
   dialog.Press(kRecord);
   EXPECT_THAT(system_.command_lines,
@@ -155,15 +134,15 @@ TEST_F(SoundDialogTest, RecordsIntoAFileOf512Bytes) {
 
 TEST_F(SoundDialogTest, IsModifiedByItsControlsAlone) {
   for (const int control : {kName, kFilename}) {
-    SoundDialog dialog = Add();
+    InstanceDialog& dialog = Add();
     dialog.Change(control);
     EXPECT_TRUE(dialog.modified()) << control;
   }
-  SoundDialog checked = Add();
+  InstanceDialog& checked = Add();
   checked.Press(kContinuous);
   EXPECT_TRUE(checked.modified());
 
-  SoundDialog untouched = Add();
+  InstanceDialog& untouched = Add();
   for (const int button : {kBrowse, kRecord, STANDARD_HELP, STANDARD_OK})
     untouched.Press(button);
   EXPECT_FALSE(untouched.modified());

@@ -6,10 +6,8 @@
 #include <array>
 
 #include "instance/instance_codec.h"
-#include "tests/unit/dialog/fake_dialog_view.h"
 #include "tests/unit/dialog/fake_recorder_system.h"
-#include "tests/unit/instance/fake_instance_files.h"
-#include "tests/unit/notifier/fake_notifier_host.h"
+#include "tests/unit/dialog/instance_dialog_fixture.h"
 #include "voice/voice_description.h"
 
 namespace brantel {
@@ -58,35 +56,25 @@ const std::map<int, std::string> kSampleTexts = {
     {234, "service_up.wav"},
 };
 
-class VoiceDialogTest : public ::testing::Test {
+class VoiceDialogTest : public ClassDialogFixture {
  protected:
-  VoiceDialog Add() { return {view_, files_, {.directory = "dir", .host = &host_}, system_}; }
-  VoiceDialog Edit(const std::string& name) {
-    return {view_,
-            files_,
-            {"dir", InstanceArgument{std::u16string(name.begin(), name.end()), name}, &host_},
-            system_};
+  std::unique_ptr<InstanceDialog> Make(InstanceDialogCall call) override {
+    return std::make_unique<VoiceDialog>(view_, files_, std::move(call), system_);
   }
 
-  FakeDialogView view_;
-  FakeInstanceFiles files_;
-  FakeNotifierHost host_;
   FakeRecorderSystem system_;
 };
 
 TEST_F(VoiceDialogTest, IsDialog140WithItsPicturesAndHelp) {
-  VoiceDialog dialog = Add();
-  EXPECT_EQ(dialog.template_id(), 140);
+  ExpectDialog(140, 10, STANDARD_HELP, "help 131476");
   std::vector<std::pair<int, int>> pictures;
-  for (const BitmapButton& button : dialog.bitmap_buttons()) {
+  for (const BitmapButton& button : dialog_->bitmap_buttons()) {
     pictures.emplace_back(button.control, button.bitmap_id);
   }
   EXPECT_THAT(pictures,
               UnorderedElementsAre(Pair(221, 301), Pair(222, 301), Pair(225, 301), Pair(224, 301),
                                    Pair(226, 301), Pair(235, 302), Pair(236, 302), Pair(237, 302),
                                    Pair(238, 302), Pair(239, 302)));
-  dialog.Press(STANDARD_HELP);
-  EXPECT_THAT(view_.events, ElementsAre("help 131476"));
 }
 
 TEST_F(VoiceDialogTest, AddsFromTheDefaultInstance) {
@@ -98,15 +86,11 @@ TEST_F(VoiceDialogTest, AddsFromTheDefaultInstance) {
 }
 
 TEST_F(VoiceDialogTest, OnlyLogsAMissingDefaultInstance) {
-  Add().Open();
-  EXPECT_EQ(view_.title, "Add Voice Instance");
-  EXPECT_THAT(host_.log,
-              ElementsAre("Default Voice", " - Failed to load notification from disk.", "\r"));
-  EXPECT_THAT(view_.events, IsEmpty());
+  ExpectMissingDefaultOnlyLogged("Add Voice Instance", "Default Voice");
 }
 
 TEST_F(VoiceDialogTest, ShowsZeroForTheNumbersOfANewInstanceWithoutADefault) {
-  VoiceDialog dialog = Add();
+  InstanceDialog& dialog = Add();
   dialog.Open();
   EXPECT_TRUE(view_.texts.contains(kCount));
   EXPECT_TRUE(view_.texts.contains(kButton));
@@ -126,14 +110,12 @@ TEST_F(VoiceDialogTest, EditsTheNamedInstance) {
 }
 
 TEST_F(VoiceDialogTest, LogsAndShowsAnInstanceThatCannotBeEdited) {
-  Edit("night").Open();
-  EXPECT_THAT(host_.log, ElementsAre("night", " - Failed to load notification from disk.", "\r"));
-  EXPECT_THAT(view_.events, ElementsAre("message Error loading the instance file"));
+  ExpectLoadFailureTold("Edit Voice Instance");
   EXPECT_THAT(view_.texts, IsEmpty());
 }
 
 TEST_F(VoiceDialogTest, ChecksTheNameAndThenThePhoneNumber) {
-  VoiceDialog dialog = Add();
+  InstanceDialog& dialog = Add();
   dialog.Press(STANDARD_OK);
   view_.texts[kName] = "night";
   files_.files["dir\\night"] = "";
@@ -142,16 +124,13 @@ TEST_F(VoiceDialogTest, ChecksTheNameAndThenThePhoneNumber) {
   dialog.Press(STANDARD_OK);
   EXPECT_THAT(
       view_.events,
-      ElementsAre("message Invalid value - The 'Name' field must have a value", "focus 223",
-                  "message Instance name already exists.  Please choose another name [Invalid "
-                  "Instance Name]",
-                  "focus 223", "message Invalid value - The 'Phone' field must have a value.",
-                  "focus 219"));
+      ElementsAre(kNameMissing, "focus 223", kNameTaken, "focus 223",
+                  "message Invalid value - The 'Phone' field must have a value.", "focus 219"));
   EXPECT_THAT(files_.files, IsEmpty());
 }
 
 TEST_F(VoiceDialogTest, SavesWhatWasEntered) {
-  VoiceDialog dialog = Add();
+  InstanceDialog& dialog = Add();
   view_.texts = kSampleTexts;
   view_.texts[kName] = "night";
   dialog.Press(STANDARD_OK);
@@ -162,7 +141,7 @@ TEST_F(VoiceDialogTest, SavesWhatWasEntered) {
 }
 
 TEST_F(VoiceDialogTest, NeedsAPhoneNumberAlone) {
-  VoiceDialog dialog = Add();
+  InstanceDialog& dialog = Add();
   view_.texts = {{kName, "night"}, {kPhone, "1"}};
   dialog.Press(STANDARD_OK);
   Instance expected(8);
@@ -178,7 +157,7 @@ TEST_F(VoiceDialogTest, ReadsAnyNumberAndNothingElseForOne) {
   constexpr Number kNumbers[] = {{"0", 0},    {"12", 12}, {"-1", -1},     {"98", 98},
                                  {"five", 0}, {"", 0},    {"7 times", 0}, {"*", 0}};
   for (const auto& [text, number] : kNumbers) {
-    VoiceDialog dialog = Add();
+    InstanceDialog& dialog = Add();
     files_.files.clear();
     view_.texts = {{kName, "night"}, {kPhone, "1"}, {kCount, text}, {kButton, text}};
     dialog.Press(STANDARD_OK);
@@ -190,7 +169,7 @@ TEST_F(VoiceDialogTest, ReadsAnyNumberAndNothingElseForOne) {
 }
 
 TEST_F(VoiceDialogTest, TellsWhenTheFileCannotBeSaved) {
-  VoiceDialog dialog = Add();
+  InstanceDialog& dialog = Add();
   view_.texts = {{kName, "night"}, {kPhone, "1"}};
   files_.held.insert("dir\\night");
   dialog.Press(STANDARD_OK);
@@ -199,7 +178,7 @@ TEST_F(VoiceDialogTest, TellsWhenTheFileCannotBeSaved) {
 
 TEST_F(VoiceDialogTest, BrowsesForTheFileOfEachRow) {
   for (const WaveRow& row : kWaveRows) {
-    VoiceDialog dialog = Add();
+    InstanceDialog& dialog = Add();
     view_ = {};
     view_.texts[row.edit] = std::string(600, 'x');
     view_.chosen_file = "C:\\new.wav";
@@ -215,7 +194,7 @@ TEST_F(VoiceDialogTest, BrowsesForTheFileOfEachRow) {
 TEST_F(VoiceDialogTest, RecordsTheFileOfEachRow) {
   system_.configured = "recorder.exe";
   for (const WaveRow& row : kWaveRows) {
-    VoiceDialog dialog = Add();
+    InstanceDialog& dialog = Add();
     view_.texts = {{row.edit, "row" + std::to_string(row.edit) + ".wav"}};
     dialog.Press(row.record);
     EXPECT_EQ(system_.command_lines.back(), "recorder.exe row" + std::to_string(row.edit) + ".wav");
@@ -225,13 +204,13 @@ TEST_F(VoiceDialogTest, RecordsTheFileOfEachRow) {
 }
 
 TEST_F(VoiceDialogTest, RecordsIntoAnEmptyRowWithAnEmptyArgument) {
-  VoiceDialog dialog = Add();
+  InstanceDialog& dialog = Add();
   dialog.Press(236);
   EXPECT_THAT(system_.command_lines, ElementsAre("C:\\WINDOWS\\system32\\sndrec32.exe "));
 }
 
 TEST_F(VoiceDialogTest, RecordsIntoAFileOf511Bytes) {
-  VoiceDialog dialog = Add();
+  InstanceDialog& dialog = Add();
   view_.texts[kRepeat] = std::string(512, 'x');
   dialog.Press(235);
   EXPECT_THAT(system_.command_lines,
@@ -240,18 +219,18 @@ TEST_F(VoiceDialogTest, RecordsIntoAFileOf511Bytes) {
 
 TEST_F(VoiceDialogTest, TellsWhenTheRecorderCannotBeStarted) {
   system_.succeeds = false;
-  VoiceDialog dialog = Add();
+  InstanceDialog& dialog = Add();
   dialog.Press(239);
   EXPECT_THAT(view_.events, ElementsAre("message Error starting the sound recorder"));
 }
 
 TEST_F(VoiceDialogTest, IsModifiedByItsEditsAlone) {
   for (const int control : {223, 219, 220, 229, 230, 231, 232, 233, 234}) {
-    VoiceDialog dialog = Add();
+    InstanceDialog& dialog = Add();
     dialog.Change(control);
     EXPECT_TRUE(dialog.modified()) << control;
   }
-  VoiceDialog untouched = Add();
+  InstanceDialog& untouched = Add();
   for (const WaveRow& row : kWaveRows) {
     untouched.Press(row.browse);
     untouched.Press(row.record);

@@ -3,14 +3,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <optional>
 #include <string>
 #include <vector>
 
 #include "instance/instance_codec.h"
-#include "tests/unit/dialog/fake_dialog_view.h"
-#include "tests/unit/instance/fake_instance_files.h"
-#include "tests/unit/notifier/fake_notifier_host.h"
+#include "tests/unit/dialog/instance_dialog_fixture.h"
 #include "tests/unit/win_popup/fake_network.h"
 #include "tests/unit/win_popup/fake_network_system.h"
 #include "win_popup/win_popup_description.h"
@@ -46,18 +43,11 @@ std::string FileOf(const std::string& destination, const std::string& message) {
   return EncodeInstance(kWinPopup.instances, instance);
 }
 
-class WinPopupDialogTest : public ::testing::Test {
+class WinPopupDialogTest : public ClassDialogFixture {
  protected:
-  WinPopupDialog& Add() {
-    return dialog_.emplace(view_, files_, InstanceDialogCall{.directory = "dir", .host = &host_},
-                           DestinationSources{system_, network_, workers_});
-  }
-  WinPopupDialog& Edit(const std::string& name) {
-    return dialog_.emplace(
-        view_, files_,
-        InstanceDialogCall{"dir", InstanceArgument{std::u16string(name.begin(), name.end()), name},
-                           &host_},
-        DestinationSources{system_, network_, workers_});
+  std::unique_ptr<InstanceDialog> Make(InstanceDialogCall call) override {
+    return std::make_unique<WinPopupDialog>(view_, files_, std::move(call),
+                                            DestinationSources{system_, network_, workers_});
   }
 
   void Enter(const std::string& name, const std::string& destination, const std::string& message) {
@@ -66,28 +56,13 @@ class WinPopupDialogTest : public ::testing::Test {
     view_.texts[kMessageEdit] = message;
   }
 
-  // What OK leads to.
-  std::vector<std::string> Accept() {
-    view_.events.clear();
-    dialog_->Press(STANDARD_OK);
-    return view_.events;
-  }
-
-  FakeDialogView view_;
-  FakeInstanceFiles files_;
-  FakeNotifierHost host_;
   FakeNetworkSystem system_;
   FakeNetwork network_;
   FakeWorkerThreads workers_;
-  std::optional<WinPopupDialog> dialog_;
 };
 
 TEST_F(WinPopupDialogTest, IsDialog116WithTheHelpFilesContents) {
-  WinPopupDialog& dialog = Add();
-  EXPECT_EQ(dialog.template_id(), 116);
-  EXPECT_THAT(dialog.bitmap_buttons(), IsEmpty());
-  dialog.Press(STANDARD_HELP);
-  EXPECT_THAT(view_.events, ElementsAre("help contents"));
+  ExpectDialog(116, 0, STANDARD_HELP, "help contents");
 }
 
 TEST_F(WinPopupDialogTest, AddsFromNothing) {
@@ -109,32 +84,25 @@ TEST_F(WinPopupDialogTest, EditsWhatIsStored) {
 }
 
 TEST_F(WinPopupDialogTest, TellsWhenTheInstanceCannotBeLoaded) {
-  Edit("night").Open();
-  EXPECT_THAT(view_.events, ElementsAre("message Error loading the instance file"));
-  EXPECT_EQ(view_.title, "Edit WinPopup Instance");
-  EXPECT_THAT(host_.log, ElementsAre("night", " - Failed to load notification from disk.", "\r\n"));
+  ExpectLoadFailureTold("Edit WinPopup Instance", "\r\n");
 }
 
 TEST_F(WinPopupDialogTest, ChecksTheNameThenTheFieldsThenWhetherTheNameIsTaken) {
   files_.files["dir\\night"] = FileOf("pc9", "down");
   Add().Open();
-  EXPECT_THAT(Accept(), ElementsAre("message Invalid value - The 'Name' field must have a value",
-                                    "focus 203"));
+  EXPECT_THAT(PressOk(*dialog_), ElementsAre(kNameMissing, "focus 203"));
   view_.texts[kName] = "night";
-  EXPECT_THAT(Accept(),
+  EXPECT_THAT(PressOk(*dialog_),
               ElementsAre("message Invalid value - The 'Destination' field must have a value.",
                           "focus 215"));
   view_.texts[kDestination] = "pc9";
   EXPECT_THAT(
-      Accept(),
+      PressOk(*dialog_),
       ElementsAre("message Invalid value - The 'Message' field must have a value.", "focus 201"));
   view_.texts[kMessageEdit] = "up";
-  EXPECT_THAT(Accept(),
-              ElementsAre("message Instance name already exists.  Please choose another name "
-                          "[Invalid Instance Name]",
-                          "focus 203"));
+  EXPECT_THAT(PressOk(*dialog_), ElementsAre(kNameTaken, "focus 203"));
   view_.texts[kName] = "day";
-  EXPECT_THAT(Accept(), ElementsAre("close"));
+  EXPECT_THAT(PressOk(*dialog_), ElementsAre("close"));
   EXPECT_EQ(files_.files["dir\\day"], FileOf("pc9", "up"));
   EXPECT_EQ(dialog_->saved_name(), "day");
 }
@@ -142,7 +110,7 @@ TEST_F(WinPopupDialogTest, ChecksTheNameThenTheFieldsThenWhetherTheNameIsTaken) 
 TEST_F(WinPopupDialogTest, TakesThisComputerForADestination) {
   Add().Open();
   Enter("night", "(local)", "down");
-  EXPECT_THAT(Accept(), ElementsAre("close"));
+  EXPECT_THAT(PressOk(*dialog_), ElementsAre("close"));
   EXPECT_EQ(files_.files["dir\\night"], FileOf("(local)", "down"));
 }
 
@@ -150,14 +118,14 @@ TEST_F(WinPopupDialogTest, StaysOpenWhenTheInstanceCannotBeSaved) {
   Add().Open();
   Enter("night", "pc9", "down");
   files_.held = {"dir\\night"};
-  EXPECT_THAT(Accept(), ElementsAre("message Error saving instance file"));
+  EXPECT_THAT(PressOk(*dialog_), ElementsAre("message Error saving instance file"));
 }
 
 TEST_F(WinPopupDialogTest, RenamesAnInstance) {
   files_.files["dir\\night"] = FileOf("pc9", "down");
   Edit("night").Open();
   view_.texts[kName] = "day";
-  EXPECT_THAT(Accept(), ElementsAre("close"));
+  EXPECT_THAT(PressOk(*dialog_), ElementsAre("close"));
   EXPECT_EQ(files_.files.size(), 1U);
   EXPECT_EQ(files_.files["dir\\day"], FileOf("pc9", "down"));
 }
@@ -165,7 +133,7 @@ TEST_F(WinPopupDialogTest, RenamesAnInstance) {
 TEST_F(WinPopupDialogTest, TakesTextsOfAnyLength) {
   Add().Open();
   Enter("night", std::string(3000, 'd'), std::string(5000, 'm'));
-  EXPECT_THAT(Accept(), ElementsAre("close"));
+  EXPECT_THAT(PressOk(*dialog_), ElementsAre("close"));
   EXPECT_EQ(files_.files["dir\\night"], FileOf(std::string(3000, 'd'), std::string(5000, 'm')));
 }
 
