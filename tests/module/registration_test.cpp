@@ -40,7 +40,7 @@ struct ExpectedKeys {
   std::string_view clsid;
 };
 
-constexpr std::array<ExpectedKeys, 7> kExpectedKeys = {{
+constexpr std::array<ExpectedKeys, kExpectedClasses.size()> kExpectedKeys = {{
     {R"(@ = 'SMTPMail Class'
 CLSID
   @ = '{4D03ADA6-067C-79C7-B3CD-B7D9C4293BF5}'
@@ -324,7 +324,7 @@ TEST_F(Registration, MakesTheTypeLibraryKnown) {
 
   ASSERT_EQ(module_.RegisterServer(), S_OK);
   EXPECT_EQ(LoadRegTypeLib(library_id, 1, 0, LOCALE_NEUTRAL, library.put()), S_OK);
-  EXPECT_EQ(library->GetTypeInfoCount(), 7U);
+  EXPECT_EQ(library->GetTypeInfoCount(), kExpectedClasses.size());
   EXPECT_EQ(NamesBelow(kLibraryKey), std::vector<std::wstring>{L"1.0"});
   EXPECT_EQ(DumpTree(HKEY_CLASSES_ROOT, kLibraryKey + L"\\1.0\\0\\win32"),
             WithModulePath("@ = '<module>'\n", ModuleFile()));
