@@ -20,6 +20,18 @@ DEMO_PROGRAM = BUILD / "host" / "demo_program" / "demo_program.exe"
 DIALOG_OPERATOR = BUILD / "tests" / "host" / "dialog_operator" / "dialog_operator.exe"
 STAND_IN_MODULE = BUILD / "tests" / "host" / "stand_in_module" / "stand_in_module.dll"
 
+# The classes in their order, with their CLSIDs, and their names as messages list them.
+CLASSES = [
+    ("SMTPMail", "{4D03ADA6-067C-79C7-B3CD-B7D9C4293BF5}"),
+    ("Sound", "{A93D5106-D415-9AE1-2956-2D685A03A67B}"),
+    ("WinPopup", "{B28A7D4D-B389-C787-CCC0-A0F773C8FC73}"),
+    ("LaunchProgram", "{313E5016-EB2E-F2DD-BDB6-184EFE00A5D3}"),
+    ("Beeper", "{E0F08BCF-0BD9-3D64-842A-2FCEAE91F17E}"),
+    ("Pager", "{2669D42E-142D-8B34-EAC1-28B07EB3EABA}"),
+    ("Voice", "{DEE8A963-837B-D33C-C75D-B637B7CCFCA2}"),
+]
+CLASS_NAMES = ", ".join(name for name, _ in CLASSES)
+
 LAUNCH_PROGRAM_MAGIC = magic("ECEC7E6C-8E18-4CA2-C56F-5334C2BD7945")
 
 

@@ -4,20 +4,8 @@ import shutil
 
 import pytest
 
-from conftest import Notifyhost
+from conftest import CLASS_NAMES, CLASSES, Notifyhost
 from windows_programs import MODULE, windows_path
-
-NAMES = "SMTPMail, Sound, WinPopup, LaunchProgram, Beeper, Pager, Voice"
-
-CLASSES = [
-    ("SMTPMail", "{4D03ADA6-067C-79C7-B3CD-B7D9C4293BF5}"),
-    ("Sound", "{A93D5106-D415-9AE1-2956-2D685A03A67B}"),
-    ("WinPopup", "{B28A7D4D-B389-C787-CCC0-A0F773C8FC73}"),
-    ("LaunchProgram", "{313E5016-EB2E-F2DD-BDB6-184EFE00A5D3}"),
-    ("Beeper", "{E0F08BCF-0BD9-3D64-842A-2FCEAE91F17E}"),
-    ("Pager", "{2669D42E-142D-8B34-EAC1-28B07EB3EABA}"),
-    ("Voice", "{DEE8A963-837B-D33C-C75D-B637B7CCFCA2}"),
-]
 
 
 def class_table(module: str, registered: str) -> str:
@@ -41,12 +29,12 @@ def test_register_and_unregister(notifyhost):
     for _ in range(2):
         outcome = notifyhost("register")
         assert (outcome.exit_code, outcome.errors) == (0, "")
-        assert outcome.output == f"Registered {module}\nwith the classes {NAMES}.\n"
+        assert outcome.output == f"Registered {module}\nwith the classes {CLASS_NAMES}.\n"
         assert notifyhost("classes").output == class_table(module, "yes")
     for _ in range(2):
         outcome = notifyhost("unregister")
         assert (outcome.exit_code, outcome.errors) == (0, "")
-        assert outcome.output == f"Unregistered {module}\nwith the classes {NAMES}.\n"
+        assert outcome.output == f"Unregistered {module}\nwith the classes {CLASS_NAMES}.\n"
         assert notifyhost("classes").output == class_table(module, "no")
 
 
@@ -60,7 +48,7 @@ def test_module_in_another_place(notifyhost, tmp_path):
 
     outcome = notifyhost("--module", relative_path, "register")
     assert (outcome.exit_code, outcome.errors) == (0, "")
-    assert outcome.output == f"Registered {full_path}\nwith the classes {NAMES}.\n"
+    assert outcome.output == f"Registered {full_path}\nwith the classes {CLASS_NAMES}.\n"
     assert notifyhost("classes", "--module", relative_path).output == class_table(full_path, "yes")
     assert notifyhost("classes").output == class_table(windows_path(MODULE), f"as {full_path}")
     assert notifyhost("unregister", "--module", relative_path).exit_code == 0

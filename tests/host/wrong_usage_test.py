@@ -2,6 +2,7 @@
 
 import pytest
 
+from conftest import CLASS_NAMES
 from windows_programs import windows_path
 
 COMMANDS = ("the commands are classes, register, unregister, send, add, edit, instances, show, new "
@@ -9,7 +10,6 @@ COMMANDS = ("the commands are classes, register, unregister, send, add, edit, in
 EVENTS = ("it takes item-up, item-down, service-up, service-down, trap, none, "
           "or a number from 0 to 0xFFFFFFFF")
 FORM = "is not of the form LETTER=VALUE"
-CLASSES = "the classes are SMTPMail, Sound, WinPopup, LaunchProgram, Beeper, Pager, Voice"
 
 # Arguments, the message, and the command whose help is pointed out.
 WRONG_USAGES = [
@@ -96,7 +96,7 @@ def test_wrong_usage_names_the_argument(notifyhost, arguments, message, command)
 
 
 def unknown_class(class_name: str) -> str:
-    return f"notifyhost: CLASS: '{class_name}' is not a notifier class; {CLASSES}\n"
+    return f"notifyhost: CLASS: '{class_name}' is not a notifier class; the classes are {CLASS_NAMES}\n"
 
 
 @pytest.mark.parametrize("class_name", ["Fax", "", "Beeper.1", "Zürich☎"])
