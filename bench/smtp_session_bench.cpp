@@ -49,25 +49,31 @@ class PosixMailSocket final : public MailSocket {
     SetNoDelay(socket_, small_sends_);
     return socket_ >= 0;
   }
-  int Send(std::string_view bytes) override {
-    return static_cast<int>(send(socket_, bytes.data(), bytes.size(), 0));
+  Outcome<std::size_t> Send(std::string_view bytes) override {
+    return Count(send(socket_, bytes.data(), bytes.size(), 0));
   }
   void PumpMessages() override {}
-  Readiness WaitForData(std::uint32_t milliseconds) override {
+  Outcome<Readiness> WaitForData(std::uint32_t milliseconds) override {
     fd_set readable;
     FD_ZERO(&readable);
     FD_SET(socket_, &readable);
     timeval timeout{milliseconds / 1000, milliseconds % 1000 * 1000};
     const int ready = select(socket_ + 1, &readable, nullptr, nullptr, &timeout);
-    if (ready == 0) return Readiness::kTimedOut;
-    return ready > 0 ? Readiness::kReady : Readiness::kFailed;
+    if (ready < 0) return LastFailure();
+    return ready > 0 ? Readiness::kReady : Readiness::kTimedOut;
   }
-  int Receive(std::span<char> buffer) override {
-    return static_cast<int>(recv(socket_, buffer.data(), buffer.size(), 0));
+  Outcome<std::size_t> Receive(std::span<char> buffer) override {
+    return Count(recv(socket_, buffer.data(), buffer.size(), 0));
   }
-  [[nodiscard]] int LastError() const override { return errno; }
 
  private:
+  static Failure LastFailure() { return {static_cast<std::uint32_t>(errno)}; }
+
+  static Outcome<std::size_t> Count(ssize_t transferred) {
+    if (transferred < 0) return LastFailure();
+    return static_cast<std::size_t>(transferred);
+  }
+
   SmallSends small_sends_;
   int socket_ = -1;
 };

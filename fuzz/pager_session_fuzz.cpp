@@ -46,24 +46,25 @@ class Line final : public SerialDevice {
   // A modem that works says OK and CONNECT before the input's bytes begin.
   Line(FuzzInput& input, bool modem_works) : input_(input), modem_works_(modem_works) {}
 
-  SystemFailure GetControl() override { return std::nullopt; }
-  SystemFailure SetControl(std::uint32_t, const Framing&) override { return std::nullopt; }
-  SystemFailure GetTimeouts(SerialTimeouts&) override { return std::nullopt; }
-  SystemFailure SetTimeouts(const SerialTimeouts&) override {
+  Outcome<> GetControl() override { return kDone; }
+  Outcome<> SetControl(std::uint32_t, const Framing&) override { return kDone; }
+  Outcome<SerialTimeouts> GetTimeouts() override { return SerialTimeouts{}; }
+  Outcome<> SetTimeouts(const SerialTimeouts&) override {
     has_timeouts_ = true;
-    return std::nullopt;
+    return kDone;
   }
   void Flush() override {}
 
-  SystemFailure Write(std::string_view bytes) override {
+  Outcome<> Write(std::string_view bytes) override {
     auto* const rule = std::ranges::find_if(
         rules_, [bytes](const WriteRule& row) { return bytes.starts_with(row.start); });
     Require(rule != rules_.end() && rule->left-- > 0);
     answer_ = modem_works_ ? ModemsAnswer(bytes) : "";
-    return Fails() ? SystemFailure(kBroken) : std::nullopt;
+    if (Fails()) return kBroken;
+    return kDone;
   }
 
-  SystemFailure Read(std::span<char> buffer, std::size_t& count) override {
+  Outcome<std::size_t> Read(std::span<char> buffer) override {
     Require(has_timeouts_);
     std::string_view answer = std::exchange(answer_, "");
     if (answer.empty()) {
@@ -71,12 +72,11 @@ class Line final : public SerialDevice {
       answer = input_.Take(std::min<std::size_t>(buffer.size(), input_.Byte()));
     }
     std::ranges::copy(answer, buffer.begin());
-    count = answer.size();
-    return std::nullopt;
+    return answer.size();
   }
 
  private:
-  static constexpr std::uint32_t kBroken = 1117;
+  static constexpr Failure kBroken{1117};
 
   // By a byte of its own.
   bool Fails() { return input_.NextIs(0xFF); }
@@ -108,9 +108,8 @@ class Ports final : public SerialPorts {
  public:
   Ports(FuzzInput& input, bool modem_works) : input_(input), modem_works_(modem_works) {}
 
-  SystemFailure Open(std::uint32_t, std::unique_ptr<SerialDevice>& device) override {
-    device = std::make_unique<Line>(input_, modem_works_);
-    return std::nullopt;
+  Outcome<std::unique_ptr<SerialDevice>> Open(std::uint32_t) override {
+    return std::make_unique<Line>(input_, modem_works_);
   }
 
  private:

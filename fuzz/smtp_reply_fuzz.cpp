@@ -34,16 +34,15 @@ class Relay final : public MailSocket {
   Relay(std::string_view bytes, std::size_t piece_size) : rest_(bytes), piece_size_(piece_size) {}
 
   bool Connect(Ipv4Address, std::uint16_t) override { return true; }
-  int Send(std::string_view bytes) override { return static_cast<int>(bytes.size()); }
+  Outcome<std::size_t> Send(std::string_view bytes) override { return bytes.size(); }
   void PumpMessages() override {}
-  Readiness WaitForData(std::uint32_t) override { return Readiness::kReady; }
-  int Receive(std::span<char> buffer) override {
+  Outcome<Readiness> WaitForData(std::uint32_t) override { return Readiness::kReady; }
+  Outcome<std::size_t> Receive(std::span<char> buffer) override {
     const std::string_view piece = rest_.substr(0, std::min(buffer.size(), piece_size_));
     std::ranges::copy(piece, buffer.begin());
     rest_.remove_prefix(piece.size());
-    return static_cast<int>(piece.size());
+    return piece.size();
   }
-  [[nodiscard]] int LastError() const override { return 0; }
 
  private:
   std::string_view rest_;

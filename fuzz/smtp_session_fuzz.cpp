@@ -21,29 +21,27 @@ class Relay final : public MailSocket {
 
   bool Connect(Ipv4Address, std::uint16_t) override { return true; }
 
-  int Send(std::string_view bytes) override {
+  Outcome<std::size_t> Send(std::string_view bytes) override {
     if (!IsBody()) {
       const std::string end = LineEndOf(bytes);
       Require(end == "\r\n.\r\n" || std::string_view("\r\n\r\n").find(end) != end.npos);
     }
     NoteProgress(bytes);
-    return static_cast<int>(bytes.size());
+    return bytes.size();
   }
 
   void PumpMessages() override {}
 
-  Readiness WaitForData(std::uint32_t) override {
+  Outcome<Readiness> WaitForData(std::uint32_t) override {
     constexpr std::uint8_t kSilence = 0xFF;
     return !input_.AtEnd() && input_.Byte() == kSilence ? Readiness::kTimedOut : Readiness::kReady;
   }
 
-  int Receive(std::span<char> buffer) override {
+  Outcome<std::size_t> Receive(std::span<char> buffer) override {
     const std::string_view bytes = input_.Take(std::min<std::size_t>(buffer.size(), input_.Byte()));
     std::ranges::copy(bytes, buffer.begin());
-    return static_cast<int>(bytes.size());
+    return bytes.size();
   }
-
-  [[nodiscard]] int LastError() const override { return 10054; }
 
  private:
   // What comes from the first line end on, but for what closes kanji: half a character at the end

@@ -34,7 +34,7 @@ bool Dial(ModemPort& port, const BeeperCall& call) {
 // for the hang-up's answer, and readers of the log expect a line here.
 void ReadNothing(ModemPort& port) {
   std::string nothing;
-  if (!port.Read(0, nothing)) port.log().Text(nothing);
+  if (port.Read(0, nothing)) port.log().Text(nothing);
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "text/string_table.h"
 
@@ -52,8 +53,10 @@ bool ModemPort::WaitForPort() {
 }
 
 bool ModemPort::OpenDevice(std::optional<std::uint32_t> port_number) {
-  const SystemFailure failure = port_number ? ports_.Open(*port_number, device_) : kNoSuchPort;
-  return Succeeded(failure, text_id::kOpenError);
+  auto device = port_number ? ports_.Open(*port_number) : Failure{kNoSuchPort};
+  if (!Succeeded(device, text_id::kOpenError)) return false;
+  device_ = std::move(*device);
+  return true;
 }
 
 bool ModemPort::Configure(std::int32_t baud_selector, const Framing& framing) {
@@ -71,13 +74,10 @@ std::uint32_t ModemPort::BitsPerSecond(std::int32_t baud_selector) const {
                                      : static_cast<std::uint32_t>(baud_selector);
 }
 
-bool ModemPort::Succeeded(SystemFailure failure, unsigned text_id) {
-  if (failure) log_.Format(text_id, {*failure});
-  return !failure;
-}
-
-bool ModemPort::GetTimeouts(SerialTimeouts& timeouts) {
-  return Succeeded(device_->GetTimeouts(timeouts), text_id::kGetControlError);
+std::optional<SerialTimeouts> ModemPort::GetTimeouts() {
+  const auto timeouts = device_->GetTimeouts();
+  if (!Succeeded(timeouts, text_id::kGetControlError)) return std::nullopt;
+  return *timeouts;
 }
 
 // Without time-outs a read could wait for ever, so a port that does not take them is not used.
@@ -86,18 +86,18 @@ bool ModemPort::SetTimeouts(const SerialTimeouts& timeouts) {
 }
 
 bool ModemPort::Write(std::string_view text) {
-  const SystemFailure failure = device_->Write(text);
-  if (failure) log_.Failure(text_id::kWriteError, *failure);
-  return !failure;
+  const auto written = device_->Write(text);
+  if (!written) log_.Failure(text_id::kWriteError, written.reason());
+  return static_cast<bool>(written);
 }
 
-SystemFailure ModemPort::Read(std::size_t limit, std::string& text) {
+Outcome<> ModemPort::Read(std::size_t limit, std::string& text) {
   text.assign(limit, '\0');
-  std::size_t count = 0;
-  const SystemFailure failure = device_->Read(text, count);
-  text.resize(failure ? 0 : count);
+  const auto count = device_->Read(text);
+  text.resize(count ? *count : 0);
   text.resize(std::min(text.find('\0'), text.size()));
-  return failure;
+  if (!count) return count.failure();
+  return kDone;
 }
 
 bool ModemPort::WriteLogged(std::string_view text) {
@@ -108,9 +108,9 @@ bool ModemPort::WriteLogged(std::string_view text) {
 }
 
 bool ModemPort::ReadLogged() {
-  const SystemFailure failure = Read(kReadLimit, response_);
-  if (failure) {
-    log_.Failure(text_id::kReadError, *failure);
+  const auto read = Read(kReadLimit, response_);
+  if (!read) {
+    log_.Failure(text_id::kReadError, read.reason());
     return false;
   }
   log_.Quoted(text_id::kReturned, response_);

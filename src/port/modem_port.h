@@ -69,11 +69,11 @@ class ModemPort {
   // a failure and nothing else; Read logs nothing.
   bool Write(std::string_view text);
   void Flush() { device_->Flush(); }
-  SystemFailure Read(std::size_t limit, std::string& text);
+  Outcome<> Read(std::size_t limit, std::string& text);
 
   // The time-outs that are in force, and those of the reads and writes that follow. Both log a
   // failure.
-  bool GetTimeouts(SerialTimeouts& timeouts);
+  std::optional<SerialTimeouts> GetTimeouts();
   bool SetTimeouts(const SerialTimeouts& timeouts);
 
   void Wait(std::uint32_t milliseconds) { clock_.Wait(milliseconds); }
@@ -88,8 +88,12 @@ class ModemPort {
   bool Configure(std::int32_t baud_selector, const Framing& framing);
   [[nodiscard]] std::uint32_t BitsPerSecond(std::int32_t baud_selector) const;
 
-  // Logs the text with the number of the failure, if there is one. True when there is none.
-  bool Succeeded(SystemFailure failure, unsigned text_id);
+  // Logs the text with the reason of a failure. Whether it is none.
+  template <typename Value>
+  bool Succeeded(const Outcome<Value>& outcome, unsigned text_id) {
+    if (!outcome) log_.Format(text_id, {outcome.reason()});
+    return static_cast<bool>(outcome);
+  }
 
   const ModemPolicy& policy_;
   PortBusyFlag& busy_;

@@ -7,10 +7,9 @@
 #include <span>
 #include <string_view>
 
-namespace brantel {
+#include "system/outcome.h"
 
-// The outcome of a call to the system: nothing when it succeeded, else the system's error number.
-using SystemFailure = std::optional<std::uint32_t>;
+namespace brantel {
 
 enum class Parity { kNone, kEven };
 
@@ -34,26 +33,27 @@ struct SerialTimeouts {
   friend bool operator==(const SerialTimeouts&, const SerialTimeouts&) = default;
 };
 
-// An open serial port; destroying it closes the port. All calls block.
+// An open serial port; destroying it closes the port. All calls block. They fail for the system's
+// reasons.
 class SerialDevice {
  public:
   virtual ~SerialDevice() = default;
 
   // Reads the port's control settings, which SetControl then changes.
-  virtual SystemFailure GetControl() = 0;
+  virtual Outcome<> GetControl() = 0;
 
   // Sets rate and framing. All other control settings stay as GetControl has read them.
-  virtual SystemFailure SetControl(std::uint32_t bits_per_second, const Framing& framing) = 0;
+  virtual Outcome<> SetControl(std::uint32_t bits_per_second, const Framing& framing) = 0;
 
-  virtual SystemFailure GetTimeouts(SerialTimeouts& timeouts) = 0;
-  virtual SystemFailure SetTimeouts(const SerialTimeouts& timeouts) = 0;
+  virtual Outcome<SerialTimeouts> GetTimeouts() = 0;
+  virtual Outcome<> SetTimeouts(const SerialTimeouts& timeouts) = 0;
 
   // Writes all of the bytes; a write that ends early has failed.
-  virtual SystemFailure Write(std::string_view bytes) = 0;
+  virtual Outcome<> Write(std::string_view bytes) = 0;
 
-  // Stores what arrives before the buffer is full or the time-outs end the read, and how much that
-  // is. Nothing at all is a success too.
-  virtual SystemFailure Read(std::span<char> buffer, std::size_t& count) = 0;
+  // Stores what arrives before the buffer is full or the time-outs end the read. How much that is:
+  // nothing at all is a success too.
+  virtual Outcome<std::size_t> Read(std::span<char> buffer) = 0;
 
   // Waits until everything written has gone out. What has come in stays.
   virtual void Flush() = 0;
@@ -65,7 +65,7 @@ class SerialPorts {
   virtual ~SerialPorts() = default;
 
   // Opens an existing port for this caller alone.
-  virtual SystemFailure Open(std::uint32_t port_number, std::unique_ptr<SerialDevice>& device) = 0;
+  virtual Outcome<std::unique_ptr<SerialDevice>> Open(std::uint32_t port_number) = 0;
 };
 
 }  // namespace brantel

@@ -10,9 +10,9 @@ namespace {
 constexpr std::uint32_t kFirstPlainPort = 1;
 constexpr std::uint32_t kLastPlainPort = 9;
 
-SystemFailure FailureOf(BOOL succeeded) {
-  if (succeeded != FALSE) return std::nullopt;
-  return GetLastError();
+Outcome<> OutcomeOf(BOOL succeeded) {
+  if (succeeded == FALSE) return Failure{GetLastError()};
+  return kDone;
 }
 
 class SystemSerialDevice final : public SerialDevice {
@@ -21,42 +21,39 @@ class SystemSerialDevice final : public SerialDevice {
     control_block_.DCBlength = sizeof control_block_;
   }
 
-  SystemFailure GetControl() override {
-    return FailureOf(GetCommState(port_.get(), &control_block_));
-  }
+  Outcome<> GetControl() override { return OutcomeOf(GetCommState(port_.get(), &control_block_)); }
 
-  SystemFailure SetControl(std::uint32_t bits_per_second, const Framing& framing) override {
+  Outcome<> SetControl(std::uint32_t bits_per_second, const Framing& framing) override {
     SetControlBlock(control_block_, bits_per_second, framing);
-    return FailureOf(SetCommState(port_.get(), &control_block_));
+    return OutcomeOf(SetCommState(port_.get(), &control_block_));
   }
 
-  SystemFailure GetTimeouts(SerialTimeouts& timeouts) override {
-    COMMTIMEOUTS system_timeouts{};
-    const SystemFailure failure = FailureOf(GetCommTimeouts(port_.get(), &system_timeouts));
-    timeouts = FromCommTimeouts(system_timeouts);
-    return failure;
+  Outcome<SerialTimeouts> GetTimeouts() override {
+    COMMTIMEOUTS timeouts{};
+    if (GetCommTimeouts(port_.get(), &timeouts) == FALSE) return Failure{GetLastError()};
+    return FromCommTimeouts(timeouts);
   }
 
-  SystemFailure SetTimeouts(const SerialTimeouts& timeouts) override {
+  Outcome<> SetTimeouts(const SerialTimeouts& timeouts) override {
     COMMTIMEOUTS system_timeouts = ToCommTimeouts(timeouts);
-    return FailureOf(SetCommTimeouts(port_.get(), &system_timeouts));
+    return OutcomeOf(SetCommTimeouts(port_.get(), &system_timeouts));
   }
 
-  SystemFailure Write(std::string_view bytes) override {
+  Outcome<> Write(std::string_view bytes) override {
     DWORD written = 0;
     const BOOL succeeded =
         WriteFile(port_.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
     // To the system a write that its time-out has cut short is a success.
-    if (succeeded != FALSE && written < bytes.size()) return ERROR_TIMEOUT;
-    return FailureOf(succeeded);
+    if (succeeded != FALSE && written < bytes.size()) return Failure{ERROR_TIMEOUT};
+    return OutcomeOf(succeeded);
   }
 
-  SystemFailure Read(std::span<char> buffer, std::size_t& count) override {
+  Outcome<std::size_t> Read(std::span<char> buffer) override {
     DWORD read = 0;
-    const SystemFailure failure = FailureOf(
-        ReadFile(port_.get(), buffer.data(), static_cast<DWORD>(buffer.size()), &read, nullptr));
-    count = read;
-    return failure;
+    const BOOL succeeded =
+        ReadFile(port_.get(), buffer.data(), static_cast<DWORD>(buffer.size()), &read, nullptr);
+    if (succeeded == FALSE) return Failure{GetLastError()};
+    return read;
   }
 
   // Not PurgeComm, which would throw away commands that are still on their way to the modem and
@@ -70,14 +67,12 @@ class SystemSerialDevice final : public SerialDevice {
 
 }  // namespace
 
-SystemFailure SystemSerialPorts::Open(std::uint32_t port_number,
-                                      std::unique_ptr<SerialDevice>& device) {
+Outcome<std::unique_ptr<SerialDevice>> SystemSerialPorts::Open(std::uint32_t port_number) {
   const std::string path = SerialPortPath(port_number);
   Handle port(CreateFileA(path.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0,
                           nullptr));
-  if (!port) return GetLastError();
-  device = std::make_unique<SystemSerialDevice>(std::move(port));
-  return std::nullopt;
+  if (!port) return Failure{GetLastError()};
+  return std::make_unique<SystemSerialDevice>(std::move(port));
 }
 
 std::string SerialPortPath(std::uint32_t port_number) {

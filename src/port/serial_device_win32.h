@@ -14,7 +14,7 @@ namespace brantel {
 // prefix of the device namespace, or the system would look for a file.
 class SystemSerialPorts final : public SerialPorts {
  public:
-  SystemFailure Open(std::uint32_t port_number, std::unique_ptr<SerialDevice>& device) override;
+  Outcome<std::unique_ptr<SerialDevice>> Open(std::uint32_t port_number) override;
 };
 
 // The name of a port for CreateFile.

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <limits>
+#include <utility>
 
 #include "text/string_table.h"
 
@@ -22,35 +23,37 @@ bool ReadExactly(RiffFile& file, std::span<std::byte> bytes) {
   return file.Read(bytes) == bytes.size();
 }
 
-std::optional<unsigned> ReadFormat(RiffFile& file, MemoryBlocks& memory, MemoryBlock& format) {
+Outcome<MemoryBlock> ReadFormat(RiffFile& file, MemoryBlocks& memory) {
   const auto size = file.DescendIntoChunk("fmt ");
-  if (!size) return text_id::kNoFormatChunk;
-  format = AllocateChunk(memory, *size, kFormatReserve);
-  if (!format) return text_id::kNoMemoryForFormat;
-  if (!ReadExactly(file, format.bytes().first(*size))) return text_id::kFormatNotRead;
+  if (!size) return Failure{text_id::kNoFormatChunk};
+  MemoryBlock format = AllocateChunk(memory, *size, kFormatReserve);
+  if (!format) return Failure{text_id::kNoMemoryForFormat};
+  if (!ReadExactly(file, format.bytes().first(*size))) return Failure{text_id::kFormatNotRead};
   file.Ascend();
-  return std::nullopt;
+  return format;
 }
 
-std::optional<unsigned> ReadSamples(RiffFile& file, MemoryBlocks& memory, MemoryBlock& samples) {
+Outcome<MemoryBlock> ReadSamples(RiffFile& file, MemoryBlocks& memory) {
   const auto size = file.DescendIntoChunk("data");
-  if (!size) return text_id::kNoDataChunk;
-  if (*size == 0) return text_id::kDataChunkEmpty;
-  samples = AllocateChunk(memory, *size, 0);
-  if (!samples) return text_id::kNoMemoryForData;
-  if (!ReadExactly(file, samples.bytes())) return text_id::kDataNotRead;
-  return std::nullopt;
+  if (!size) return Failure{text_id::kNoDataChunk};
+  if (*size == 0) return Failure{text_id::kDataChunkEmpty};
+  MemoryBlock samples = AllocateChunk(memory, *size, 0);
+  if (!samples) return Failure{text_id::kNoMemoryForData};
+  if (!ReadExactly(file, samples.bytes())) return Failure{text_id::kDataNotRead};
+  return samples;
 }
 
 }  // namespace
 
-std::optional<unsigned> ReadWaveFile(RiffFiles& files, MemoryBlocks& memory,
-                                     const std::string& path, Wave& wave) {
+Outcome<Wave> ReadWaveFile(RiffFiles& files, MemoryBlocks& memory, const std::string& path) {
   const auto file = files.Open(path);
-  if (!file) return text_id::kWaveFileNotOpened;
-  if (!file->DescendIntoForm("WAVE")) return text_id::kNoWaveForm;
-  if (const auto failure = ReadFormat(*file, memory, wave.format)) return failure;
-  return ReadSamples(*file, memory, wave.samples);
+  if (!file) return Failure{text_id::kWaveFileNotOpened};
+  if (!file->DescendIntoForm("WAVE")) return Failure{text_id::kNoWaveForm};
+  auto format = ReadFormat(*file, memory);
+  if (!format) return format.failure();
+  auto samples = ReadSamples(*file, memory);
+  if (!samples) return samples.failure();
+  return Wave{std::move(*format), std::move(*samples)};
 }
 
 }  // namespace brantel

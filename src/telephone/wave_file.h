@@ -1,8 +1,8 @@
 #pragma once
 
-#include <optional>
 #include <string>
 
+#include "system/outcome.h"
 #include "telephone/memory_blocks.h"
 #include "telephone/wave_system.h"
 
@@ -15,9 +15,7 @@ struct Wave {
   MemoryBlock samples;
 };
 
-// Reads a RIFF/WAVE file whole. Nothing when that succeeded, else the number of the text that says
-// what failed.
-std::optional<unsigned> ReadWaveFile(RiffFiles& files, MemoryBlocks& memory,
-                                     const std::string& path, Wave& wave);
+// Reads a RIFF/WAVE file whole. The reason of a failure is the number of the text that says it.
+Outcome<Wave> ReadWaveFile(RiffFiles& files, MemoryBlocks& memory, const std::string& path);
 
 }  // namespace brantel

@@ -9,11 +9,10 @@ namespace brantel {
 
 LineCode WavePlayback::Play(std::uint32_t device_id, const std::string& file) {
   Stop();
-  Wave wave;
-  const auto failure = ReadWaveFile(system_.riff_files, system_.memory, file, wave);
+  auto wave = ReadWaveFile(system_.riff_files, system_.memory, file);
   const bool queued =
       // Of the number that telephony gives, wave devices have the lower half.
-      failure ? Fail(*failure) : Queue(static_cast<std::uint16_t>(device_id), wave);
+      wave ? Queue(static_cast<std::uint16_t>(device_id), *wave) : Fail(wave.reason());
   return queued ? 0 : kPlaybackFailed;
 }
 

@@ -59,7 +59,10 @@ class UcpSession {
   [[nodiscard]] bool Answers(std::string_view words) const { return port_.Answers(words); }
 
   bool ChangeTimeouts() {
-    return port_.GetTimeouts(saved_timeouts_) && port_.SetTimeouts(kUcpTimeouts);
+    const auto timeouts = port_.GetTimeouts();
+    if (!timeouts) return false;
+    saved_timeouts_ = *timeouts;
+    return port_.SetTimeouts(kUcpTimeouts);
   }
 
   void RestoreTimeouts() { port_.SetTimeouts(saved_timeouts_); }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -7,12 +8,14 @@
 #include <string>
 #include <string_view>
 
+#include "system/outcome.h"
+
 namespace brantel {
 
 // Error numbers of the sockets library that the mail session knows by name.
 namespace socket_error {
-inline constexpr int kInterrupted = 10004;  // WSAEINTR
-inline constexpr int kWouldBlock = 10035;   // WSAEWOULDBLOCK
+inline constexpr std::uint32_t kInterrupted = 10004;  // WSAEINTR
+inline constexpr std::uint32_t kWouldBlock = 10035;   // WSAEWOULDBLOCK
 }  // namespace socket_error
 
 // An IPv4 address as the sockets library keeps it, in network byte order.
@@ -20,9 +23,10 @@ struct Ipv4Address {
   std::uint32_t network_order = 0;
 };
 
-enum class Readiness { kReady, kTimedOut, kFailed };
+enum class Readiness { kReady, kTimedOut };
 
-// A TCP connection to a mail relay. The object's end closes it.
+// A TCP connection to a mail relay. The object's end closes it. What fails does so for a reason of
+// the sockets library.
 class MailSocket {
  public:
   virtual ~MailSocket() = default;
@@ -30,21 +34,18 @@ class MailSocket {
   virtual bool Connect(Ipv4Address address, std::uint16_t port) = 0;
 
   // Lets other threads run, then gives the bytes to the system: the number of those that it took,
-  // or less than 1 when it failed.
-  virtual int Send(std::string_view bytes) = 0;
+  // at least 1.
+  virtual Outcome<std::size_t> Send(std::string_view bytes) = 0;
 
   // Called while Send would block: lets the thread's windows receive what was sent to them, and
   // leaves what is queued.
   virtual void PumpMessages() = 0;
 
   // Waits for data or the end of the connection.
-  virtual Readiness WaitForData(std::uint32_t milliseconds) = 0;
+  virtual Outcome<Readiness> WaitForData(std::uint32_t milliseconds) = 0;
 
-  // The number of bytes received, 0 at the end of the connection, -1 when it failed.
-  virtual int Receive(std::span<char> buffer) = 0;
-
-  // Why the last of these calls failed.
-  [[nodiscard]] virtual int LastError() const = 0;
+  // The number of bytes received, 0 at the end of the connection.
+  virtual Outcome<std::size_t> Receive(std::span<char> buffer) = 0;
 };
 
 class MailNetwork {

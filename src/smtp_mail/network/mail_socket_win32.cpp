@@ -6,6 +6,10 @@
 namespace brantel {
 namespace {
 
+Failure LastFailure() {
+  return {static_cast<std::uint32_t>(WSAGetLastError())};
+}
+
 class SystemMailSocket final : public MailSocket {
  public:
   SystemMailSocket() : socket_(::socket(AF_INET, SOCK_STREAM, IPPROTO_TCP)) {}
@@ -30,9 +34,11 @@ class SystemMailSocket final : public MailSocket {
     return connect(socket_, reinterpret_cast<const sockaddr*>(&relay), sizeof relay) == 0;
   }
 
-  int Send(std::string_view bytes) override {
+  Outcome<std::size_t> Send(std::string_view bytes) override {
     Sleep(0);
-    return send(socket_, bytes.data(), static_cast<int>(bytes.size()), 0);
+    const int count = send(socket_, bytes.data(), static_cast<int>(bytes.size()), 0);
+    if (count < 1) return LastFailure();
+    return static_cast<std::size_t>(count);
   }
 
   void PumpMessages() override {
@@ -40,21 +46,21 @@ class SystemMailSocket final : public MailSocket {
     PeekMessageA(&message, nullptr, 0, 0, PM_NOREMOVE);
   }
 
-  Readiness WaitForData(std::uint32_t milliseconds) override {
+  Outcome<Readiness> WaitForData(std::uint32_t milliseconds) override {
     fd_set readable{};
     FD_SET(socket_, &readable);
     timeval timeout{static_cast<long>(milliseconds / 1000),
                     static_cast<long>(milliseconds % 1000 * 1000)};
     const int ready = select(0, &readable, nullptr, nullptr, &timeout);
-    if (ready == 0) return Readiness::kTimedOut;
-    return ready > 0 ? Readiness::kReady : Readiness::kFailed;
+    if (ready < 0) return LastFailure();
+    return ready > 0 ? Readiness::kReady : Readiness::kTimedOut;
   }
 
-  int Receive(std::span<char> buffer) override {
-    return recv(socket_, buffer.data(), static_cast<int>(buffer.size()), 0);
+  Outcome<std::size_t> Receive(std::span<char> buffer) override {
+    const int count = recv(socket_, buffer.data(), static_cast<int>(buffer.size()), 0);
+    if (count < 0) return LastFailure();
+    return static_cast<std::size_t>(count);
   }
-
-  [[nodiscard]] int LastError() const override { return WSAGetLastError(); }
 
  private:
   SOCKET socket_;

@@ -27,36 +27,31 @@ std::string WithoutLineEnd(std::string_view line) {
 
 }  // namespace
 
-int SmtpConnection::SendText(std::string_view text) {
+bool SmtpConnection::SendText(std::string_view text) {
   log_.Text(text);
   return SendAll(text);
 }
 
-int SmtpConnection::SendAll(std::string_view bytes) {
+bool SmtpConnection::SendAll(std::string_view bytes) {
   while (!bytes.empty()) {
-    const int sent = socket_.Send(bytes);
-    if (sent > 0) {
-      bytes.remove_prefix(static_cast<std::size_t>(sent));
-    } else if (const int error = socket_.LastError(); error == socket_error::kWouldBlock) {
+    const auto count = socket_.Send(bytes);
+    if (count) {
+      bytes.remove_prefix(*count);
+    } else if (count.reason() == socket_error::kWouldBlock) {
       socket_.PumpMessages();
     } else {
-      return error;
+      return false;
     }
   }
-  return 0;
+  return true;
 }
 
-SmtpConnection::Received SmtpConnection::RecvWithTimeout(std::span<char> buffer) {
-  switch (socket_.WaitForData(timeout_)) {
-    case Readiness::kTimedOut:
-      // Deliberately not the number of a time-out: operators know silence by this one.
-      return {-1, socket_error::kInterrupted};
-    case Readiness::kFailed:
-      return {-1, socket_.LastError()};
-    default:
-      const int count = socket_.Receive(buffer);
-      return {count, count < 0 ? socket_.LastError() : 0};
-  }
+Outcome<std::size_t> SmtpConnection::RecvWithTimeout(std::span<char> buffer) {
+  const auto readiness = socket_.WaitForData(timeout_);
+  if (!readiness) return readiness.failure();
+  // Deliberately not the number of a time-out: operators know silence by this one.
+  if (*readiness == Readiness::kTimedOut) return Failure{socket_error::kInterrupted};
+  return socket_.Receive(buffer);
 }
 
 std::string SmtpConnection::TakeCarriedLine() {
@@ -69,12 +64,10 @@ std::string SmtpConnection::ReadReplyLine() {
   std::string line = TakeCarriedLine();
   while (!line.ends_with('\n') && line.size() < kLongestLine) {
     std::array<char, kLongestReceive> buffer{};
-    const Received received = RecvWithTimeout(buffer);
-    if (received.count < 0) {
-      log_.Failure(text_id::kReceiveError, static_cast<std::uint32_t>(received.error));
-    }
-    if (received.count <= 0) break;
-    const std::string_view bytes(buffer.data(), static_cast<std::size_t>(received.count));
+    const auto count = RecvWithTimeout(buffer);
+    if (!count) log_.Failure(text_id::kReceiveError, count.reason());
+    if (!count || *count == 0) break;
+    const std::string_view bytes(buffer.data(), *count);
     const std::string_view end_of_line = FirstLineOf(bytes);
     line += end_of_line;
     carry_over_ = UpToNul(bytes.substr(end_of_line.size()));

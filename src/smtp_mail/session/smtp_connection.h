@@ -30,22 +30,17 @@ class SmtpConnection {
   SmtpConnection(AlertLog log, MailSocket& socket, std::string& carry_over, std::uint32_t timeout)
       : log_(std::move(log)), socket_(socket), carry_over_(carry_over), timeout_(timeout) {}
 
-  // 0, or the error with which sending ended.
-  int SendText(std::string_view text);
+  // False when not all of it could be sent.
+  bool SendText(std::string_view text);
 
   // Reads one reply with all its lines.
   SmtpReply ReadReply();
 
  private:
-  struct Received {
-    int count;  // -1 when it failed
-    int error;
-  };
-
-  int SendAll(std::string_view bytes);
+  bool SendAll(std::string_view bytes);
   std::string ReadReplyLine();
   std::string TakeCarriedLine();
-  Received RecvWithTimeout(std::span<char> buffer);
+  Outcome<std::size_t> RecvWithTimeout(std::span<char> buffer);
 
   AlertLog log_;
   MailSocket& socket_;

@@ -68,7 +68,7 @@ class SmtpSession {
  private:
   // Sends a command and reads the reply; nothing when it could not be sent.
   std::optional<SmtpReply> Exchange(std::string_view command) {
-    if (connection_.SendText(command) != 0) return std::nullopt;
+    if (!connection_.SendText(command)) return std::nullopt;
     return connection_.ReadReply();
   }
 
@@ -81,7 +81,7 @@ class SmtpSession {
   void Transfer() {
     if (!SendSender() || !SendRecipients() || !IsAccepted("DATA\r\n", '3')) return;
     SendHeaders();
-    if (SendBody() == 0 && IsAccepted("\r\n.\r\n")) result_ = kAccepted;
+    if (SendBody() && IsAccepted("\r\n.\r\n")) result_ = kAccepted;
   }
 
   void Quit() { Exchange("QUIT\r\n"); }
@@ -98,8 +98,8 @@ class SmtpSession {
     const std::size_t bracket = sender.find('<');
     if (bracket != std::string_view::npos) sender.remove_prefix(bracket);
     // Deliberately in three transmissions, with neither a blank nor brackets of our own.
-    return connection_.SendText("MAIL From:") == 0 &&
-           connection_.SendText(FillInHostName(sender)) == 0 && IsAccepted("\r\n");
+    return connection_.SendText("MAIL From:") && connection_.SendText(FillInHostName(sender)) &&
+           IsAccepted("\r\n");
   }
 
   std::optional<SmtpReply> SendRecipient(std::string_view address) {
@@ -172,13 +172,13 @@ class SmtpSession {
     connection_.SendText(ContentTypeLine(environment_.CodePage()));
   }
 
-  // 0, or why it could not be sent; -1 when there is no memory for a converted copy.
-  int SendBody() {
+  // False when it could not be sent, and when there is no memory for a converted copy.
+  bool SendBody() {
     if (environment_.CodePage() != kJapaneseCodePage) return connection_.SendText(message_.message);
     try {
       return connection_.SendText(ShiftJisToJis(message_.message, message_.message.size()));
     } catch (const std::bad_alloc&) {
-      return kFailed;
+      return false;
     }
   }
 

@@ -18,7 +18,7 @@ class FakeModem final : public SerialPorts {
  public:
   // What goes wrong with a read or write.
   struct Fault {
-    SystemFailure failure;
+    std::optional<Failure> failure;
     std::string answer;  // to a read
   };
 
@@ -36,12 +36,11 @@ class FakeModem final : public SerialPorts {
   std::vector<std::uint32_t> rates;
   std::vector<std::uint32_t> open_ports;
 
-  SystemFailure Open(std::uint32_t port_number, std::unique_ptr<SerialDevice>& device) override {
-    constexpr std::uint32_t kAccessDenied = 5;
+  Outcome<std::unique_ptr<SerialDevice>> Open(std::uint32_t port_number) override {
+    constexpr Failure kAccessDenied{5};
     if (std::ranges::find(open_ports, port_number) != open_ports.end()) return kAccessDenied;
     open_ports.push_back(port_number);
-    device = std::make_unique<Device>(*this, port_number);
-    return std::nullopt;
+    return std::make_unique<Device>(*this, port_number);
   }
 
  private:
@@ -53,29 +52,29 @@ class FakeModem final : public SerialPorts {
     Device& operator=(const Device&) = delete;
     ~Device() override { std::erase(modem_.open_ports, port_number_); }
 
-    SystemFailure GetControl() override { return std::nullopt; }
-    SystemFailure SetControl(std::uint32_t bits_per_second, const Framing&) override {
+    Outcome<> GetControl() override { return kDone; }
+    Outcome<> SetControl(std::uint32_t bits_per_second, const Framing&) override {
       modem_.rates.push_back(bits_per_second);
-      return std::nullopt;
+      return kDone;
     }
-    SystemFailure GetTimeouts(SerialTimeouts&) override { return std::nullopt; }
-    SystemFailure SetTimeouts(const SerialTimeouts&) override { return std::nullopt; }
+    Outcome<SerialTimeouts> GetTimeouts() override { return SerialTimeouts{}; }
+    Outcome<> SetTimeouts(const SerialTimeouts&) override { return kDone; }
 
-    SystemFailure Write(std::string_view bytes) override {
+    Outcome<> Write(std::string_view bytes) override {
       const auto fault = modem_.fault_at(modem_.transfers++);
-      if (fault && fault->failure) return fault->failure;
+      if (fault && fault->failure) return *fault->failure;
       modem_.written.emplace_back(bytes);
-      return std::nullopt;
+      return kDone;
     }
 
-    SystemFailure Read(std::span<char> buffer, std::size_t& count) override {
+    Outcome<std::size_t> Read(std::span<char> buffer) override {
       const auto fault = modem_.fault_at(modem_.transfers++);
-      if (fault && fault->failure) return fault->failure;
+      if (fault && fault->failure) return *fault->failure;
       const std::string last = modem_.written.empty() ? "" : modem_.written.back();
       const std::string answer = fault ? fault->answer : modem_.answer_to(last);
-      count = std::min(answer.size(), buffer.size());
+      const std::size_t count = std::min(answer.size(), buffer.size());
       std::copy_n(answer.begin(), count, buffer.begin());
-      return std::nullopt;
+      return count;
     }
 
     void Flush() override {}

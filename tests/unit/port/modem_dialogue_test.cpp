@@ -56,6 +56,12 @@ namespace {
 // What a port has before any are set.
 constexpr SerialTimeouts kDriverTimeouts = {1, 2, 3, 4, 5};
 
+Outcome<> OutcomeOf(const Answer& answer) {
+  const auto error = answer.Failure();
+  if (error) return Failure{*error};
+  return kDone;
+}
+
 class DialogueDevice final : public SerialDevice {
  public:
   explicit DialogueDevice(Dialogue& dialogue) : dialogue_(dialogue) {}
@@ -66,45 +72,43 @@ class DialogueDevice final : public SerialDevice {
     if (std::uncaught_exceptions() == 0) dialogue_.ExpectWithoutThrowing({"close"});
   }
 
-  SystemFailure GetControl() override { return Answer(dialogue_, {"get-control"}).Failure(); }
+  Outcome<> GetControl() override { return OutcomeOf({dialogue_, {"get-control"}}); }
 
-  SystemFailure SetControl(std::uint32_t bits_per_second, const Framing& framing) override {
+  Outcome<> SetControl(std::uint32_t bits_per_second, const Framing& framing) override {
     Words call = {
         "set-control", std::to_string(bits_per_second),
         std::to_string(framing.data_bits) + (framing.parity == Parity::kEven ? "E" : "N") + "1"};
     if (framing.parity_check) {
       call.insert(call.end(), {"parity-check", *framing.parity_check ? "on" : "off"});
     }
-    return Answer(dialogue_, call).Failure();
+    return OutcomeOf({dialogue_, call});
   }
 
-  SystemFailure GetTimeouts(SerialTimeouts& timeouts) override {
-    timeouts = kDriverTimeouts;
-    return Answer(dialogue_, {"get-timeouts"}).Failure();
+  Outcome<SerialTimeouts> GetTimeouts() override {
+    const auto outcome = OutcomeOf({dialogue_, {"get-timeouts"}});
+    if (!outcome) return outcome.failure();
+    return kDriverTimeouts;
   }
 
-  SystemFailure SetTimeouts(const SerialTimeouts& timeouts) override {
-    return Answer(
-               dialogue_,
-               {"set-timeouts", "read-interval", std::to_string(timeouts.read_interval),
-                "read-total", Total(timeouts.read_total_constant, timeouts.read_total_multiplier),
-                "write-total",
-                Total(timeouts.write_total_constant, timeouts.write_total_multiplier)})
-        .Failure();
+  Outcome<> SetTimeouts(const SerialTimeouts& timeouts) override {
+    return OutcomeOf(
+        {dialogue_,
+         {"set-timeouts", "read-interval", std::to_string(timeouts.read_interval), "read-total",
+          Total(timeouts.read_total_constant, timeouts.read_total_multiplier), "write-total",
+          Total(timeouts.write_total_constant, timeouts.write_total_multiplier)}});
   }
 
-  SystemFailure Write(std::string_view bytes) override {
-    return Answer(dialogue_, {"write", std::string(bytes)}).Failure();
+  Outcome<> Write(std::string_view bytes) override {
+    return OutcomeOf({dialogue_, {"write", std::string(bytes)}});
   }
 
-  SystemFailure Read(std::span<char> buffer, std::size_t& count) override {
+  Outcome<std::size_t> Read(std::span<char> buffer) override {
     const Answer answer(dialogue_, {"read", std::to_string(buffer.size())});
-    if (answer.Is("fails")) return answer.Failure();
+    if (answer.Is("fails")) return Failure{answer.Number("fails")};
     const std::string& bytes = answer.Text("gives");
     if (bytes.size() > buffer.size()) throw DialogueMismatch("the answer is longer than the read");
     std::ranges::copy(bytes, buffer.begin());
-    count = bytes.size();
-    return std::nullopt;
+    return bytes.size();
   }
 
   void Flush() override { Answer(dialogue_, {"flush"}).Nothing(); }
@@ -121,11 +125,10 @@ class DialoguePorts final : public SerialPorts {
  public:
   explicit DialoguePorts(Dialogue& dialogue) : dialogue_(dialogue) {}
 
-  SystemFailure Open(std::uint32_t port_number, std::unique_ptr<SerialDevice>& device) override {
-    const SystemFailure failure =
-        Answer(dialogue_, {"open", std::to_string(port_number)}).Failure();
-    if (!failure) device = std::make_unique<DialogueDevice>(dialogue_);
-    return failure;
+  Outcome<std::unique_ptr<SerialDevice>> Open(std::uint32_t port_number) override {
+    const auto outcome = OutcomeOf({dialogue_, {"open", std::to_string(port_number)}});
+    if (!outcome) return outcome.failure();
+    return std::make_unique<DialogueDevice>(dialogue_);
   }
 
  private:

@@ -24,7 +24,7 @@
 namespace brantel {
 
 // What can be wrong with a read or write.
-inline const FakeModem::Fault kBroken = {1117, ""};
+inline const FakeModem::Fault kBroken = {Failure{1117}, ""};
 inline const FakeModem::Fault kSilent = {std::nullopt, ""};
 inline const FakeModem::Fault kRubbish = {std::nullopt, "\xFF\x01%s%n\x1B[2J O K"};
 inline const FakeModem::Fault kFull = {std::nullopt, std::string(100, 'O')};

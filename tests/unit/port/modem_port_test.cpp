@@ -120,7 +120,7 @@ TEST_F(ModemPortTest, KeepsTheLastResponseWhenACommandCannotBeWritten) {
   ASSERT_TRUE(port_.OpenPort(1, 4, kPagerFraming8N1));
   modem_.answer_to = [](const std::string&) { return std::string("before"); };
   EXPECT_TRUE(port_.ReadLogged());
-  modem_.fault_at = [](std::size_t) { return FakeModem::Fault{5, ""}; };
+  modem_.fault_at = [](std::size_t) { return FakeModem::Fault{Failure{5}, ""}; };
   EXPECT_FALSE(port_.SendCommand("AT\r"));
   EXPECT_EQ(port_.response(), "before");
   EXPECT_FALSE(port_.ReadLogged());

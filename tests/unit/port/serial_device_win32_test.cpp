@@ -78,9 +78,9 @@ TEST(SerialPortPath, NamesPortsAboveNineInTheDeviceNamespace) {
 }
 
 TEST(SystemSerialPorts, GivesTheSystemsErrorNumberForAPortThatDoesNotExist) {
-  std::unique_ptr<SerialDevice> device;
-  EXPECT_EQ(SystemSerialPorts().Open(200, device), SystemFailure(ERROR_FILE_NOT_FOUND));
-  EXPECT_EQ(device, nullptr);
+  const auto device = SystemSerialPorts().Open(200);
+  ASSERT_FALSE(device);
+  EXPECT_EQ(device.reason(), DWORD{ERROR_FILE_NOT_FOUND});
 }
 
 }  // namespace

@@ -43,30 +43,28 @@ class FakeRelay final : public MailNetwork {
       return true;
     }
 
-    int Send(std::string_view bytes) override {
+    Outcome<std::size_t> Send(std::string_view bytes) override {
       received_ += bytes;
       while (is_in_message_ ? TakeMessage() : TakeCommand()) {
       }
-      return static_cast<int>(bytes.size());
+      return bytes.size();
     }
 
     void PumpMessages() override {}
 
     // Other threads run meanwhile, as they do where a session really waits.
-    Readiness WaitForData(std::uint32_t milliseconds) override {
+    Outcome<Readiness> WaitForData(std::uint32_t milliseconds) override {
       std::this_thread::yield();
       relay_.timeout = milliseconds;
       return unread_.empty() ? Readiness::kTimedOut : Readiness::kReady;
     }
 
-    int Receive(std::span<char> buffer) override {
+    Outcome<std::size_t> Receive(std::span<char> buffer) override {
       const std::size_t count = std::min(buffer.size(), unread_.size());
       std::copy_n(unread_.begin(), count, buffer.begin());
       unread_.erase(0, count);
-      return static_cast<int>(count);
+      return count;
     }
-
-    [[nodiscard]] int LastError() const override { return 0; }
 
    private:
     void Reply(const std::string& reply) { unread_ += reply + "\r\n"; }

@@ -118,62 +118,55 @@ class DialogueSocket final : public MailSocket {
     return !std::exchange(replay_.connect_fails, false);
   }
 
-  int Send(std::string_view bytes) override {
+  Outcome<std::size_t> Send(std::string_view bytes) override {
     const Words answer = replay_.dialogue.Expect({"send", std::string(bytes)});
-    if (answer.empty()) return static_cast<int>(bytes.size());
-    if (answer.at(0) == "takes") return std::stoi(answer.at(1));
-    return Fail(answer, 0);
+    if (answer.empty()) return bytes.size();
+    if (answer.at(0) == "takes") return ToNumber(answer.at(1));
+    return Fail(answer, "fails");
   }
 
   void PumpMessages() override { replay_.ExpectExactly({"pump"}); }
 
-  Readiness WaitForData(std::uint32_t milliseconds) override {
+  Outcome<Readiness> WaitForData(std::uint32_t milliseconds) override {
     if (!unread_.empty()) return Readiness::kReady;
     const Words answer = replay_.dialogue.Expect({"receive", std::to_string(milliseconds)});
     if (answer == Words{"times-out"}) {
       replay_.waited += milliseconds;
       return Readiness::kTimedOut;
     }
-    if (answer.at(0) == "cannot-wait") {
-      error_ = std::stoi(answer.at(1));
-      return Readiness::kFailed;
-    }
+    if (answer.at(0) == "cannot-wait") return Fail(answer, "cannot-wait");
     arrived_ = answer;
     if (answer.at(0) == "gives") unread_ = answer.at(1);
     return Readiness::kReady;
   }
 
-  int Receive(std::span<char> buffer) override {
+  Outcome<std::size_t> Receive(std::span<char> buffer) override {
     EXPECT_EQ(buffer.size(), 82U);
     if (!unread_.empty()) return TakeUnread(buffer);
     if (arrived_ == Words{"closed"}) return 0;
-    return Fail(arrived_, -1);
+    return Fail(arrived_, "fails");
   }
-
-  [[nodiscard]] int LastError() const override { return error_; }
 
  private:
-  int Fail(const Words& answer, int result) {
-    if (answer.at(0) != "fails")
-      throw DialogueMismatch(replay_.dialogue.Place() + ": unknown answer");
-    error_ = std::stoi(answer.at(1));
-    return result;
+  // By an answer of this kind.
+  Failure Fail(const Words& answer, std::string_view kind) {
+    if (answer.at(0) != kind) throw DialogueMismatch(replay_.dialogue.Place() + ": unknown answer");
+    return {ToNumber(answer.at(1))};
   }
 
-  int TakeUnread(std::span<char> buffer) {
+  std::size_t TakeUnread(std::span<char> buffer) {
     std::size_t count = std::min({buffer.size(), unread_.size(), replay_.splitting.piece_size});
     const std::size_t until_split = replay_.splitting.at - replay_.received;
     if (replay_.splitting.at > replay_.received) count = std::min(count, until_split);
     std::copy_n(unread_.begin(), count, buffer.begin());
     unread_.erase(0, count);
     replay_.received += count;
-    return static_cast<int>(count);
+    return count;
   }
 
   Replay& replay_;
   Words arrived_;
   std::string unread_;  // has arrived and is still to be received
-  int error_ = 0;
 };
 
 class DialogueNetwork final : public MailNetwork {
