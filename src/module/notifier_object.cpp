@@ -2,6 +2,7 @@
 
 #include "dialog/dialog_window_win32.h"
 #include "module/com_host.h"
+#include "notifier/alert_guard.h"
 #include "system/windows/ansi_text_win32.h"
 #include "system/windows/bstr_win32.h"
 #include "system/windows/module_instance_win32.h"
@@ -113,7 +114,11 @@ void NotifierObject::Unbind() noexcept {
 }
 
 HRESULT NotifierObject::Send(BSTR instance) noexcept {
-  return Run([&] { return notifier_->Send(ToInstanceArgument(instance), BoundHost().get()); });
+  return Run([&] {
+    const auto host = BoundHost();
+    return GuardAlert(host.get(),
+                      [&] { return notifier_->Send(ToInstanceArgument(instance), host.get()); });
+  });
 }
 
 HRESULT NotifierObject::GetImageResource(HMODULE* module, UINT32* id) noexcept {
