@@ -10,19 +10,14 @@
 namespace brantel {
 namespace {
 
-// A reply line ends, complete or not, at the receive that brings it to this many bytes.
-constexpr std::size_t kLongestLine = 900;
-constexpr std::size_t kLongestReceive = 82;
-
 // Up to the first line feed, with it; the whole text when there is none.
 std::string_view FirstLineOf(std::string_view text) {
   const std::size_t line_feed = text.find('\n');
   return text.substr(0, line_feed == std::string_view::npos ? line_feed : line_feed + 1);
 }
 
-std::string WithoutLineEnd(std::string_view line) {
-  line = UpToNul(line);
-  return std::string(line.substr(0, line.find_last_not_of("\r\n ") + 1));
+std::size_t LengthWithoutLineEnd(std::string_view line) {
+  return UpToNul(line).find_last_not_of("\r\n ") + 1;
 }
 
 }  // namespace
@@ -54,38 +49,37 @@ Outcome<std::size_t> SmtpConnection::RecvWithTimeout(std::span<char> buffer) {
   return socket_.Receive(buffer);
 }
 
-std::string SmtpConnection::TakeCarriedLine() {
-  std::string line(FirstLineOf(carry_over_));
-  carry_over_.erase(0, line.size());
-  return line;
+void SmtpConnection::TakeCarriedLine() {
+  line_ = FirstLineOf(carry_over_);
+  carry_over_.erase(0, line_.size());
 }
 
-std::string SmtpConnection::ReadReplyLine() {
-  std::string line = TakeCarriedLine();
-  while (!line.ends_with('\n') && line.size() < kLongestLine) {
+void SmtpConnection::ReadReplyLine() {
+  TakeCarriedLine();
+  while (!line_.ends_with('\n') && line_.size() < kLongestLine) {
     std::array<char, kLongestReceive> buffer{};
     const auto count = RecvWithTimeout(buffer);
     if (!count) log_.Failure(text_id::kReceiveError, count.reason());
     if (!count || *count == 0) break;
     const std::string_view bytes(buffer.data(), *count);
     const std::string_view end_of_line = FirstLineOf(bytes);
-    line += end_of_line;
+    line_ += end_of_line;
     carry_over_ = UpToNul(bytes.substr(end_of_line.size()));
   }
-  return WithoutLineEnd(line);
+  line_.resize(LengthWithoutLineEnd(line_));
 }
 
 SmtpReply SmtpConnection::ReadReply() {
   constexpr std::size_t kContinuationMark = 3;
   for (;;) {
-    const std::string line = ReadReplyLine();
-    if (!line.empty()) {
-      log_.Text(line);
+    ReadReplyLine();
+    if (!line_.empty()) {
+      log_.Text(line_);
       log_.Text("\r\n");
     }
-    if (line.size() > kContinuationMark && line[kContinuationMark] == '-') continue;
-    if (line.empty()) return {};
-    return {LeadingNumber(line), line.front()};
+    if (line_.size() > kContinuationMark && line_[kContinuationMark] == '-') continue;
+    if (line_.empty()) return {};
+    return {LeadingNumber(line_), line_.front()};
   }
 }
 

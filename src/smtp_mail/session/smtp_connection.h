@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string>
@@ -28,7 +29,10 @@ class SmtpConnection {
   // as their first NUL; what stands there already is read first. Each receive waits for `timeout`
   // milliseconds.
   SmtpConnection(AlertLog log, MailSocket& socket, std::string& carry_over, std::uint32_t timeout)
-      : log_(std::move(log)), socket_(socket), carry_over_(carry_over), timeout_(timeout) {}
+      : log_(std::move(log)), socket_(socket), carry_over_(carry_over), timeout_(timeout) {
+    line_.reserve(kLongestLine + kLongestReceive);
+    carry_over_.reserve(kLongestReceive);
+  }
 
   // False when not all of it could be sent.
   bool SendText(std::string_view text);
@@ -37,15 +41,22 @@ class SmtpConnection {
   SmtpReply ReadReply();
 
  private:
+  // A reply line ends, complete or not, at the receive that brings it to `kLongestLine` bytes.
+  static constexpr std::size_t kLongestLine = 900;
+  static constexpr std::size_t kLongestReceive = 82;
+
   bool SendAll(std::string_view bytes);
-  std::string ReadReplyLine();
-  std::string TakeCarriedLine();
+  void ReadReplyLine();
+  void TakeCarriedLine();
   Outcome<std::size_t> RecvWithTimeout(std::span<char> buffer);
 
   AlertLog log_;
   MailSocket& socket_;
   std::string& carry_over_;
   std::uint32_t timeout_;
+  // The line that was read last. Its memory and the carry-over's are there before the first reply:
+  // that the relay has accepted a message is not to be lost for want of them.
+  std::string line_;
 };
 
 }  // namespace brantel

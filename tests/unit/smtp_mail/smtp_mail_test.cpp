@@ -11,6 +11,7 @@
 
 #include "instance/instance_codec.h"
 #include "smtp_mail/smtp_mail_description.h"
+#include "tests/unit/allocation_counter.h"
 #include "tests/unit/failing_allocations.h"
 #include "tests/unit/instance/fake_instance_files.h"
 #include "tests/unit/notifier/fake_notifier_host.h"
@@ -267,6 +268,48 @@ TEST_F(SmtpMailTest, ReportsARefusalAndQuitsWhateverTheLogFindsNoMemoryFor) {
     EXPECT_EQ(Send(), kFail) << allocation;
     EXPECT_EQ(relay_.commands.back(), "QUIT") << allocation;
   });
+}
+
+// Who is told otherwise sends it once more.
+TEST_F(SmtpMailTest, SucceedsOnceTheRelayHasTheMessageWhicheverAllocationFails) {
+  relay_.replies["HELO"] = "250-relay.example.org greets you\r\n250 and takes mail for all";
+  relay_.replies["."] = "250 the message has been queued\r\n221 for relay.example.org to deliver";
+  std::size_t n = 0;
+  std::size_t refusals = 0;
+  for (bool failed = true; failed;) {
+    relay_.content.clear();
+    SmtpState state;
+    SmtpMail notifier(files_, settings_, sockets_, {relay_, environment_, machine_name_, state});
+    FailAllocation(++n);
+    Result result = kFail;
+    try {
+      result = notifier.Send({u"alert", "alert"}, &host_);
+    } catch (const std::bad_alloc&) {
+      ++refusals;
+    }
+    failed = !WillFailAllocation();
+    FailAllocation(0);
+    EXPECT_EQ(result == kOk, !relay_.content.empty()) << n;
+  }
+  EXPECT_GT(refusals, 10U);
+}
+
+// What is left of a reply would else answer the first command of the next mail.
+TEST_F(SmtpMailTest, LeavesNothingOfAReplyToTheNextMailWhicheverAllocationFails) {
+  relay_.replies["HELO"] = "250-relay.example.org greets you\r\n250 and takes mail for all";
+  std::size_t n = 0;
+  for (bool failed = true; failed;) {
+    FailAllocation(++n);
+    try {
+      Send();
+    } catch (const std::bad_alloc&) {
+      relay_.content.clear();
+    }
+    failed = !WillFailAllocation();
+    FailAllocation(0);
+    EXPECT_EQ(Send(), kOk) << n;
+  }
+  EXPECT_GT(n, 10U);
 }
 
 class SmtpMailBinding : public SmtpMailTest {

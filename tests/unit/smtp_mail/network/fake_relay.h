@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "smtp_mail/network/mail_socket.h"
+#include "tests/unit/allocation_counter.h"
 
 namespace brantel {
 
@@ -39,11 +40,13 @@ class FakeRelay final : public MailNetwork {
     explicit Socket(FakeRelay& relay) : relay_(relay) {}
 
     bool Connect(Ipv4Address, std::uint16_t) override {
+      const MemoryOfOthers memory;
       Reply("220 ready");
       return true;
     }
 
     Outcome<std::size_t> Send(std::string_view bytes) override {
+      const MemoryOfOthers memory;
       received_ += bytes;
       while (is_in_message_ ? TakeMessage() : TakeCommand()) {
       }
