@@ -129,7 +129,9 @@ LineCode LineSession::ReadCapabilities(std::uint32_t device) {
   if (code == 0) {
     state_.log().Format(text_id::kCapabilitiesRead,
                         {device, HighWord(version_), LowWord(version_)});
-  } else if (capabilities_) {  // else it was not the driver that failed
+  } else if (!capabilities_) {  // it was not the driver that failed
+    LogDeviceFailure(text_id::kDeviceNoMemory, device);
+  } else {
     state_.log().Made([&] {
       return FormatText(
           LoadText(text_id::kCapabilitiesFormat),

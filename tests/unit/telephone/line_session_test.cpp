@@ -199,6 +199,8 @@ TEST_F(LineSessionTest, EndsTheChoiceWhenMemoryForCapabilitiesRunsOut) {
   LineSession& session = Session();
   session.InitializeLine();
   EXPECT_EQ(session.ChooseDevice(), 0x80000044U);
+  EXPECT_THAT(host_->log, ElementsAre("DevNum=0\r\nApiVer=1.4\r\n",
+                                      "NO MEM on devNum 0 APIVerlw=4 APIVerhw=1\r\n"));
 }
 
 TEST_F(LineSessionTest, EndsTheChoiceWhenThereIsNoMemoryForWhatADriverNeeds) {
