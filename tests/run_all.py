@@ -119,6 +119,8 @@ SUITES = [
           wine_gtest("win32-tests/tests/unit/unit_tests.exe"), [WINDOWS_TESTS], 2000, 1200, wine=True),
     Suite("unit", "tests each room with clang++ under the address and undefined-behaviour sanitizers",
           gtest("sanitize/tests/unit/unit_tests"), [SANITIZED], 2000, 1200),
+    Suite("torture", "has every allocation and every call on the system fail in turn, and cuts every session",
+          gtest("sanitize/tests/torture/torture_tests"), [SANITIZED], 170, 1200),
     Suite("paging", "has the pages for paging centres taken apart by other programs", pytest("paging"),
           [SANITIZED], 5, 1200),
     Suite("web", "shows the web forms in a real browser", pytest("web"), [SANITIZED], 5, 1800),
