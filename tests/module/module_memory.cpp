@@ -22,7 +22,12 @@ ModuleMemory::~ModuleMemory() {
 void* ModuleMemory::Allocate(std::size_t size) {
   if (memory == nullptr) return std::malloc(size);
   if (memory->at_allocation) memory->at_allocation();
-  return memory->fails_at == memory->allocations++ ? nullptr : std::malloc(size);
+  return memory->FailsNext() ? nullptr : std::malloc(size);
+}
+
+bool ModuleMemory::FailsNext() {
+  const std::size_t index = allocations++;
+  return fails_at && (fails_for_good ? index >= *fails_at : index == *fails_at);
 }
 
 }  // namespace brantel

@@ -23,9 +23,12 @@ class ModuleMemory {
   std::function<void()> at_allocation;
   // The allocation, counted from 0, for which there is no memory.
   std::optional<std::size_t> fails_at;
+  // Whether there is none for those behind it either.
+  bool fails_for_good = false;
   std::size_t allocations = 0;
 
  private:
+  bool FailsNext();
   static void* Allocate(std::size_t size);
 
   ImportPatch patch_;
