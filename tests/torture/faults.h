@@ -2,6 +2,10 @@
 
 #include <array>
 #include <cstddef>
+#include <set>
+#include <string_view>
+
+#include "tests/unit/allocation_counter.h"
 
 namespace brantel {
 
@@ -15,17 +19,19 @@ class Faults {
   void Plan(std::size_t n, Lasting lasting, std::size_t way) noexcept {
     calls_ = 0;
     failures_ = 0;
+    failed_.clear();
     first_ = n;
     lasting_ = lasting;
     way_ = way;
   }
 
-  // Counts a call, and says whether it fails.
-  bool Strike() noexcept {
+  // Counts a call, and says whether it fails. Calls whose failures are not all the same to whoever
+  // sends an alert have a name.
+  bool Strike(std::string_view name = {}) noexcept {
     ++calls_;
     const bool fails =
         first_ != 0 && (calls_ == first_ || (calls_ > first_ && lasting_ == Lasting::kForGood));
-    if (fails) ++failures_;
+    if (fails) NoteFailure(name);
     return fails;
   }
 
@@ -36,13 +42,21 @@ class Faults {
   }
 
   [[nodiscard]] bool last_for_good() const { return lasting_ == Lasting::kForGood; }
-  [[nodiscard]] std::size_t way() const { return way_; }
   [[nodiscard]] std::size_t calls() const { return calls_; }
   [[nodiscard]] std::size_t failures() const { return failures_; }
+  // Whether a call of that name has failed.
+  [[nodiscard]] bool HasFailed(std::string_view name) const { return failed_.contains(name); }
 
  private:
+  void NoteFailure(std::string_view name) {
+    const MemoryOfOthers others;
+    ++failures_;
+    failed_.insert(name);
+  }
+
   std::size_t calls_ = 0;
   std::size_t failures_ = 0;
+  std::set<std::string_view> failed_;
   std::size_t first_ = 0;
   Lasting lasting_ = Lasting::kOnce;
   std::size_t way_ = 0;

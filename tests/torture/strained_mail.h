@@ -45,7 +45,7 @@ class StrainedMailNetwork final : public MailNetwork {
     }
 
     bool Connect(Ipv4Address, std::uint16_t) override {
-      if (Fails()) return false;
+      if (Fails("connect")) return false;
       far_end().Begin();
       far_end().Hear(kConnection);
       return true;
@@ -56,7 +56,7 @@ class StrainedMailNetwork final : public MailNetwork {
       constexpr int kReset = 10054;
       if (far_end().Has(Ending::kBreaksDown)) return Fail(kReset);
       constexpr std::array<int, 4> kErrors = {kReset, socket_error::kWouldBlock, 10055, 0};
-      if (!network_.faults_.Strike()) return Take(bytes);
+      if (!network_.faults_.Strike("send")) return Take(bytes);
       const int error = network_.faults_.Choose(kErrors);
       if (error == 0) return Take(bytes.substr(0, 1));
       const bool is_over = error != socket_error::kWouldBlock || network_.faults_.last_for_good();
@@ -66,7 +66,7 @@ class StrainedMailNetwork final : public MailNetwork {
     void PumpMessages() override { network_.clock_.Pass(1); }
 
     Readiness WaitForData(std::uint32_t milliseconds) override {
-      if (Fails()) return Readiness::kFailed;
+      if (Fails("receive")) return Readiness::kFailed;
       const bool has_ended = far_end().Has(Ending::kHangsUp) || far_end().Has(Ending::kBreaksDown);
       if (!far_end().unread.empty() || has_ended) return Readiness::kReady;
       network_.clock_.Pass(milliseconds);
@@ -74,7 +74,7 @@ class StrainedMailNetwork final : public MailNetwork {
     }
 
     int Receive(std::span<char> buffer) override {
-      if (Fails()) return -1;
+      if (Fails("receive")) return -1;
       std::string& unread = far_end().unread;
       if (unread.empty() && far_end().Has(Ending::kBreaksDown)) return -1;
       const std::size_t count = std::min(buffer.size(), unread.size());
@@ -90,10 +90,10 @@ class StrainedMailNetwork final : public MailNetwork {
 
     [[nodiscard]] FarEnd& far_end() const { return network_.far_end_; }
 
-    bool Fails() {
+    bool Fails(std::string_view call) {
       // Refused, timed out, reset, no buffers.
       constexpr std::array<int, 4> kErrors = {10061, 10060, 10054, 10055};
-      if (!network_.faults_.Strike()) return false;
+      if (!network_.faults_.Strike(call)) return false;
       error_ = network_.faults_.Choose(kErrors);
       return true;
     }

@@ -28,7 +28,7 @@ class StrainedNetworkSystem final : public NetworkSystem {
 
   std::unique_ptr<NetworkLibrary> Load(std::string_view name) override {
     const std::u16string path(name.begin(), name.end());
-    if (faults_.Strike()) return nullptr;
+    if (faults_.Strike("load")) return nullptr;
     return std::make_unique<Library>(*this);
   }
 

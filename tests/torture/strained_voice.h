@@ -81,7 +81,8 @@ class StrainedTelephony final : public Telephony {
   }
   LineCode MakeCall(std::uint32_t opened, const std::string& number,
                     std::span<const std::byte> parameters, std::uint32_t& call) override {
-    return Call([&] { return line.MakeCall(opened, number, parameters, call); }, is_called);
+    return Call([&] { return line.MakeCall(opened, number, parameters, call); }, is_called,
+                "make call");
   }
   LineCode GetId(std::uint32_t opened, std::uint32_t call, CallSelect select,
                  const char* device_class, std::span<std::byte> id) override {
@@ -103,17 +104,17 @@ class StrainedTelephony final : public Telephony {
 
  private:
   template <typename Function>
-  LineCode Call(Function function) {
+  LineCode Call(Function function, std::string_view name = {}) {
     constexpr std::array<LineCode, 4> kErrors = {
         line_error::kOperationFailed, line_error::kNoMemory, line_error::kResourceUnavailable,
         line_error::kStructureTooSmall};
     const MemoryOfOthers others;
-    return faults_.Strike() ? faults_.Choose(kErrors) : function();
+    return faults_.Strike(name) ? faults_.Choose(kErrors) : function();
   }
 
   template <typename Function>
-  LineCode Call(Function function, bool& succeeded) {
-    const LineCode code = Call(function);
+  LineCode Call(Function function, bool& succeeded, std::string_view name = {}) {
+    const LineCode code = Call(function, name);
     succeeded = code == 0;
     return code;
   }

@@ -14,7 +14,7 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
 TEST(GuardAlert, PassesOnWhatTheDeliveryAnswers) {
-  constexpr Result kHostFailure = static_cast<Result>(0x80070057);
+  constexpr auto kHostFailure = static_cast<Result>(0x80070057);
   FakeNotifierHost host;
   EXPECT_EQ(GuardAlert(&host, [] { return kOk; }), kOk);
   EXPECT_EQ(GuardAlert(&host, [] { return kHostFailure; }), kHostFailure);
