@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-#include "system/bstr_win32.h"
+#include "system/windows/bstr_win32.h"
 #include "tests/module/expected_classes.h"
 #include "tests/module/instance_bytes.h"
 #include "tests/module/loaded_module.h"

@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "notifier/notifier.h"
-#include "pager/ucp_session.h"
-#include "smtp_mail/smtp_session.h"
+#include "pager/ucp/ucp_session.h"
+#include "smtp_mail/session/smtp_session.h"
 #include "telephone/voice_state.h"
 #include "telephone/voice_system.h"
 #include "tests/torture/far_end.h"

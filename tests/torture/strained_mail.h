@@ -2,11 +2,13 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <memory>
+#include <optional>
 
-#include "smtp_mail/mail_environment.h"
-#include "smtp_mail/mail_socket.h"
-#include "smtp_mail/name_resolver.h"
+#include "smtp_mail/message/mail_environment.h"
+#include "smtp_mail/network/mail_socket.h"
+#include "smtp_mail/network/name_resolver.h"
 #include "tests/torture/far_end.h"
 #include "tests/torture/faults.h"
 #include "tests/torture/strained_clock.h"
@@ -45,70 +47,63 @@ class StrainedMailNetwork final : public MailNetwork {
     }
 
     bool Connect(Ipv4Address, std::uint16_t) override {
-      if (Fails("connect")) return false;
+      if (Fault("connect")) return false;
       far_end().Begin();
       far_end().Hear(kConnection);
       return true;
     }
 
     // A send that fails for good is no one that can be tried again.
-    int Send(std::string_view bytes) override {
-      constexpr int kReset = 10054;
-      if (far_end().Has(Ending::kBreaksDown)) return Fail(kReset);
-      constexpr std::array<int, 4> kErrors = {kReset, socket_error::kWouldBlock, 10055, 0};
+    Outcome<std::size_t> Send(std::string_view bytes) override {
+      if (far_end().Has(Ending::kBreaksDown)) return kReset;
+      constexpr std::array<std::uint32_t, 4> kErrors = {kReset.reason, socket_error::kWouldBlock,
+                                                        10055, 0};
       if (!network_.faults_.Strike("send")) return Take(bytes);
-      const int error = network_.faults_.Choose(kErrors);
+      const std::uint32_t error = network_.faults_.Choose(kErrors);
       if (error == 0) return Take(bytes.substr(0, 1));
       const bool is_over = error != socket_error::kWouldBlock || network_.faults_.last_for_good();
-      return Fail(is_over ? kReset : error);
+      return is_over ? kReset : Failure{error};
     }
 
     void PumpMessages() override { network_.clock_.Pass(1); }
 
-    Readiness WaitForData(std::uint32_t milliseconds) override {
-      if (Fails("receive")) return Readiness::kFailed;
+    Outcome<Readiness> WaitForData(std::uint32_t milliseconds) override {
+      if (const auto fault = Fault("receive")) return *fault;
       const bool has_ended = far_end().Has(Ending::kHangsUp) || far_end().Has(Ending::kBreaksDown);
       if (!far_end().unread.empty() || has_ended) return Readiness::kReady;
       network_.clock_.Pass(milliseconds);
       return Readiness::kTimedOut;
     }
 
-    int Receive(std::span<char> buffer) override {
-      if (Fails("receive")) return -1;
+    Outcome<std::size_t> Receive(std::span<char> buffer) override {
+      if (const auto fault = Fault("receive")) return *fault;
       std::string& unread = far_end().unread;
-      if (unread.empty() && far_end().Has(Ending::kBreaksDown)) return -1;
+      if (unread.empty() && far_end().Has(Ending::kBreaksDown)) return kReset;
       const std::size_t count = std::min(buffer.size(), unread.size());
       std::copy_n(unread.begin(), count, buffer.begin());
       unread.erase(0, count);
-      return static_cast<int>(count);
+      return count;
     }
-
-    [[nodiscard]] int LastError() const override { return error_; }
 
    private:
     static constexpr std::string_view kConnection = "connection";
+    static constexpr Failure kReset{10054};
 
     [[nodiscard]] FarEnd& far_end() const { return network_.far_end_; }
 
-    bool Fails(std::string_view call) {
+    std::optional<Failure> Fault(std::string_view call) {
       // Refused, timed out, reset, no buffers.
-      constexpr std::array<int, 4> kErrors = {10061, 10060, 10054, 10055};
-      if (!network_.faults_.Strike(call)) return false;
-      error_ = network_.faults_.Choose(kErrors);
-      return true;
+      constexpr std::array<std::uint32_t, 4> kErrors = {10061, 10060, kReset.reason, 10055};
+      if (!network_.faults_.Strike(call)) return std::nullopt;
+      return Failure{network_.faults_.Choose(kErrors)};
     }
 
-    int Fail(int error) {
-      error_ = error;
-      return -1;
-    }
-
-    int Take(std::string_view bytes) {
+    std::size_t Take(std::string_view bytes) {
       const MemoryOfOthers others;
       heard_ += bytes;
       while (is_message_ ? HearMessage() : HearCommand()) {
       }
-      return static_cast<int>(bytes.size());
+      return bytes.size();
     }
 
     bool HearCommand() {
@@ -135,7 +130,6 @@ class StrainedMailNetwork final : public MailNetwork {
     StrainedMailNetwork& network_;
     std::string heard_;
     bool is_message_ = false;
-    int error_ = 0;
   };
 
   Faults& faults_;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <memory>
+#include <optional>
 #include <set>
 #include <utility>
 
@@ -21,12 +22,11 @@ class StrainedPorts final : public SerialPorts {
 
   std::set<std::uint32_t> open;
 
-  SystemFailure Open(std::uint32_t port_number, std::unique_ptr<SerialDevice>& device) override {
-    if (const SystemFailure failure = Fault()) return failure;
-    constexpr std::uint32_t kAccessDenied = 5;
+  Outcome<std::unique_ptr<SerialDevice>> Open(std::uint32_t port_number) override {
+    if (const auto fault = Fault()) return *fault;
+    constexpr Failure kAccessDenied{5};
     if (open.contains(port_number)) return kAccessDenied;
-    device = std::make_unique<Device>(*this, port_number);
-    return std::nullopt;
+    return std::make_unique<Device>(*this, port_number);
   }
 
  private:
@@ -42,47 +42,47 @@ class StrainedPorts final : public SerialPorts {
     Device& operator=(const Device&) = delete;
     ~Device() override { ports_.open.erase(port_number_); }
 
-    SystemFailure GetControl() override { return ports_.Fault(); }
-    SystemFailure SetControl(std::uint32_t, const Framing&) override { return ports_.Fault(); }
+    Outcome<> GetControl() override { return ports_.Step(); }
+    Outcome<> SetControl(std::uint32_t, const Framing&) override { return ports_.Step(); }
 
-    SystemFailure GetTimeouts(SerialTimeouts& timeouts) override {
-      timeouts = timeouts_;
-      return ports_.Fault();
+    Outcome<SerialTimeouts> GetTimeouts() override {
+      if (const auto fault = ports_.Fault()) return *fault;
+      return timeouts_;
     }
 
-    SystemFailure SetTimeouts(const SerialTimeouts& timeouts) override {
-      const SystemFailure failure = ports_.Fault();
-      if (!failure) timeouts_ = timeouts;
-      return failure;
+    Outcome<> SetTimeouts(const SerialTimeouts& timeouts) override {
+      if (const auto fault = ports_.Fault()) return *fault;
+      timeouts_ = timeouts;
+      return kDone;
     }
 
-    SystemFailure Write(std::string_view bytes) override {
-      if (const SystemFailure failure = ports_.Fault()) return failure;
+    Outcome<> Write(std::string_view bytes) override {
+      if (const auto fault = ports_.Fault()) return *fault;
       if (ports_.far_end_.Has(Ending::kBreaksDown)) return kNoDevice;
       ports_.far_end_.Hear(bytes);
-      return std::nullopt;
+      return kDone;
     }
 
     // A read for which there are no time-outs would never end where nothing comes.
-    SystemFailure Read(std::span<char> buffer, std::size_t& count) override {
-      if (const SystemFailure failure = ports_.Fault()) return failure;
+    Outcome<std::size_t> Read(std::span<char> buffer) override {
+      if (const auto fault = ports_.Fault()) return *fault;
       std::string& unread = ports_.far_end_.unread;
       if (unread.empty() && ports_.far_end_.Has(Ending::kBreaksDown)) return kNoDevice;
-      count = std::min(unread.size(), buffer.size());
+      const std::size_t count = std::min(unread.size(), buffer.size());
       std::copy_n(unread.begin(), count, buffer.begin());
       unread.erase(0, count);
-      if (count == buffer.size()) return std::nullopt;
+      if (count == buffer.size()) return count;
       const std::uint64_t total =
           timeouts_.read_total_constant + timeouts_.read_total_multiplier * buffer.size();
       if (count == 0 && total == 0) ports_.clock_.WaitForEver();
       ports_.clock_.Pass(count == 0 ? total : timeouts_.read_interval);
-      return std::nullopt;
+      return count;
     }
 
     void Flush() override {}
 
    private:
-    static constexpr std::uint32_t kNoDevice = 1167;
+    static constexpr Failure kNoDevice{1167};
 
     StrainedPorts& ports_;
     const std::uint32_t port_number_;
@@ -90,10 +90,15 @@ class StrainedPorts final : public SerialPorts {
   };
 
   // Not there, in use, a device that has been unplugged, aborted, no memory for the driver.
-  SystemFailure Fault() {
+  std::optional<Failure> Fault() {
     static constexpr std::array<std::uint32_t, 5> kErrors = {2, 5, 1117, 995, 8};
     if (!faults_.Strike()) return std::nullopt;
-    return faults_.Choose(kErrors);
+    return Failure{faults_.Choose(kErrors)};
+  }
+
+  Outcome<> Step() {
+    if (const auto fault = Fault()) return *fault;
+    return kDone;
   }
 
   Faults& faults_;
