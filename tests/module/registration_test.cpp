@@ -561,7 +561,7 @@ TEST_F(RegistrationOnTheMachine, UndoneLeavesTheClassesOfTheMachine) {
   const std::vector<std::wstring> of_the_machine = NamesBelow(L"CLSID");
   ASSERT_THAT(of_the_machine, Not(IsEmpty()));
   ASSERT_EQ(module.RegisterServer(), S_OK);
-  EXPECT_THAT(NamesBelow(L"CLSID"), SizeIs(of_the_machine.size() + 7));
+  EXPECT_THAT(NamesBelow(L"CLSID"), SizeIs(of_the_machine.size() + kExpectedClasses.size()));
 
   ASSERT_EQ(module.UnregisterServer(), S_OK);
   EXPECT_EQ(NamesBelow(L"CLSID"), of_the_machine);
