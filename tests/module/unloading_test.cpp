@@ -81,9 +81,7 @@ TEST(Unloading, GivesBackWhatTheProcessHasOfEachKind) {
   EXPECT_LE(MeasureHeaps().bytes, heaps.bytes + kHeapTolerance);
   EXPECT_EQ(balance.Outstanding(), 0);
   EXPECT_EQ(FreeThreadSlots(), thread_slots);
-  // The compiler's frame registry takes a semaphore when the module is loaded, and has no way to
-  // give it back.
-  EXPECT_LE(OpenHandles().size(), handles.size() + kRounds);
+  EXPECT_EQ(OpenHandles().size(), handles.size());
 }
 
 }  // namespace
