@@ -66,6 +66,19 @@ std::vector<HWND> VisibleButtons(HWND box) {
   return buttons;
 }
 
+HRESULT AddInstance(INotifierConfig& config, BSTR directory, BSTR* name) {
+  return config.AddInstance(directory, name);
+}
+
+HRESULT EditInstance(INotifierConfig& config, BSTR directory, BSTR* name) {
+  return config.EditInstance(directory, name);
+}
+
+DialogRequest::Method MethodOf(const DialogRequest& request) {
+  if (request.method != nullptr) return request.method;
+  return request.edited ? EditInstance : AddInstance;
+}
+
 }  // namespace
 
 std::ostream& operator<<(std::ostream& out, const MessageBoxContent& content) {
@@ -150,8 +163,7 @@ void DialogSession::Call(INotifierConfig& config, const DialogRequest& request) 
   const Bstr directory(request.directory);
   BSTR const before = request.edited ? Bstr(*request.edited).release() : kNotToTouch;
   BSTR name = before;
-  outcome_.result = request.edited ? config.EditInstance(directory.get(), &name)
-                                   : config.AddInstance(directory.get(), &name);
+  outcome_.result = MethodOf(request)(config, directory.get(), &name);
   if (name != before) outcome_.new_name = Bstr::ViewOf(name);
   if (name != kNotToTouch) SysFreeString(name);
 }

@@ -18,12 +18,17 @@ namespace brantel {
 
 // What is asked of the module: AddInstance, or EditInstance of the named instance.
 struct DialogRequest {
+  // Shows a dialog for the directory, and says what instance it has left.
+  using Method = HRESULT (*)(INotifierConfig& config, BSTR directory, BSTR* name);
+
   const ExpectedClass& notifier_class;
   std::wstring directory;
   std::optional<std::wstring> edited = {};
   RecordingHost* host = nullptr;  // is bound when there is one
   // Whether the dialog's thread has an active window before.
   bool has_owner = false;
+  // Is called instead, when there is one.
+  Method method = nullptr;
 };
 
 struct DialogOutcome {

@@ -6,13 +6,18 @@
 #include <oleauto.h>
 
 #include <array>
+#include <filesystem>
 #include <string>
 #include <vector>
 
 #include "system/windows/bstr_win32.h"
+#include "tests/module/dialog_session.h"
 #include "tests/module/expected_classes.h"
+#include "tests/module/instance_bytes.h"
 #include "tests/module/loaded_module.h"
 #include "tests/module/recording_host.h"
+#include "tests/module/scratch_directory.h"
+#include "tests/module/utf8_text.h"
 
 namespace brantel {
 namespace {
@@ -31,6 +36,12 @@ HRESULT CallSlot(IUnknown* object, std::size_t slot, Arguments... arguments) {
   return reinterpret_cast<Method>(raw->slots[slot])(object, arguments...);
 }
 
+// For a dialog, whose thread makes the call.
+template <std::size_t kSlot>
+HRESULT CallConfigSlot(INotifierConfig& config, BSTR directory, BSTR* name) {
+  return CallSlot(&config, kSlot, directory, name);
+}
+
 TEST(SlotOrder, OfINotifierIsInitializeShutdownSend) {
   const LoadedModule module;
   RecordingHost host;
@@ -47,13 +58,21 @@ TEST(SlotOrder, OfINotifierIsInitializeShutdownSend) {
 
 TEST(SlotOrder, OfINotifierConfigIsAddInstanceEditInstanceGetImageResource) {
   const LoadedModule module;
+  const ScratchDirectory scratch;
+  const auto title_of_dialog_by = [&](DialogRequest::Method method) {
+    static_cast<void>(scratch.Write(L"night", InstanceBytes({"program", "folder", ""})));
+    const DialogSession session(module, {.notifier_class = kLaunchProgram,
+                                         .directory = scratch.path().wstring(),
+                                         .edited = L"night",
+                                         .method = method});
+    return WindowText(session.dialog());
+  };
+  EXPECT_EQ(title_of_dialog_by(CallConfigSlot<3>), "Add Launch Program Instance");
+  EXPECT_EQ(title_of_dialog_by(CallConfigSlot<4>), "Edit Launch Program Instance");
+
   const auto config = module.Create<IUnknown>(kLaunchProgram, kNotifierConfigIid);
-  const Bstr directory(L"Z:\\no such folder");
   HMODULE image_module = nullptr;
   UINT32 image_id = 0;
-
-  EXPECT_LT(CallSlot(config.get(), 3, directory.get(), static_cast<BSTR*>(nullptr)), 0);
-  EXPECT_LT(CallSlot(config.get(), 4, directory.get(), static_cast<BSTR*>(nullptr)), 0);
   EXPECT_EQ(CallSlot(config.get(), 5, &image_module, &image_id), S_OK);
   EXPECT_EQ(image_module, module.handle());
   EXPECT_EQ(image_id, 209U);
@@ -61,12 +80,21 @@ TEST(SlotOrder, OfINotifierConfigIsAddInstanceEditInstanceGetImageResource) {
 
 TEST(SlotOrder, OfINotifierWebConfigIsGetAddPageGetEditPageSubmitForm) {
   const LoadedModule module;
+  const ScratchDirectory scratch;
   const auto web = module.Create<IUnknown>(kBeeper, kNotifierWebConfigIid);
-  const Bstr text(L"Z:\\no such folder");
+  const Bstr folder(scratch.path().wstring());
+  const Bstr instance((scratch.path() / L"night").wstring());
+  const Bstr form(L"origname=night&beepernumber=5550100");
+  Bstr add_page;
+  Bstr edit_page;
 
-  EXPECT_LT(CallSlot(web.get(), 3, text.get(), static_cast<BSTR*>(nullptr)), 0);
-  EXPECT_LT(CallSlot(web.get(), 4, text.get(), static_cast<BSTR*>(nullptr)), 0);
-  EXPECT_LT(CallSlot(web.get(), 5, text.get(), static_cast<BSTR>(nullptr)), 0);
+  EXPECT_EQ(CallSlot(web.get(), 5, folder.get(), form.get()), S_OK);
+  EXPECT_TRUE(std::filesystem::exists(scratch.path() / L"night"));
+  EXPECT_EQ(CallSlot(web.get(), 3, folder.get(), add_page.in_out()), S_OK);
+  EXPECT_EQ(CallSlot(web.get(), 4, instance.get(), edit_page.in_out()), S_OK);
+  // A page for new instances knows nothing of this one.
+  EXPECT_EQ(add_page.view().find(L"5550100"), std::wstring_view::npos);
+  EXPECT_NE(edit_page.view().find(L"5550100"), std::wstring_view::npos);
 }
 
 TEST(SlotOrder, OfISupportErrorInfoHasItsOneMethodAfterIUnknown) {
@@ -78,6 +106,8 @@ TEST(SlotOrder, OfISupportErrorInfoHasItsOneMethodAfterIUnknown) {
   EXPECT_EQ(CallSlot(support.get(), 3, &notifier), S_OK);
   EXPECT_EQ(CallSlot(support.get(), 3, &web), S_FALSE);
 }
+
+constexpr UINT32 kNoKindOfEvent = 0;
 
 // A host as a C program would write it, with methods of its own behind the three.
 struct PlainHost {
@@ -104,8 +134,8 @@ ULONG STDMETHODCALLTYPE PlainRelease(PlainHost* host) {
   return static_cast<ULONG>(--host->references);
 }
 
-HRESULT STDMETHODCALLTYPE PlainExpandMessage(PlainHost* host, BSTR*) {
-  host->calls.emplace_back("ExpandMessage");
+HRESULT STDMETHODCALLTYPE PlainExpandMessage(PlainHost* host, BSTR* text) {
+  host->calls.push_back("ExpandMessage " + ToUtf8(Bstr::ViewOf(*text)));
   return E_ACCESSDENIED;
 }
 
@@ -117,7 +147,7 @@ HRESULT STDMETHODCALLTYPE PlainLogMessage(PlainHost* host, UINT32 level, BSTR te
 
 HRESULT STDMETHODCALLTYPE PlainGetAlertTrigger(PlainHost* host, UINT32* flags) {
   host->calls.emplace_back("GetAlertTrigger");
-  *flags = 2;
+  *flags = kNoKindOfEvent;
   return S_OK;
 }
 
@@ -141,6 +171,26 @@ class PlainHostTest : public ::testing::Test {
                                        Slot(PlainMethodOfItsOwn), Slot(PlainMethodOfItsOwn)};
   PlainHost host_{.slots = slots_.data(), .calls = {}, .logged = {}};
 };
+
+// The trigger decides what becomes of the alert, and the log ends with it.
+TEST_F(PlainHostTest, IsCalledAtItsFirstSlotForATextItsSecondForTheLogItsThirdForTheTrigger) {
+  const LoadedModule module;
+  const ScratchDirectory scratch;
+  const auto notifier = module.CreateNotifier(kBeeper);
+  const Bstr instance(scratch
+                          .Write(L"night", MagicBytes(kBeeper) + TextField("5550300") +
+                                               TextField("") + TextField("1") + TextField("2") +
+                                               TextField("3") + TextField("report") +
+                                               LengthBytes(0))
+                          .wstring());
+  ASSERT_EQ(notifier->Initialize(host_object()), S_OK);
+
+  EXPECT_EQ(notifier->Send(instance.get()), S_OK);
+  EXPECT_THAT(host_.calls,
+              ElementsAre("QueryInterface", "ExpandMessage %C", "GetAlertTrigger", "LogMessage 1"));
+  EXPECT_EQ(host_.logged, L"Currently an unhandled alert trigger - future enhancement.\n");
+  EXPECT_EQ(notifier->Shutdown(), S_OK);
+}
 
 TEST_F(PlainHostTest, IsCalledAtItsSecondSlotForLoggingAndNowhereElse) {
   const LoadedModule module;
