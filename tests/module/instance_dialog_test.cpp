@@ -573,6 +573,22 @@ TEST_P(InstanceDialogTest, FreesTheNameThatItReplacesAndLosesNoOther) {
   EXPECT_EQ(balance.StrayFrees(), 0);
 }
 
+TEST_P(InstanceDialogTest, GivesTheHostTheNameOfANewInstanceAndNothingElse) {
+  const auto add = [&](const char* name, const wchar_t* wide_name) {
+    Add();
+    EnterSamples();
+    AcceptName(name);
+    ExpectEnd(S_OK, wide_name);
+    session_.reset();  // frees the name
+  };
+  add("dusk", L"dusk");  // the system has now made what it makes once
+
+  const AllocationBalance balance;
+  add("night", L"night");
+  EXPECT_EQ(balance.Outstanding(), 0);
+  EXPECT_EQ(balance.StrayFrees(), 0);
+}
+
 // Help.
 
 TEST_P(InstanceDialogTest, ShowsItsHelpForTheButtonAndTheContextHelpKey) {
