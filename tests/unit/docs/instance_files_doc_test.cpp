@@ -155,6 +155,7 @@ TEST(InstanceFilesDocument, SaysWhatTheTablesSay) {
   const std::string expected = MakeDocument();
   if (std::getenv("BRANTEL_WRITE_DOCS") != nullptr) {
     std::ofstream(ProjectFile(kDocument), std::ios::binary) << expected;
+    FAIL() << "written anew; look at it, and run the tests without BRANTEL_WRITE_DOCS";
   }
   EXPECT_EQ(ReadProjectFile(kDocument), expected)
       << "run the unit tests with BRANTEL_WRITE_DOCS=1 to write it anew";
