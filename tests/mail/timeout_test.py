@@ -21,15 +21,21 @@ def silent_relay(address):
     relay.close()
 
 
-@pytest.mark.parametrize("text, seconds", [("50", 0.1), ("1500", 1.5)])
-def test_silence_lasts_as_long_as_the_setting_says(mailer, silent_relay, setting, text, seconds):
-    setting.store(text)
-    outcome = mailer.send(gateway=silent_relay.address)
+def seconds_of_silence(mailer, relay) -> float:
+    outcome = mailer.send(gateway=relay.address)
     assert outcome.exit_code == 1
     assert outcome.output.replace(b"\r\n", b"\n").splitlines()[1:] == [
         b"recv error 10004", b"Failed: 0x80004005 (E_FAIL)"]
-    # The relay sees the connection a moment later than the program; the default would take 10 s.
-    assert seconds - 0.05 <= silent_relay.next_session().seconds < 9
+    return relay.next_session().seconds
+
+
+# 100 ms are the least, whatever less is asked for.
+@pytest.mark.parametrize("text, seconds", [("1", 0.1), ("50", 0.1), ("1500", 1.5)])
+def test_silence_lasts_as_long_as_the_setting_says(mailer, silent_relay, setting, text, seconds):
+    setting.store(text)
+    # The relay sees a connection a moment later than the program, and seldom each time.
+    longest = max(seconds_of_silence(mailer, silent_relay) for _ in range(3))
+    assert seconds - 0.01 <= longest < 9  # the default would take 10 s
     assert setting.query() == [VALUE, "REG_SZ", text]
 
 

@@ -2,10 +2,12 @@
 
 import pytest
 
+from captured_sound import FRAME, RATE
 from windows_programs import wait_until, windows_path
 
 CONNECTED = "LINECALLSTATE_CONNECTED:  The call is connected to the other end."
 PROBED = ["DevNum=0", "ApiVer=2.0", "GetDevCaps:  DevNum=0 ApiVer=2.0"]
+HALF_A_SECOND = RATE // 2 * FRAME
 NOT_ACKNOWLEDGED = ["No button press, queuing retry", '"', "Failed: 0x80004005 (E_FAIL)"]
 ACKNOWLEDGED = ["Good exit", "Delivered."]
 
@@ -44,13 +46,15 @@ def test_a_key_in_the_middle_of_the_first_repetition_cuts_it_short(telephone):
     wait_until(lambda: telephone.capture.sounds())
     telephone.press("1*5")
     wait_until(lambda: "called presses 5" in telephone.transcript())
-    heard_before = len(telephone.capture.sounds()[0])
-    wait_until(lambda: len(telephone.capture.sounds()[0]) > heard_before)  # other keys change nothing
+    heard_before = telephone.capture.size(0)
+    wait_until(lambda: telephone.capture.size(0) > heard_before)  # other keys change nothing
     telephone.press("#")
+    heard_at_key = telephone.capture.size(0)
     call.end()
 
     cut, *messages = telephone.capture.sounds()
     assert 0 < len(cut) < len(repeat) and repeat.startswith(cut)
+    assert len(cut) - heard_at_key <= HALF_A_SECOND
     assert messages == [event, device]  # for a service that went down in the other order
     assert call.process.returncode == 0
 
