@@ -19,6 +19,7 @@ def start_calls(switchboard):
         "busy": page("UCP-SMS", "5550406", TEXT),
         "error": page("UCP-SMS", "5550310", TEXT),
         "too slow": page("TAP", "5550222", TEXT),
+        "past patience": page("TAP", "5550220", TEXT),
         "17": page("NTT", "5550603", TEXT),
     }
 
@@ -165,6 +166,16 @@ def test_service_that_ends_the_call(finished):
     assert 'returned "17\n"\nsending "+++"\n' in call.output()
     assert not any("8000C00000" in said for said in call.modem.said("host"))
     assert call.output().endswith(f"{FAILED}\n")
+
+
+def test_centre_that_takes_longer_for_a_page_than_anybody_waits(finished):
+    call = finished("past patience")
+    assert "Got [p\n" in call.output()  # for which there is more patience
+    assert (f'sending "<02>0041791234567\n{TEXT}\n<03>86<\n"\n'
+            'returned ""\n'
+            'sending "+++"\n') in call.output()
+    assert call.output().endswith(f"Message transmission failed.\n{FAILED}\n")
+    assert call.process.returncode == 1
 
 
 def test_missing_instance(switchboard):

@@ -82,7 +82,7 @@ class FakeTelephony final : public Telephony {
   std::vector<std::byte> call_parameters;
   LineMessageReceiver* receiver = nullptr;
 
-  void Tell(std::uint32_t kind, std::uint32_t first = 0, std::uint32_t second = 0) {
+  void Tell(std::uint32_t kind, std::uint32_t first = 0, std::uint32_t second = 0) const {
     if (receiver == nullptr) throw std::runtime_error("nobody listens");
     receiver->Receive({kind, first, second});
   }
@@ -186,8 +186,8 @@ class FakeRiffFiles final : public RiffFiles {
  private:
   class File final : public RiffFile {
    public:
-    File(const std::string& bytes, std::vector<std::string>& calls, std::string closing)
-        : bytes_(bytes), calls_(calls), closing_(std::move(closing)) {}
+    File(std::string bytes, std::vector<std::string>& calls, std::string closing)
+        : bytes_(std::move(bytes)), calls_(calls), closing_(std::move(closing)) {}
     File(const File&) = delete;
     File& operator=(const File&) = delete;
     ~File() override { calls_.push_back(closing_); }
@@ -274,6 +274,7 @@ class FakeWaveOutput final : public WaveOutput {
     done_ = true;
   }
 
+  [[nodiscard]] bool is_open() const { return is_open_; }
   // Whether an open device's driver has reported that. Sets the device's event alone.
   [[nodiscard]] bool is_done() const { return is_open_ && done_; }
   // The event of the device that was opened last: each has another one.
@@ -349,9 +350,14 @@ class FakeWaveOutput final : public WaveOutput {
   EventHandle done_event_ = 1000;
 };
 
+// Instead of a wait that nothing ends.
+struct EndlessWait : std::runtime_error {
+  EndlessWait() : std::runtime_error("the wait never ends") {}
+};
+
 // What happens while somebody waits, one after the other: messages, and reports of the driver,
 // which wake only whoever waits for the device's event. A wait that none of them ends throws
-// instead of lasting for ever.
+// EndlessWait.
 class FakeMessagePump final : public MessagePump {
  public:
   // The output must outlive the object.
@@ -366,7 +372,7 @@ class FakeMessagePump final : public MessagePump {
       if (output_.is_done() && awaited != output_.done_event()) {
         throw std::runtime_error("nobody is woken by the driver");
       }
-      if (events.empty()) throw std::runtime_error("the wait never ends");
+      if (events.empty()) throw EndlessWait();
       const auto event = std::move(events.front());
       events.pop_front();
       event();
