@@ -75,7 +75,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   }
   Require(!HasHighBytes(header));
   // A prefix within the text itself would be taken for ours.
-  if (code_page != kJapaneseCodePage && text.find(charset->encoded_word_prefix) == text.npos) {
+  if (code_page != kJapaneseCodePage &&
+      text.find(charset->encoded_word_prefix) == std::string::npos) {
     CheckEncodedWord(text, header, charset->encoded_word_prefix);
   }
   return 0;

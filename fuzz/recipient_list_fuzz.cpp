@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "fuzz/fuzz_input.h"
 #include "smtp_mail/message/recipient_list.h"
@@ -27,10 +28,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
   std::string together(recipients.first);
   std::size_t length = recipients.first.size();
-  for (auto address = recipients.behind_commas.rbegin(); address != recipients.behind_commas.rend();
-       ++address) {
-    together += *address;
-    length += address->size() + 1;
+  const std::vector<std::string_view> others(recipients.behind_commas.rbegin(),
+                                             recipients.behind_commas.rend());
+  for (const std::string_view address : others) {
+    together += address;
+    length += address.size() + 1;
   }
   Require(length <= 511);
   Require(together.find(',') == std::string::npos);

@@ -24,7 +24,8 @@ class Relay final : public MailSocket {
   Outcome<std::size_t> Send(std::string_view bytes) override {
     if (!IsBody()) {
       const std::string end = LineEndOf(bytes);
-      Require(end == "\r\n.\r\n" || std::string_view("\r\n\r\n").find(end) != end.npos);
+      Require(end == "\r\n.\r\n" ||
+              std::string_view("\r\n\r\n").find(end) != std::string_view::npos);
     }
     NoteProgress(bytes);
     return bytes.size();
