@@ -157,8 +157,9 @@ TEST_F(WavePlaybackTest, FailsWithoutAWordWhereNoHostIsTold) {
 
 // A driver that believes the format reads no further than the block that it is given.
 TEST_F(WavePlaybackTest, LeavesZerosBehindAFormatThatPromisesMore) {
-  for (const std::string& format : {std::string(), std::string("\2"), kWaveFormat,
-                                    kWaveFormat + "\xFF\xFF", kWaveFormat + "\xFF\xFFxyz"}) {
+  for (const std::string& format :
+       {std::string(), std::string("\2"), kWaveFormat, kWaveFormat + "\xFF\xFF",
+        kWaveFormat + "\xFF\xFFxyz", kWaveFormat + "\xFF\xFF" + std::string(70000, 'x')}) {
     system_.riff_files.files["a.wav"] = WaveBytes("abcd", format);
     EXPECT_EQ(playback_.Play(3, "a.wav"), 0U);
     const auto& given = system_.wave_output.format;

@@ -91,6 +91,11 @@ constexpr Classification kClassifications[] = {
     {"ThreeKatakana", "\xB1\xB2\xB3"sv, JapaneseCode::kShiftJis},
     {"KatakanaThenA0", "\xB1\xA0"sv, JapaneseCode::kNone},
     {"KatakanaThenFF", "\xB1\xFF"sv, JapaneseCode::kNone},
+    {"FirstKatakanaThenKatakana", "\xA1\xB2"sv, JapaneseCode::kEucJpOrShiftJis},
+    {"LastKatakanaThenKatakana", "\xDF\xB2"sv, JapaneseCode::kEucJpOrShiftJis},
+    {"KatakanaThenTheFirst", "\xB1\xA1"sv, JapaneseCode::kEucJpOrShiftJis},
+    {"KatakanaThenTheLast", "\xB1\xDF"sv, JapaneseCode::kEucJpOrShiftJis},
+    {"KatakanaThenLastMiddleTrail", "\xB1\x9F"sv, JapaneseCode::kShiftJis},
 
     // A katakana and a high byte: pairs cannot be told by their place any more.
     {"RunThatStaysUndecided", "\xB4\xE0"sv, JapaneseCode::kEucJpOrShiftJis},
@@ -100,6 +105,10 @@ constexpr Classification kClassifications[] = {
     {"RunThroughAscii", "\xB4\xE0@AZ~\x82"sv, JapaneseCode::kShiftJis},
     {"RunDoesNotDecideOn8E", "\xB4\xE0\x8E\xB1"sv, JapaneseCode::kEucJpOrShiftJis},
     {"RunDoesNotDecideOnF0", "\xB4\xE0\xF0\xFC"sv, JapaneseCode::kEucJpOrShiftJis},
+    {"RunWithLastEucJpByte", "\xB4\xE0\xA1\xFE"sv, JapaneseCode::kEucJp},
+    {"RunFromTheLastHighLead", "\xB4\xEF\xF0"sv, JapaneseCode::kEucJpOrShiftJis},
+    {"RunThroughTheLowestTrail", "\xB4\xE0@\xF0"sv, JapaneseCode::kEucJpOrShiftJis},
+    {"RunEndedBelowTheLowestTrail", "\xB4\xE0?\xF0"sv, JapaneseCode::kEucJp},
     {"RunEndedThenEucJp", "\xB4\xE0 \xA4\xF3"sv, JapaneseCode::kEucJp},
     {"RunEndedThenShiftJis", "\xB4\xE0 \x82\xA0"sv, JapaneseCode::kShiftJis},
 

@@ -242,6 +242,17 @@ TEST(EncodeHeaderText, KeepsLongEucJpWithinItsWorkBuffer) {
                          "?=" + Repeat(">s", (1025 - 3) / 2 - 12) + "\x1B(B");
 }
 
+TEST(EncodeHeaderText, FillsItsWorkBufferOfEucJpToTheByte) {
+  const std::string encoded = EncodeHeaderText(
+      "\xBE\xF3"
+      "a" +
+          Repeat("\xBE\xF3", 2000),
+      932, kLimit);
+  // 12 bytes as far as the second opening sequence, and 506 kanji make 1024.
+  EXPECT_EQ(encoded, " =?ISO-2022-JP?Q?=1B$B=3Es=1B=28Ba=1B$B" + Repeat("=3Es", 8) +
+                         "?=" + Repeat(">s", 506 - 8) + "\x1B(B");
+}
+
 TEST(QEncode, TellsHowFarItCame) {
   std::string destination = "x";
   EXPECT_EQ(QEncode("\xE9 plain", destination, 512), 1U);
