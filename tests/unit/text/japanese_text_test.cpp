@@ -298,6 +298,7 @@ constexpr Conversion kFromShiftJis[] = {
     {"Trail7F", "\x81\x7F"sv, "\x1B$B!`\x1B(B"sv},
     {"LeadByteAtTheEnd", "\x8A\xBF\x8E"sv, "\x1B$B4A\x1B(B\x8E"sv},
     {"LeadByteBeyondTheStandard", "\x8A\xBF\xFA\x40"sv, "\x1B$B4A\x1B(B\xFA\x40"sv},
+    {"FirstLeadByteBeyondTheStandard", "\xF0\x40"sv, "\xF0\x40"sv},
     {"BytesOfNeitherKind", "\x80\xA0\xFD\xFF"sv, "\x80\xA0\xFD\xFF"sv},
     {"EscapeSequence", "\x1B$B4A\x1B(B"sv, "\x1B$B4A\x1B(B"sv},
 };
