@@ -312,6 +312,19 @@ TEST_P(ShiftJisToJisTest, Converts) {
   EXPECT_EQ(ShiftJisToJis(GetParam().from, 1000), GetParam().to);
 }
 
+TEST(ShiftJisToJis, HasAFullWidthFormOfEveryHalfWidthKatakana) {
+  std::string katakana;
+  for (unsigned byte = 0xA1; byte <= 0xDF; ++byte)
+    katakana.push_back(static_cast<char>(static_cast<std::uint8_t>(byte)));
+  EXPECT_EQ(ShiftJisToJis(katakana, 1000),
+            "\x1B$B"
+            "!#!V!W!\"!&%r%!%#%%%'%)%c%e%g%C!<"
+            "%\"%$%&%(%*%+%-%/%1%3%5%7%9%;%=%?"
+            "%A%D%F%H%J%K%L%M%N%O%R%U%X%[%^%_"
+            "%`%a%b%d%f%h%i%j%k%l%m%o%s!+!,"
+            "\x1B(B");
+}
+
 TEST(ShiftJisToJis, StopsWhenFewerThanFourBytesOfRoomAreLeft) {
   EXPECT_EQ(ShiftJisToJis("abcdefgh", 8), "abcde");
   EXPECT_EQ(ShiftJisToJis("abcdefgh", 11), "abcdefgh");
