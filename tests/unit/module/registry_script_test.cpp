@@ -155,6 +155,17 @@ TEST(ParseRegistryScript, RefusesEndlessNesting) {
   EXPECT_EQ(parse.error.message, "keys are nested too deeply");
 }
 
+TEST(ParseRegistryScript, TakesBlocksInEachOtherAsFarAs32) {
+  const auto nested = [](int blocks) {
+    std::string script = "HKCR ";
+    for (int i = 0; i < blocks; ++i)
+      script += "{ A ";
+    return ParseRegistryScript(script + std::string(static_cast<std::size_t>(blocks), '}'), "");
+  };
+  EXPECT_TRUE(nested(32).script);
+  EXPECT_EQ(nested(33).error.message, "keys are nested too deeply");
+}
+
 TEST(ClassScripts, RegisterEachClassUnderItsOwnNames) {
   EXPECT_THAT(
       RegisterCalls(ReadScript("beeper.rgs")),

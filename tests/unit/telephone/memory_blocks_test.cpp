@@ -5,6 +5,8 @@
 
 #include <cstddef>
 
+#include "tests/unit/telephone/fake_voice_system.h"
+
 namespace brantel {
 namespace {
 
@@ -21,6 +23,14 @@ TEST(SystemMemoryBlocks, GivesZeros) {
 TEST(SystemMemoryBlocks, GivesABlockOfNoBytesToo) {
   SystemMemoryBlocks system;
   EXPECT_TRUE(MemoryBlock(system, 0));
+}
+
+TEST(MemoryBlock, HasNoBytesWithoutMemory) {
+  CountingMemory memory;
+  memory.refused = {1};
+  const MemoryBlock block(memory, 1000);
+  EXPECT_FALSE(block);
+  EXPECT_EQ(block.bytes().size(), 0U);
 }
 
 // All of them together are more than a process of 32 bits can have.
