@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "system/bstr_win32.h"
+#include "system/windows/bstr_win32.h"
 #include "tests/module/allocation_ledger.h"
 #include "tests/module/expected_classes.h"
 #include "tests/module/instance_bytes.h"
