@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <memory>
+
 #include "instance/instance_codec.h"
 #include "launch_program/launch_program_description.h"
 #include "tests/unit/instance/fake_instance_files.h"
@@ -35,6 +37,12 @@ class LaunchProgramTest : public ::testing::Test {
   FakeNotifierHost host_;
   LaunchProgram notifier_{files_, starter_};
 };
+
+TEST_F(LaunchProgramTest, BindsTheHostThatItIsGivenAndNeedsNothingElse) {
+  const auto host = std::make_shared<FakeNotifierHost>();
+  EXPECT_EQ(notifier_.Initialize([&] { return host; }), host);
+  EXPECT_EQ(notifier_.Initialize([] { return nullptr; }), nullptr);
+}
 
 TEST_F(LaunchProgramTest, StartsTheProgramWithExpandedArguments) {
   Store("C:\\tools\\page.exe", "C:\\tools", "--device %n");
