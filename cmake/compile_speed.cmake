@@ -44,10 +44,11 @@ function(precompile_standard_headers folder)
   endforeach()
 endfunction()
 
-# compile_as_tests(TARGET [HEADERS...]): for a program or library of tests. Only what it tests is worth
-# optimizing, and a line number is all that anybody needs to know of a test that failed. The headers are
-# precompiled beside those of GoogleTest.
+# compile_as_tests(TARGET [HEADERS HEADER...|HEADERS_OF OTHER]): for a program or library of tests. Only what it
+# tests is worth optimizing, and a line number is all that anybody needs to know of a test that failed. The
+# headers are precompiled beside those of GoogleTest; or those of another such target are taken.
 function(compile_as_tests target)
+  cmake_parse_arguments(PARSE_ARGV 1 with "" HEADERS_OF HEADERS)
   if(WIN32)
     # Where nobody reads debug information, and the linker takes long over sections.
     target_compile_options(${target} PRIVATE -O0 -g0 -fno-function-sections -fno-data-sections)
@@ -58,8 +59,14 @@ function(compile_as_tests target)
     # Fuzzers are to look for ways through what is tested alone, and what is undefined is to be found there.
     target_compile_options(${target} PRIVATE -fno-sanitize=fuzzer-no-link,undefined)
   endif()
-  if(NOT BRANTEL_ALONE)
-    target_precompile_headers(${target} PRIVATE ${standard_headers} <gmock/gmock.h> <gtest/gtest.h> ${ARGN})
+  if(BRANTEL_ALONE)
+    return()
+  endif()
+  if(with_HEADERS_OF)
+    target_precompile_headers(${target} REUSE_FROM ${with_HEADERS_OF})
+  else()
+    target_precompile_headers(${target} PRIVATE
+      ${standard_headers} <gmock/gmock.h> <gtest/gtest.h> ${with_HEADERS})
   endif()
 endfunction()
 
