@@ -40,7 +40,8 @@ def build(preset: str, *targets: str) -> Step:
 
 SETUP = str(ROOT / "tools" / "setup")
 # An installation is not to be left half made, and sudo may ask for a password.
-SET_UP = Step("the set-up", (SETUP, "test"), can_be_ended=False)
+PACKAGES = Step("the installation of packages", (SETUP, "test-packages"), can_be_ended=False)
+WINE_PREFIX = Step("the set-up of Wine", (SETUP, "test"), can_be_ended=False)
 # For this the machine is set up already when this program starts.
 RELEASE = build("win32")
 # First what the suites need that mostly wait, so that they wait while the rest is built.
@@ -67,7 +68,7 @@ class Suite:
 
     @property
     def steps(self) -> list[Step]:
-        return [SET_UP, *self.builds]
+        return [PACKAGES, *([WINE_PREFIX] if self.wine else []), *self.builds]
 
     def narrowed(self, name: str) -> list[str]:
         """The command that runs the tests of that name alone; none where that cannot be said."""
@@ -285,6 +286,7 @@ class Session:
     def __init__(self, suites: list[Suite], name: str | None):
         self._waiting = list(suites)
         self._builds = [build for build in BUILDS if any(build in suite.builds for suite in suites)]
+        self._needs_wine = any(suite.wine for suite in suites)
         self._done: set[Step] = set()
         self._failed: set[Step] = set()
         self._busy = 0.0
@@ -293,7 +295,7 @@ class Session:
         self._runner = Runner(name)
 
     def run(self) -> dict[str, Result]:
-        threads = [threading.Thread(target=self._take, args=(SET_UP,), daemon=True),
+        threads = [threading.Thread(target=self._set_up, daemon=True),
                    threading.Thread(target=self._build_all, daemon=True)]
         for thread in threads:
             thread.start()
@@ -328,16 +330,21 @@ class Session:
             (self._done if succeeded else self._failed).add(step)
             self._changed.notify_all()
 
+    def _set_up(self) -> None:
+        self._take(PACKAGES)
+        if self._needs_wine and self._has_packages():
+            self._take(WINE_PREFIX)
+
     def _build_all(self) -> None:
         for build in self._builds:
-            if build != RELEASE and not self._is_set_up():
+            if build != RELEASE and not self._has_packages():
                 return
             self._take(build)
 
-    def _is_set_up(self) -> bool:
+    def _has_packages(self) -> bool:
         with self._changed:
-            self._changed.wait_for(lambda: SET_UP in self._done | self._failed)
-            return SET_UP in self._done
+            self._changed.wait_for(lambda: PACKAGES in self._done | self._failed)
+            return PACKAGES in self._done
 
     def _run(self, suite: Suite) -> None:
         started = time.monotonic()
