@@ -70,6 +70,11 @@ void AwaitAnswer() {
   if (gate_name.empty()) return;
   HANDLE gate = OpenSemaphoreW(SYNCHRONIZE, FALSE, gate_name.c_str());
   if (gate == nullptr) return;
+  const std::wstring arrivals_name = gate_name + L" reached";
+  if (HANDLE arrivals = OpenSemaphoreW(SEMAPHORE_MODIFY_STATE, FALSE, arrivals_name.c_str())) {
+    ReleaseSemaphore(arrivals, 1, nullptr);
+    CloseHandle(arrivals);
+  }
   WaitForSingleObject(gate, INFINITE);
   CloseHandle(gate);
 }

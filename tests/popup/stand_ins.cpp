@@ -7,6 +7,7 @@ namespace brantel {
 namespace {
 
 constexpr const wchar_t* kGateName = L"network gate of the tests";
+constexpr const wchar_t* kArrivalsName = L"network gate of the tests reached";
 constexpr const wchar_t* kGateVariable = L"NEIGHBOURHOOD_GATE";
 // More answers than ever wait at the same time.
 constexpr LONG kMostWaiting = 1000;
@@ -41,11 +42,17 @@ void StandIns::SetAnswer(unsigned status) {
 
 void StandIns::CloseGate() {
   gate_ = Handle(CreateSemaphoreW(nullptr, 0, 2 * kMostWaiting, kGateName));
+  arrivals_ = Handle(CreateSemaphoreW(nullptr, 0, 2 * kMostWaiting, kArrivalsName));
   Set(kGateVariable, kGateName);
 }
 
 void StandIns::LetThrough(int answers) {
   ReleaseSemaphore(gate_.get(), answers, nullptr);
+}
+
+void StandIns::AwaitArrival() {
+  AwaitThat([this] { return WaitForSingleObject(arrivals_.get(), 0) == WAIT_OBJECT_0; },
+            "nobody asks the network");
 }
 
 void StandIns::OpenGate() {

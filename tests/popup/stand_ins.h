@@ -33,6 +33,8 @@ class StandIns {
   // From now on each answer of the network waits until it is let through.
   void CloseGate();
   void LetThrough(int answers);
+  // Until the network has been asked for one more answer, which now waits.
+  void AwaitArrival();
   // Lets all answers through.
   void OpenGate();
 
@@ -45,6 +47,7 @@ class StandIns {
   ScratchDirectory scratch_;
   std::vector<const wchar_t*> set_;
   Handle gate_;
+  Handle arrivals_;
 };
 
 // Waits for what other threads do; throws std::runtime_error when it does not come about.

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -31,9 +32,11 @@ void AwaitUnloading() {
 class Unloading : public ::testing::Test {
  protected:
   // Opens the dialog and closes it at once. How many milliseconds the closing took.
-  DWORD OpenAndClose(const LoadedModule& module) {
+  DWORD OpenAndClose(
+      const LoadedModule& module, const std::function<void()>& meanwhile = [] {}) {
     DialogSession session(module,
                           {.notifier_class = kWinPopup, .directory = scratch_.path().wstring()});
+    meanwhile();
     const DWORD before = GetTickCount();
     session.Click(kCancel);
     EXPECT_EQ(session.Await().result, E_FAIL);
@@ -48,7 +51,8 @@ TEST_F(Unloading, WaitsForTheSearchAndTheHostDoesNot) {
   stand_ins_.CloseGate();
   {
     const LoadedModule module;
-    OpenAndClose(module);
+    // A search that has not begun yet is not begun any more.
+    OpenAndClose(module, [this] { stand_ins_.AwaitArrival(); });
     EXPECT_EQ(module.CanUnloadNow(), S_OK);  // no object is left
   }
   EXPECT_TRUE(IsLoaded());
