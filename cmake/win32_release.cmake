@@ -1,5 +1,6 @@
 # The module and the host run on any 32-bit Windows of their time and import system libraries alone, so
 # the compiler's own libraries are linked in. What nobody calls is left out.
+
 # The least Windows that the sources need. The standard headers of newer compilers need more themselves.
 set(least_windows 0x0501)
 if(CMAKE_CXX_COMPILER_VERSION VERSION_GREATER_EQUAL 13)
