@@ -7,8 +7,14 @@ if(CMAKE_CXX_COMPILER_VERSION VERSION_GREATER_EQUAL 13)
   set(least_windows 0x0600)
 endif()
 add_compile_definitions(WINVER=${least_windows} _WIN32_WINNT=${least_windows} WIN32_LEAN_AND_MEAN NOMINMAX)
-add_compile_options(-g -ffunction-sections -fdata-sections)
+add_compile_options(-ffunction-sections -fdata-sections)
 add_link_options(-static -static-libgcc -static-libstdc++ -Wl,--gc-sections)
+if(BRANTEL_RELEASE)
+  add_compile_options(-g)
+else()
+  # Of the tests here nobody reads debug information, and the linker that g++ knows takes long over sections.
+  add_link_options(-fno-use-linker-plugin "SHELL:-wrapper \"${CMAKE_SOURCE_DIR}/tools/lib/link_with_lld\"")
+endif()
 
 set(RELEASE_DIR "${CMAKE_SOURCE_DIR}/out/win32")
 

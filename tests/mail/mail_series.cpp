@@ -23,7 +23,7 @@
 #include "tests/module/loaded_module.h"
 #include "tests/module/process_level.h"
 #include "tests/module/recording_host.h"
-#include "tests/module/thread_gate.h"
+#include "tests/thread_gate.h"
 
 namespace brantel {
 namespace {

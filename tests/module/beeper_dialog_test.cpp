@@ -13,22 +13,11 @@ using namespace std::string_literals;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-constexpr int kOk = 1;
-constexpr int kCancel = 2;
-constexpr int kHelp = 9;
 constexpr int kDialingOptions = 219;
 
 // Controls of the port settings.
 constexpr int kDialString = 218;
-constexpr int kModemString = 219;
 constexpr int kTimeout = 220;
-constexpr int k300Baud = 224;
-constexpr int k2400Baud = 226;
-constexpr int kCom1 = 227;
-constexpr int kCom4 = 230;
-
-// What the system makes of the key F1.
-constexpr UINT kContextHelpKey = 0x4D;
 
 class BeeperDialogTest : public ModemDialogFixture {
  protected:

@@ -10,7 +10,7 @@
 #include "tests/module/expected_classes.h"
 #include "tests/module/loaded_module.h"
 #include "tests/module/recording_host.h"
-#include "tests/module/thread_gate.h"
+#include "tests/thread_gate.h"
 
 namespace brantel {
 namespace {

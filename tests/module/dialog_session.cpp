@@ -4,11 +4,11 @@
 #include <stdexcept>
 
 #include "system/windows/bstr_win32.h"
+#include "tests/module/patience.h"
 
 namespace brantel {
 namespace {
 
-constexpr DWORD kPatience = 20000;     // ms, for a machine that is busy
 constexpr DWORD kLookAgain = 10;       // ms between two looks at what another thread does
 constexpr UINT kLongForADialog = 500;  // ms
 

@@ -16,6 +16,14 @@
 
 namespace brantel {
 
+// The buttons that all dialogs have.
+inline constexpr int kOk = 1;
+inline constexpr int kCancel = 2;
+inline constexpr int kHelp = 9;
+
+// What the system makes of the key F1.
+inline constexpr UINT kContextHelpKey = 0x4D;
+
 // What is asked of the module: AddInstance, or EditInstance of the named instance.
 struct DialogRequest {
   // Shows a dialog for the directory, and says what instance it has left.

@@ -17,8 +17,6 @@ namespace {
 
 using ::testing::ElementsAre;
 
-constexpr auto kHostFailure = static_cast<HRESULT>(0x80131234);
-
 class EmptyTemplate : public ::testing::Test {
  protected:
   HRESULT Send(const ExpectedClass& expected, const std::string& fields) {

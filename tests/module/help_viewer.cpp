@@ -3,10 +3,10 @@
 #include <cstring>
 #include <stdexcept>
 
+#include "tests/module/patience.h"
+
 namespace brantel {
 namespace {
-
-constexpr DWORD kPatience = 20000;  // ms
 
 // The window by which the system's WinHelp knows a viewer that is running.
 constexpr const char* kViewerClass = "MS_WINHELP";

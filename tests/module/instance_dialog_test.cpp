@@ -22,12 +22,6 @@ using ::testing::IsEmpty;
 using ::testing::Pair;
 using ::testing::Values;
 
-constexpr int kOk = 1;
-constexpr int kCancel = 2;
-
-// What the system makes of the key F1.
-constexpr UINT kContextHelpKey = 0x4D;
-
 constexpr const char* kTaken = "Instance name already exists.  Please choose another name";
 constexpr const char* kTakenCaption = "Invalid Instance Name";
 constexpr const char* kNotSaved = "Error saving instance file";

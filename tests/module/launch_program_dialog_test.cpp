@@ -16,8 +16,6 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::Pair;
 
-constexpr int kOk = 1;
-constexpr int kCancel = 2;
 constexpr int kProgram = 219;
 constexpr int kArguments = 220;
 constexpr int kBrowseProgram = 221;

@@ -27,8 +27,6 @@ using ::testing::SizeIs;
 using ::testing::Values;
 using ::testing::ValuesIn;
 
-constexpr auto kHostFailure = static_cast<HRESULT>(0x80131234);
-
 class LaunchProgramSend : public ::testing::Test {
  protected:
   LaunchProgramSend() {

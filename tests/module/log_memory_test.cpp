@@ -27,11 +27,11 @@ using ::testing::Contains;
 using ::testing::ElementsAre;
 
 // The module's BSTRs since the last alert began, and which of them there is no memory for.
-std::size_t texts = 0;
+std::size_t texts_made = 0;
 std::optional<std::size_t> lost_text;
 
 BSTR WINAPI AllocateText(const OLECHAR* text, UINT length) {
-  return lost_text == texts++ ? nullptr : SysAllocStringLen(text, length);
+  return lost_text == texts_made++ ? nullptr : SysAllocStringLen(text, length);
 }
 
 class LogMemory : public ::testing::Test {
@@ -41,7 +41,7 @@ class LogMemory : public ::testing::Test {
 
   HRESULT Send(const ComPointer<INotifier>& notifier) {
     host_.log_calls.clear();
-    texts = 0;
+    texts_made = 0;
     return notifier->Send(instance_.get());
   }
 
@@ -56,26 +56,17 @@ class LogMemory : public ::testing::Test {
   ImportPatch patch_{module_.handle(), "SysAllocStringLen", reinterpret_cast<void*>(&AllocateText)};
 };
 
-// What a modem and a TAP centre say to what they are sent.
-std::string AnswerTo(const std::string& sent) {
-  if (sent.starts_with("ATDT")) return "\r\nCONNECT 2400\r\n";
-  if (sent.starts_with("AT")) return "\r\nOK\r\n";
-  if (sent.starts_with("\x1BPG1")) return "\x06\r\x1B[p\r";
-  if (sent.starts_with('\x02')) return "\x06\r";
-  return sent == "\r" ? "ID=" : "";
-}
-
 class ModemLogMemory : public LogMemory {
  protected:
   // Sends once for each line of the log that can be lost.
   void ExpectTheSameWithoutAnyLine(const ExpectedClass& expected, std::size_t lines) {
     const auto notifier = module_.CreateNotifier(expected);
     ASSERT_EQ(notifier->Initialize(&host_), S_OK);
-    modem_.answer_to = AnswerTo;
+    modem_.answer_to = AnswerOfCentres;
     ASSERT_EQ(Send(notifier), S_OK);
     ASSERT_EQ(host_.log_calls.size(), lines);
     // The first is the text that the host expands.
-    ASSERT_EQ(texts, lines + 1);
+    ASSERT_EQ(texts_made, lines + 1);
     const std::vector<std::string> written = modem_.written;
     ASSERT_THAT(written, Contains("+++"));
     for (lost_text = 1; *lost_text <= lines; ++*lost_text) {
@@ -117,7 +108,7 @@ TEST_F(LogMemory, DoesNotLoseTheConnectionOfACall) {
   ASSERT_EQ(Send(notifier), E_FAIL);
   const std::vector<LogCall> log = host_.log_calls;
   constexpr std::size_t kExpandedTexts = 2;
-  ASSERT_EQ(texts, log.size() + kExpandedTexts);
+  ASSERT_EQ(texts_made, log.size() + kExpandedTexts);
   for (lost_text = kExpandedTexts; *lost_text < log.size() + kExpandedTexts; ++*lost_text) {
     std::vector<LogCall> shorter_log = log;
     shorter_log.erase(shorter_log.begin() + static_cast<int>(*lost_text - kExpandedTexts));

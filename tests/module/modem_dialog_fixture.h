@@ -16,6 +16,16 @@
 
 namespace brantel {
 
+// Controls that the port settings of the modem classes share.
+inline constexpr int kModemString = 219;
+inline constexpr int k300Baud = 224;
+inline constexpr int k1200Baud = 225;
+inline constexpr int k2400Baud = 226;
+inline constexpr int kCom1 = 227;
+inline constexpr int kCom3 = 229;
+inline constexpr int kCom4 = 230;
+inline constexpr int k8N1 = 235;  // that of the Pager alone
+
 // An operator before the dialog of a modem class, on a machine without settings of the class.
 class ModemDialogFixture : public DialogFixture {
  protected:

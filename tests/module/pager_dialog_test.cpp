@@ -12,23 +12,12 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-constexpr int kOk = 1;
-constexpr int kCancel = 2;
-constexpr int kHelp = 9;
 constexpr int kPassword = 219;
-constexpr int kMessage = 221;
+constexpr int kPagerMessage = 221;
 constexpr int kTap = 231;
 constexpr int kSmsTap = 232;
 constexpr int kNtt = 233;
 constexpr int kUcpSms = 235;
-
-// Controls of the port settings.
-constexpr int kModemString = 219;
-constexpr int k300Baud = 224;
-constexpr int k1200Baud = 225;
-constexpr int kCom1 = 227;
-constexpr int kCom3 = 229;
-constexpr int k8N1 = 235;
 
 class PagerDialogTest : public ModemDialogFixture {
  protected:
@@ -122,7 +111,7 @@ TEST_F(PagerDialogTest, AddsWithTapWhateverTheDefaultInstanceHas) {
   Add();
   EXPECT_THAT(CheckedProtocols(), ElementsAre(kTap));
   EXPECT_EQ(session_->Text(kProfiles), "Alternate 1");
-  EXPECT_EQ(session_->Text(kMessage), "%n is down");
+  EXPECT_EQ(session_->Text(kPagerMessage), "%n is down");
 }
 
 TEST_F(PagerDialogTest, SharesAnAccessKeyBetweenThePasswordAndThePortSettings) {

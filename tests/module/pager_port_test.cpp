@@ -16,11 +16,6 @@ namespace {
 
 using ::testing::ElementsAre;
 
-constexpr int kOk = 1;
-constexpr int k8N1 = 235;
-constexpr int k2400Baud = 226;
-constexpr int kCom3 = 229;
-
 // What the module has asked of the system.
 std::string opened_port;
 DCB wanted_control;

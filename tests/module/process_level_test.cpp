@@ -14,20 +14,20 @@
 namespace brantel {
 namespace {
 
-constexpr int kRounds = 10000;
-constexpr int kWarmUpRounds = 700;
+constexpr int kBindings = 10000;
+constexpr int kWarmUpBindings = 700;
 
 // A single smallest heap block (8 bytes) lost in every round would add 80,000 bytes, one lost in
 // every round of a single class more than 11,000. What the system itself may keep meanwhile, such
 // as a grown table, is far smaller.
-constexpr std::size_t kHeapTolerance = 4096;
+constexpr std::size_t kHeapGrowth = 4096;
 
 // What the process holds, to be compared before and after.
 class LevelWatch {
  public:
   void ExpectUnchanged() const {
     const HeapLevel heaps = MeasureHeaps();
-    EXPECT_LE(heaps.bytes, heaps_.bytes + kHeapTolerance);
+    EXPECT_LE(heaps.bytes, heaps_.bytes + kHeapGrowth);
     EXPECT_EQ(balance_.Outstanding(), 0);
     EXPECT_EQ(balance_.StrayFrees(), 0);
     EXPECT_EQ(OpenHandles(), handles_);
@@ -44,12 +44,12 @@ class ProcessLevel : public ::testing::Test {
   // The first rounds make what is made once: class factories, caches of the system.
   template <typename Round>
   void ExpectUnchangedBy(Round round) {
-    for (int i = 0; i < kWarmUpRounds; ++i)
+    for (int i = 0; i < kWarmUpBindings; ++i)
       round(i);
     host_.queries = {};
     host_.log_calls = {};
     const LevelWatch watch;
-    for (int i = 0; i < kRounds; ++i) {
+    for (int i = 0; i < kBindings; ++i) {
       round(i);
       host_.queries.clear();
       host_.log_calls.clear();
@@ -80,7 +80,7 @@ TEST_F(ProcessLevel, IsUnchangedBy10000RoundsFromCreationToRelease) {
   });
   // All classes but perhaps one bind.
   constexpr int kClasses = static_cast<int>(kExpectedClasses.size());
-  EXPECT_GE(bound, (kRounds + kWarmUpRounds) / kClasses * (kClasses - 1));
+  EXPECT_GE(bound, (kBindings + kWarmUpBindings) / kClasses * (kClasses - 1));
 }
 
 TEST_F(ProcessLevel, IsUnchangedBy10000RoundsWithoutShutdown) {

@@ -13,6 +13,9 @@
 
 namespace brantel {
 
+// What a host fails with where a test lets it.
+inline constexpr auto kHostFailure = static_cast<HRESULT>(0x80131234);
+
 struct LogCall {
   UINT32 level;
   std::wstring text;

@@ -57,20 +57,10 @@ const std::vector<StrainedAlert> kAlerts = {
      TextField("C:\\no such program.exe") + TextField("C:\\") + TextField("the device is down")},
 };
 
-// What a modem and the centres of all protocols say to what they are sent.
-std::string AnswerTo(const std::string& sent) {
-  if (sent.starts_with("ATDT")) return "\r\nCONNECT 2400\r\n";
-  if (sent.starts_with("AT")) return "\r\nOK\r\n";
-  if (sent.starts_with("\x1BPG1")) return "\x06\r\x1B[p\r";
-  if (sent.starts_with('\x02')) return "\x06/R/02/A/";
-  if (sent.starts_with("8000C00000")) return "28";
-  return sent == "\r" ? "ID= READY" : "";
-}
-
 class SendWithoutMemory : public ::testing::TestWithParam<StrainedAlert> {
  protected:
   SendWithoutMemory() {
-    modem_.answer_to = AnswerTo;
+    modem_.answer_to = AnswerOfCentres;
     host_.trigger_word = kAlertItemDown;
     instance_ =
         Bstr(scratch_.Write(L"night", MagicBytes(GetParam().notifier_class) + GetParam().fields)

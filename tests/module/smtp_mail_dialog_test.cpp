@@ -13,13 +13,12 @@ using ::testing::Ge;
 using ::testing::IsEmpty;
 using ::testing::Pair;
 
-constexpr int kOk = 1;
-constexpr int kName = 203;
+constexpr int kMailName = 203;
 constexpr int kServer = 202;
 constexpr int kTo = 205;
 constexpr int kFrom = 204;
 constexpr int kSubject = 206;
-constexpr int kMessage = 201;
+constexpr int kMailMessage = 201;
 
 constexpr const char* kServerInvalid =
     "Invalid value - The 'Mail Server' field must have a valid Internet Protocol (IP) address";
@@ -56,7 +55,7 @@ TEST_F(SmtpMailDialogTest, OpensEmptyAndLogsNothingWithAndWithoutADefault) {
   for (const ExpectedEdit& edit : expected_.edits) {
     EXPECT_EQ(session_->Text(edit.control), "") << edit.control;
   }
-  EXPECT_EQ(session_->Focus(), kName);
+  EXPECT_EQ(session_->Focus(), kMailName);
   EXPECT_THAT(host_.log_calls, IsEmpty());
 }
 
@@ -131,15 +130,15 @@ TEST_F(SmtpMailDialogTest, WantsAnAtSignFromSenderAndRecipients) {
 TEST_F(SmtpMailDialogTest, TakesEnterInTheMessageForALineEnd) {
   Add();
   EnterSamples();
-  session_->SetText(kMessage, "");
+  session_->SetText(kMailMessage, "");
   session_->PressAltAnd('s');
   session_->PressKey(VK_TAB);
-  ASSERT_EQ(session_->Focus(), kMessage);
+  ASSERT_EQ(session_->Focus(), kMailMessage);
   session_->Type("a");
   session_->PressKey(VK_RETURN);
   session_->Type("b");
   ASSERT_NE(session_->dialog(), nullptr);
-  EXPECT_EQ(session_->Text(kMessage), "a\r\nb");
+  EXPECT_EQ(session_->Text(kMailMessage), "a\r\nb");
   session_->PressKey(VK_TAB);
   EXPECT_EQ(session_->Focus(), kOk);
 }
@@ -149,9 +148,9 @@ TEST_F(SmtpMailDialogTest, LimitsTheNameAndTheServerAlone) {
   const auto limit = [&](int control) {
     return static_cast<DWORD>(SendMessageA(session_->Control(control), EM_GETLIMITTEXT, 0, 0));
   };
-  EXPECT_EQ(limit(kName), 512U);
+  EXPECT_EQ(limit(kMailName), 512U);
   EXPECT_EQ(limit(kServer), 512U);
-  for (const int control : {kTo, kFrom, kSubject, kMessage}) {
+  for (const int control : {kTo, kFrom, kSubject, kMailMessage}) {
     EXPECT_THAT(limit(control), Ge(0x7FFFFFFEU)) << control;
   }
 }
@@ -163,13 +162,13 @@ TEST_F(SmtpMailDialogTest, KeepsTextsOfAnyLength) {
   }
   Add();
   EnterSamples();
-  session_->SetText(kMessage, long_message);
+  session_->SetText(kMailMessage, long_message);
   session_->SetText(kTo, std::string(2000, 'x') + "@b.example");
   session_->Click(kOk);
   ExpectEnd(S_OK, L"night");
   const auto saved = scratch_.Files();
   Edit(L"night");
-  EXPECT_EQ(session_->Text(kMessage), long_message);
+  EXPECT_EQ(session_->Text(kMailMessage), long_message);
   EXPECT_EQ(session_->Text(kTo), std::string(2000, 'x') + "@b.example");
   session_->Click(kOk);
   ExpectEnd(S_OK, L"night");

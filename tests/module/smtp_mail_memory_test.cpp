@@ -1,6 +1,5 @@
 // What needs sockets, where memory runs out: at each place in turn a call fails there, and gives
 // back what it had taken from the system by then.
-#include <winsock2.h>
 #include <windows.h>
 #include <gtest/gtest.h>
 
@@ -15,6 +14,7 @@
 #include "tests/module/process_level.h"
 #include "tests/module/recording_host.h"
 #include "tests/module/scratch_directory.h"
+#include "tests/module/sockets_work.h"
 
 namespace brantel {
 namespace {
@@ -28,7 +28,7 @@ void* AllocateUnlessItIsTheOne(std::size_t size) {
   return allocations_left-- == 0 ? nullptr : std::malloc(size);
 }
 
-class WithoutMemory : public ::testing::TestWithParam<ExpectedClass> {
+class SocketsWithoutMemory : public ::testing::TestWithParam<ExpectedClass> {
  protected:
   // Whether the call still came to the allocation that fails.
   template <typename Call>
@@ -47,14 +47,7 @@ class WithoutMemory : public ::testing::TestWithParam<ExpectedClass> {
                            reinterpret_cast<void*>(AllocateUnlessItIsTheOne)};
 };
 
-bool SocketsWork() {
-  const SOCKET made = socket(AF_INET, SOCK_STREAM, IPPROTO_TCP);
-  if (made == INVALID_SOCKET) return false;
-  closesocket(made);
-  return true;
-}
-
-class BindingWithoutMemory : public WithoutMemory {};
+class BindingWithoutMemory : public SocketsWithoutMemory {};
 
 INSTANTIATE_TEST_SUITE_P(Classes, BindingWithoutMemory, ::testing::Values(kSMTPMail, kWinPopup),
                          NameOfClass);
@@ -75,7 +68,7 @@ TEST_P(BindingWithoutMemory, LeavesTheSocketsLibraryAsItWas) {
   EXPECT_FALSE(SocketsWork());
 }
 
-class MailWithoutMemory : public WithoutMemory {};
+class MailWithoutMemory : public SocketsWithoutMemory {};
 
 INSTANTIATE_TEST_SUITE_P(Classes, MailWithoutMemory, ::testing::Values(kSMTPMail), NameOfClass);
 

@@ -1,23 +1,13 @@
-#include <winsock2.h>
 #include <windows.h>
 #include <gtest/gtest.h>
 
 #include "tests/module/expected_classes.h"
 #include "tests/module/loaded_module.h"
 #include "tests/module/recording_host.h"
+#include "tests/module/sockets_work.h"
 
 namespace brantel {
 namespace {
-
-bool SocketsWork() {
-  const SOCKET made = socket(AF_INET, SOCK_STREAM, IPPROTO_TCP);
-  if (made == INVALID_SOCKET) {
-    EXPECT_EQ(WSAGetLastError(), WSANOTINITIALISED);
-    return false;
-  }
-  closesocket(made);
-  return true;
-}
 
 class SocketsBinding : public ::testing::TestWithParam<ExpectedClass> {
  protected:

@@ -18,8 +18,6 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::Pair;
 
-constexpr int kOk = 1;
-constexpr int kCancel = 2;
 constexpr int kBrowse = 210;
 constexpr int kRecord = 211;
 constexpr int kFilename = 212;

@@ -12,8 +12,8 @@ bool IsPort(HANDLE handle) {
   return std::ranges::find(modem->ports, handle) != modem->ports.end();
 }
 
-HANDLE WINAPI Open(const char* path, DWORD access, DWORD share, SECURITY_ATTRIBUTES* security,
-                   DWORD creation, DWORD flags, HANDLE like) {
+HANDLE WINAPI OpenPort(const char* path, DWORD access, DWORD share, SECURITY_ATTRIBUTES* security,
+                       DWORD creation, DWORD flags, HANDLE like) {
   const bool is_port = std::string_view(path).starts_with("COM");
   HANDLE opened =
       CreateFileA(is_port ? "NUL" : path, access, share, security, creation, flags, like);
@@ -21,7 +21,7 @@ HANDLE WINAPI Open(const char* path, DWORD access, DWORD share, SECURITY_ATTRIBU
   return opened;
 }
 
-BOOL WINAPI Close(HANDLE handle) {
+BOOL WINAPI ClosePort(HANDLE handle) {
   std::erase(modem->ports, handle);
   return CloseHandle(handle);
 }
@@ -34,7 +34,7 @@ BOOL WINAPI AcceptTimeouts(HANDLE, COMMTIMEOUTS*) {
   return TRUE;
 }
 
-BOOL WINAPI Read(HANDLE file, void* buffer, DWORD size, DWORD* count, OVERLAPPED* overlapped) {
+BOOL WINAPI ReadPort(HANDLE file, void* buffer, DWORD size, DWORD* count, OVERLAPPED* overlapped) {
   if (!IsPort(file)) return ReadFile(file, buffer, size, count, overlapped);
   const std::string answer = modem->answer_to(modem->written.back()).substr(0, size);
   std::memcpy(buffer, answer.data(), answer.size());
@@ -42,8 +42,8 @@ BOOL WINAPI Read(HANDLE file, void* buffer, DWORD size, DWORD* count, OVERLAPPED
   return TRUE;
 }
 
-BOOL WINAPI Write(HANDLE file, const void* bytes, DWORD size, DWORD* count,
-                  OVERLAPPED* overlapped) {
+BOOL WINAPI WritePort(HANDLE file, const void* bytes, DWORD size, DWORD* count,
+                      OVERLAPPED* overlapped) {
   if (!IsPort(file)) return WriteFile(file, bytes, size, count, overlapped);
   modem->written.emplace_back(static_cast<const char*>(bytes), size);
   *count = size;
@@ -58,15 +58,24 @@ void WINAPI PassNoTime(DWORD) {}
 
 }  // namespace
 
+std::string AnswerOfCentres(const std::string& sent) {
+  if (sent.starts_with("ATDT")) return "\r\nCONNECT 2400\r\n";
+  if (sent.starts_with("AT")) return "\r\nOK\r\n";
+  if (sent.starts_with("\x1BPG1")) return "\x06\r\x1B[p\r";
+  if (sent.starts_with('\x02')) return "\x06/R/02/A/";
+  if (sent.starts_with("8000C00000")) return "28";
+  return sent == "\r" ? "ID= READY" : "";
+}
+
 StandInModem::StandInModem(HMODULE module)
-    : open_(module, "CreateFileA", reinterpret_cast<void*>(&Open)),
-      close_(module, "CloseHandle", reinterpret_cast<void*>(&Close)),
+    : open_(module, "CreateFileA", reinterpret_cast<void*>(&OpenPort)),
+      close_(module, "CloseHandle", reinterpret_cast<void*>(&ClosePort)),
       get_control_(module, "GetCommState", reinterpret_cast<void*>(&AcceptControl)),
       set_control_(module, "SetCommState", reinterpret_cast<void*>(&AcceptControl)),
       get_timeouts_(module, "GetCommTimeouts", reinterpret_cast<void*>(&AcceptTimeouts)),
       set_timeouts_(module, "SetCommTimeouts", reinterpret_cast<void*>(&AcceptTimeouts)),
-      read_(module, "ReadFile", reinterpret_cast<void*>(&Read)),
-      write_(module, "WriteFile", reinterpret_cast<void*>(&Write)),
+      read_(module, "ReadFile", reinterpret_cast<void*>(&ReadPort)),
+      write_(module, "WriteFile", reinterpret_cast<void*>(&WritePort)),
       flush_(module, "FlushFileBuffers", reinterpret_cast<void*>(&Flush)),
       sleep_(module, "Sleep", reinterpret_cast<void*>(&PassNoTime)) {
   modem = this;

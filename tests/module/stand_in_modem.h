@@ -11,6 +11,9 @@
 
 namespace brantel {
 
+// What a modem and the centres of all protocols say to what they are sent.
+std::string AnswerOfCentres(const std::string& sent);
+
 // A modem on each of the machine's serial ports, for the module alone and while this lives; and no
 // time passes for the module meanwhile. There can be one at a time.
 class StandInModem {

@@ -39,8 +39,8 @@ LONG WINAPI GetCapabilities(HLINEAPP, DWORD, DWORD, DWORD, LINEDEVCAPS* capabili
   return 0;
 }
 
-LONG WINAPI Open(HLINEAPP, DWORD, HLINE* line, DWORD, DWORD, DWORD_PTR, DWORD, DWORD,
-                 LINECALLPARAMS*) {
+LONG WINAPI OpenLine(HLINEAPP, DWORD, HLINE* line, DWORD, DWORD, DWORD_PTR, DWORD, DWORD,
+                     LINECALLPARAMS*) {
   *line = 1;
   return 0;
 }
@@ -81,7 +81,7 @@ const std::array kEntries = {
     Entry{"lineInitialize", Function(Initialize)},
     Entry{"lineNegotiateAPIVersion", Function(NegotiateVersion)},
     Entry{"lineGetDevCapsA", Function(GetCapabilities)},
-    Entry{"lineOpenA", Function(Open)},
+    Entry{"lineOpenA", Function(OpenLine)},
     Entry{"lineMakeCallA", Function(MakeCall)},
     Entry{"lineGetIDA", Function(GetId)},
     Entry{"lineMonitorDigits", Function(MonitorDigits)},

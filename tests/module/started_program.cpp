@@ -7,13 +7,12 @@
 #include <map>
 #include <stdexcept>
 
+#include "tests/module/patience.h"
 #include "tests/module/process_level.h"
 #include "tests/module/test_program.h"
 
 namespace brantel {
 namespace {
-
-constexpr DWORD kPatience = 20000;  // ms, for a machine that is busy
 
 constexpr const wchar_t* kReportVariable = L"BRANTEL_CHILD_REPORT";
 constexpr const wchar_t* kReportedVariable = L"BRANTEL_CHILD_REPORTED";

@@ -17,8 +17,7 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::Pair;
 
-constexpr int kOk = 1;
-constexpr int kName = 223;
+constexpr int kCallName = 223;
 constexpr int kCount = 229;
 constexpr int kButton = 230;
 constexpr int kItemDown = 231;
@@ -80,11 +79,11 @@ TEST_F(VoiceDialogTest, SavesZeroForWhatIsNoNumber) {
 
 TEST_F(VoiceDialogTest, LeadsTheSharedAccessKeyToTheNameAndToTheItemInTurn) {
   Add();
-  ASSERT_EQ(session_->Focus(), kName);
+  ASSERT_EQ(session_->Focus(), kCallName);
   session_->PressAltAnd('d');
   EXPECT_EQ(session_->Focus(), kItemDown);
   session_->PressAltAnd('d');
-  EXPECT_EQ(session_->Focus(), kName);
+  EXPECT_EQ(session_->Focus(), kCallName);
 }
 
 TEST_F(VoiceDialogTest, LeadsAccessKeysToCountAndButton) {

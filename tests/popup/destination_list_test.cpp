@@ -15,9 +15,6 @@ using ::testing::Not;
 using ::testing::Pair;
 using ::testing::StartsWith;
 
-constexpr int kOk = 1;
-constexpr int kCancel = 2;
-
 class DestinationList : public WinPopupFixture {};
 
 TEST_F(DestinationList, HasThisComputersNamesThenDomainsAndServers) {

@@ -19,8 +19,6 @@
 namespace brantel {
 namespace {
 
-constexpr int kCancel = 2;
-
 bool IsLoaded() {
   return GetModuleHandleW(ModuleFile().c_str()) != nullptr;
 }

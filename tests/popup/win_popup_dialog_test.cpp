@@ -15,10 +15,6 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::Pair;
 
-constexpr int kOk = 1;
-constexpr int kCancel = 2;
-constexpr int kHelp = 9;
-
 template <std::size_t size>
 std::string Bytes(const char (&literal)[size]) {
   return {literal, size - 1};

@@ -16,7 +16,7 @@ struct BoundClass {
   std::unique_ptr<Notifier> (*make)(Machine& machine);
 };
 
-const std::array kClasses = {
+const std::array kBoundClasses = {
     BoundClass{"Beeper",
                [](Machine& machine) -> std::unique_ptr<Notifier> {
                  return std::make_unique<Beeper>(machine.files, machine.settings, machine.ports,
@@ -80,7 +80,7 @@ class Binding final : public Scenario {
 }  // namespace
 
 void AddBindings(std::vector<std::unique_ptr<Scenario>>& scenarios) {
-  for (const BoundClass& bound_class : kClasses) {
+  for (const BoundClass& bound_class : kBoundClasses) {
     scenarios.push_back(std::make_unique<Binding>(bound_class));
   }
 }

@@ -33,7 +33,7 @@ constexpr std::uint64_t kLongestSession = 20ULL * 60 * 1000;
 
 // Successes that are none, by the alert, by how its connection ended and by where. All are
 // deliberate, and hosts are told of them.
-constexpr std::array kFalseSuccesses = std::to_array<std::string_view>({
+constexpr std::array kSuccessesOfCutSessions = std::to_array<std::string_view>({
     // A recipient to whom the relay does not answer counts as one who has the message.
     "mail hangs up behind 1-12 bytes to MAIL From:",
     "mail falls silent behind 1-12 bytes to MAIL From:",
@@ -162,7 +162,7 @@ TEST_P(CutTest, IsNoSuccessUnlessTheAlertIsTaken) {
       Cut(ending, i);
   }
   std::vector<std::string> expected;
-  for (const std::string_view listed : kFalseSuccesses) {
+  for (const std::string_view listed : kSuccessesOfCutSessions) {
     if (listed.starts_with(std::string(alert().name) + " ")) expected.emplace_back(listed);
   }
   EXPECT_EQ(FalseSuccesses(), expected);

@@ -37,7 +37,7 @@ std::unique_ptr<InstanceDialog> MakeWithRecorder(Machine& machine, DialogView& v
   return std::make_unique<DialogType>(view, machine.files, std::move(call), machine.recorder);
 }
 
-const std::array kClasses = {
+const std::array kDialogClasses = {
     DialogClass{kBeeper,
                 [](Machine& machine, DialogView& view,
                    InstanceDialogCall call) -> std::unique_ptr<InstanceDialog> {
@@ -140,7 +140,7 @@ class DialogScenario final : public Scenario {
 }  // namespace
 
 void AddDialogs(std::vector<std::unique_ptr<Scenario>>& scenarios) {
-  for (const DialogClass& dialog_class : kClasses) {
+  for (const DialogClass& dialog_class : kDialogClasses) {
     const auto add = [&](const char* what, bool edits, const char* new_name) {
       scenarios.push_back(std::make_unique<DialogScenario>(what, dialog_class, edits, new_name));
     };

@@ -62,7 +62,7 @@ struct Course {
 };
 
 // Successes that are none.
-constexpr std::array kFalseSuccesses = std::to_array<Course>({
+constexpr std::array kSuccessesAmongFaults = std::to_array<Course>({
     // Deliberately a system without a network library has no pop-ups, which is no failure.
     {"alert_popup", "load"},
     {"alert_popup_refused", "load"},
@@ -142,7 +142,7 @@ class TortureTest : public ::testing::TestWithParam<const Scenario*> {
       return List(kWaitsForEver, scenario(), machine) ? "" : "it waits for ever";
     }
     const std::string verdict = scenario().Judge(machine, result, whole());
-    const bool is_deliberate = !Failed(result) && List(kFalseSuccesses, scenario(), machine);
+    const bool is_deliberate = !Failed(result) && List(kSuccessesAmongFaults, scenario(), machine);
     if (!verdict.empty() && !is_deliberate) return verdict;
     const std::string left = machine.Leftovers();
     // A line that telephony does not let go after five attempts is given up.

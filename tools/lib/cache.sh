@@ -12,3 +12,7 @@ esac
 # their own, and the table of the mounts that put it in place (fstab format).
 # shellcheck disable=SC2034 # both are for the scripts that read this file
 wine_root=$cache/i386-root wine_mounts=$cache/i386-root.mounts
+
+# A Wine prefix that nothing has been changed in: new ones are copies of it.
+# shellcheck disable=SC2034
+wine_prefix_template=$cache/new-prefix

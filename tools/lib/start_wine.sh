@@ -2,7 +2,8 @@
 # start_wine.sh WINE ARGS...
 #
 # Becomes the Windows program (or the wineserver) that the arguments name,
-# where Wine's own files are in place. WINEPREFIX is set. Other programs are named
+# where Wine's own files are in place. WINEPREFIX is set, and WINEPREFIX_TEMPLATE to
+# the folder that a new one is copied from, if there is one. Other programs are named
 # by their full path: those that PATH has first may not run beside Wine's files.
 
 # Starts a server if there is none. One that a program starts by itself ends with
@@ -14,6 +15,30 @@ start_server()
 }
 
 make_prefix()
+{
+	if template_is_of_this_wine; then copy_template; else initialize_prefix "$1"; fi
+}
+
+# A prefix knows by the time of this file which Wine it was made by.
+template_is_of_this_wine()
+{
+	[ -e "$WINEPREFIX_TEMPLATE/.update-timestamp" ] &&
+		[ "$(/usr/bin/tr -d '\r' <"$WINEPREFIX_TEMPLATE/.update-timestamp")" = \
+			"$(/usr/bin/stat -c %Y /usr/share/wine/wine.inf 2>/dev/null)" ]
+}
+
+# Under another name until it is complete: another program may be about to do the same.
+copy_template()
+{
+	new=$WINEPREFIX.new.$$
+	if ! /usr/bin/cp -a --reflink=auto -- "$WINEPREFIX_TEMPLATE" "$new"; then
+		/usr/bin/rm -rf -- "$new"
+		exit 125
+	fi
+	/usr/bin/mv -T -- "$new" "$WINEPREFIX" 2>/dev/null || /usr/bin/rm -rf -- "$new"
+}
+
+initialize_prefix()
 {
 	# Debian's Wine does not look where its fonts are.
 	/usr/bin/mkdir -p -- "$WINEPREFIX/drive_c/windows/Fonts"
@@ -83,10 +108,8 @@ become_with_relay()
 case $1 in
 */wineserver) exec "$@" ;;
 esac
-if [ -e "$WINEPREFIX/.update-timestamp" ]; then
-	start_server "$1"
-else
-	make_prefix "$1"
-fi
+[ -e "$WINEPREFIX/.update-timestamp" ] || make_prefix "$1"
+start_server "$1"
+unset WINEPREFIX_TEMPLATE
 if [ -p /dev/fd/2 ] || [ -S /dev/fd/2 ]; then become_with_relay "$@"; fi
 exec "$@"

@@ -129,6 +129,7 @@ make_wine_root()
 
 	packages=$(named_in_suite "${wine_root_packages[@]}" | paste -sd ,)
 	as_root rm -rf "$new" "$old"
+	rm -rf "$wine_prefix_template"
 	# shellcheck disable=SC2016 # for the inner shell
 	as_root env "${proxies[@]}" LC_ALL=C "$lib/mount_namespace" bash -euc '
 		. "$1/wine_root.sh"

@@ -27,7 +27,7 @@ constexpr int kPortSettings = 228;
 constexpr int kProfiles = 251;
 
 // The dial string in the dialog of the port settings.
-constexpr int kDialString = 218;
+constexpr int kDialStringOfPort = 218;
 
 std::string FileOf(std::int32_t profile, const std::string& options = "stored") {
   Instance instance(7);
@@ -179,18 +179,18 @@ TEST_F(BeeperDialogTest, OpensThePortSettingsOfTheSelectedProfile) {
   files_.files["dir\\night"] = FileOf(5);
   InstanceDialog& dialog = Edit("night");
   dialog.Open();
-  EXPECT_EQ(InPortSettings(dialog, kDialString), "ATDT5");
+  EXPECT_EQ(InPortSettings(dialog, kDialStringOfPort), "ATDT5");
   Choose(dialog, 1);
-  EXPECT_EQ(InPortSettings(dialog, kDialString), "ATDT1");
+  EXPECT_EQ(InPortSettings(dialog, kDialStringOfPort), "ATDT1");
   Choose(dialog, 0);
-  EXPECT_EQ(InPortSettings(dialog, kDialString), "ATDT0");
+  EXPECT_EQ(InPortSettings(dialog, kDialStringOfPort), "ATDT0");
 }
 
 TEST_F(BeeperDialogTest, SavesPortSettingsApartFromTheInstance) {
   files_.files["dir\\night"] = FileOf(1);
   InstanceDialog& dialog = Edit("night");
   dialog.Open();
-  SaveInPortSettings(dialog, kDialString, "ATDP");
+  SaveInPortSettings(dialog, kDialStringOfPort, "ATDP");
   EXPECT_EQ(Stored("\\01", "Settings_DialString"), "ATDP");
   EXPECT_EQ(view_.texts[kDialingOptions], "ATDT1");
   dialog.Press(STANDARD_CANCEL);

@@ -30,7 +30,7 @@ constexpr int kNtt = 233;
 constexpr int kUcpSms = 235;
 
 // Controls of the port settings.
-constexpr int kModemString = 219;
+constexpr int kModemStringOfPort = 219;
 
 std::string FileOf(const std::string& protocol, std::int32_t profile = 0) {
   Instance instance(6);
@@ -192,18 +192,18 @@ TEST_F(PagerDialogTest, OpensThePortSettingsOfTheSelectedProfile) {
   files_.files["dir\\night"] = FileOf("TAP", 5);
   InstanceDialog& dialog = Edit("night");
   dialog.Open();
-  EXPECT_EQ(InPortSettings(dialog, kModemString), "AT5");
+  EXPECT_EQ(InPortSettings(dialog, kModemStringOfPort), "AT5");
   Choose(dialog, 2);
-  EXPECT_EQ(InPortSettings(dialog, kModemString), "AT2");
+  EXPECT_EQ(InPortSettings(dialog, kModemStringOfPort), "AT2");
   Choose(dialog, 0);
-  EXPECT_EQ(InPortSettings(dialog, kModemString), "AT0");
+  EXPECT_EQ(InPortSettings(dialog, kModemStringOfPort), "AT0");
 }
 
 TEST_F(PagerDialogTest, SavesPortSettingsApartFromTheInstance) {
   files_.files["dir\\night"] = FileOf("TAP", 2);
   InstanceDialog& dialog = Edit("night");
   dialog.Open();
-  SaveInPortSettings(dialog, kModemString, "ATZ");
+  SaveInPortSettings(dialog, kModemStringOfPort, "ATZ");
   dialog.Press(STANDARD_CANCEL);
   EXPECT_EQ(Stored("\\02", "Settings_ModemString"), "ATZ");
   EXPECT_EQ(files_.files["dir\\night"], FileOf("TAP", 2));

@@ -9,7 +9,7 @@ namespace {
 
 using ::testing::HasSubstr;
 
-const std::string kLine = "8000C00000********,10000,0312345678AAAAA,0007,002\x82\xA0\r";
+const std::string kPageLine = "8000C00000********,10000,0312345678AAAAA,0007,002\x82\xA0\r";
 
 class NttCentreTest : public CallFixture {};
 
@@ -17,7 +17,7 @@ TEST_F(NttCentreTest, TakesAPageAndShowsIt) {
   Call("5550528");
   EXPECT_EQ(Answer("\r", 299), "");
   EXPECT_EQ(AnswerWithin(1), "READY\r\n");
-  EXPECT_EQ(Answer(kLine, 300), "28\r\n");
+  EXPECT_EQ(Answer(kPageLine, 300), "28\r\n");
   EXPECT_EQ(CentreNotes(),
             "\"READY\\r\\n\"\n"
             "is given password \"0007\"\n"
@@ -28,7 +28,7 @@ TEST_F(NttCentreTest, TakesAPageAndShowsIt) {
 TEST_F(NttCentreTest, TakesWhatComesByteForByte) {
   Call("5550528");
   std::string answers;
-  for (const char c : "\r" + kLine) {
+  for (const char c : "\r" + kPageLine) {
     answers += Answer(std::string_view(&c, 1), 500);
   }
   EXPECT_EQ(answers, "READY\r\n28\r\n");
@@ -37,7 +37,7 @@ TEST_F(NttCentreTest, TakesWhatComesByteForByte) {
 TEST_F(NttCentreTest, AnswersWithTheDigitsOfItsNumber) {
   for (const std::string digits : {"00", "10", "17", "28", "99"}) {
     Call("55505" + digits);
-    EXPECT_EQ(Answer(kLine, 300), digits + "\r\n");
+    EXPECT_EQ(Answer(kPageLine, 300), digits + "\r\n");
     HangUp();
   }
 }
@@ -45,13 +45,13 @@ TEST_F(NttCentreTest, AnswersWithTheDigitsOfItsNumber) {
 TEST_F(NttCentreTest, TakesNoPageThatItDoesNotAccept) {
   for (const char* const number : {"5550500", "5550517", "5550529", "5550607"}) {
     Call(number);
-    Answer(kLine, 1000);
+    Answer(kPageLine, 1000);
     EXPECT_THAT(CentreNotes(), HasSubstr("does not take the page for 0312345678: \"\\x82\\xA0\"\n"))
         << number;
     HangUp();
   }
   Call("5550606");
-  Answer(kLine, 1000);
+  Answer(kPageLine, 1000);
   EXPECT_EQ(CentreNotes(), "");
 }
 
@@ -60,7 +60,7 @@ TEST_F(NttCentreTest, RefusesALineThatIsNotInOrder) {
   EXPECT_EQ(Answer("hello\r", 300), "17\r\n");
   EXPECT_THAT(CentreNotes(), HasSubstr("refuses the line: layout\n"));
   EXPECT_EQ(Answer(std::string(3000, 'x'), 300), "");
-  EXPECT_EQ(Answer(kLine, 300), "28\r\n");
+  EXPECT_EQ(Answer(kPageLine, 300), "28\r\n");
 }
 
 TEST_F(NttCentreTest, IsReadyLateOrNever) {
@@ -95,22 +95,22 @@ TEST_F(NttCentreTest, LosesTheCarrierInsteadOfGoingOn) {
   EXPECT_EQ(Answer("\r", 800), "\r\nNO CARRIER\r\n");
   Call("5550606");
   EXPECT_EQ(Answer("\r", 300), "READY\r\n");
-  EXPECT_EQ(Answer(kLine, 800), "\r\nNO CARRIER\r\n");
+  EXPECT_EQ(Answer(kPageLine, 800), "\r\nNO CARRIER\r\n");
 }
 
 TEST_F(NttCentreTest, HangsUpBehindItsAnswer) {
   Call("5550610");
   EXPECT_EQ(Answer("\r", 60000), "READY\r\n");
-  EXPECT_EQ(Answer(kLine, 2299), "28\r\n");
+  EXPECT_EQ(Answer(kPageLine, 2299), "28\r\n");
   EXPECT_EQ(AnswerWithin(1), "\r\nNO CARRIER\r\n");
 }
 
 TEST_F(NttCentreTest, AnswersLateOrNever) {
   Call("5550607");
-  EXPECT_EQ(Answer(kLine, 60000), "");
+  EXPECT_EQ(Answer(kPageLine, 60000), "");
   HangUp();
   Call("5550608");
-  EXPECT_EQ(Answer(kLine, 7999), "");
+  EXPECT_EQ(Answer(kPageLine, 7999), "");
   EXPECT_EQ(AnswerWithin(1), "28\r\n");
 }
 

@@ -5,7 +5,7 @@
 namespace brantel::sim {
 namespace {
 
-std::string Fault(const std::string& block) {
+std::string FaultOfBlock(const std::string& block) {
   const auto reading = ReadTapBlock(block);
   const auto* const fault = std::get_if<TapFault>(&reading);
   if (fault == nullptr) return "none";
@@ -49,57 +49,57 @@ TEST(ReadTapBlock, TakesWhatThePublishedExamplesHold) {
 }
 
 TEST(ReadTapBlock, AsksForABlockAgainThatWasDamaged) {
-  EXPECT_EQ(Fault("\x02"
-                  "123\rABD\r\x03"
-                  "17;\r"),
+  EXPECT_EQ(FaultOfBlock("\x02"
+                         "123\rABD\r\x03"
+                         "17;\r"),
             "NAK checksum 17; instead of 17<");
-  EXPECT_EQ(Fault("\x02"
-                  "123\rABC\r\x03"
-                  "17:\r"),
+  EXPECT_EQ(FaultOfBlock("\x02"
+                         "123\rABC\r\x03"
+                         "17:\r"),
             "NAK checksum 17: instead of 17;");
-  EXPECT_EQ(Fault("\x02"
-                  "123\rABC\r\x03"
-                  "17;\n"),
+  EXPECT_EQ(FaultOfBlock("\x02"
+                         "123\rABC\r\x03"
+                         "17;\n"),
             "NAK no CR behind the checksum");
-  EXPECT_EQ(Fault("123\rABC\r\x03"
-                  "179\r"),
+  EXPECT_EQ(FaultOfBlock("123\rABC\r\x03"
+                         "179\r"),
             "NAK no STX");
 }
 
 TEST(ReadTapBlock, RefusesAPageThatIsNoneOfOneBlock) {
-  EXPECT_EQ(Fault("\x02\rABC\r\x03"
-                  "0>5\r"),
+  EXPECT_EQ(FaultOfBlock("\x02\rABC\r\x03"
+                         "0>5\r"),
             "RS no pager ID");
-  EXPECT_EQ(Fault("\x02"
-                  "12a\rABC\r\x03"
-                  "1:9\r"),
+  EXPECT_EQ(FaultOfBlock("\x02"
+                         "12a\rABC\r\x03"
+                         "1:9\r"),
             "RS no pager ID");
-  EXPECT_EQ(Fault("\x02"
-                  "123\rA\tC\r\x03"
-                  "142\r"),
+  EXPECT_EQ(FaultOfBlock("\x02"
+                         "123\rA\tC\r\x03"
+                         "142\r"),
             "RS a sign that is no text");
-  EXPECT_EQ(Fault("\x02"
-                  "123\rABC\x03"
-                  "16>\r"),
+  EXPECT_EQ(FaultOfBlock("\x02"
+                         "123\rABC\x03"
+                         "16>\r"),
             "RS not two fields");
-  EXPECT_EQ(Fault("\x02"
-                  "123\rABC\r\x17"
-                  "18?\r"),
+  EXPECT_EQ(FaultOfBlock("\x02"
+                         "123\rABC\r\x17"
+                         "18?\r"),
             "RS a page of several blocks");
 }
 
 TEST(ReadTapBlock, TakesContentOf250Signs) {
-  EXPECT_EQ(Fault("\x02"
-                  "1234\r" +
-                  std::string(245, 'x') +
-                  "\r\x03"
-                  "3<1\r"),
+  EXPECT_EQ(FaultOfBlock("\x02"
+                         "1234\r" +
+                         std::string(245, 'x') +
+                         "\r\x03"
+                         "3<1\r"),
             "none");
-  EXPECT_EQ(Fault("\x02"
-                  "1234\r" +
-                  std::string(246, 'x') +
-                  "\r\x03"
-                  "439\r"),
+  EXPECT_EQ(FaultOfBlock("\x02"
+                         "1234\r" +
+                         std::string(246, 'x') +
+                         "\r\x03"
+                         "439\r"),
             "RS too long");
 }
 

@@ -7,7 +7,7 @@
 namespace brantel::sim {
 namespace {
 
-std::string Fault(const std::string& frame) {
+std::string FaultOfFrame(const std::string& frame) {
   const auto reading = ReadUcpOperation(frame);
   const auto* const fault = std::get_if<UcpFault>(&reading);
   return fault == nullptr ? "none" : fault->reference + " " + fault->error + " " + fault->what;
@@ -41,38 +41,42 @@ TEST(ReadUcpOperation, TakesSeveralRecipients) {
 
 TEST(ReadUcpOperation, KnowsNoOtherOperation) {
   // A call input with an originator, with length and checksum as published.
-  EXPECT_EQ(Fault("00/00070/O/01/01234567890/09876543210//3/53686F7274204D657373616765/D9"),
+  EXPECT_EQ(FaultOfFrame("00/00070/O/01/01234567890/09876543210//3/53686F7274204D657373616765/D9"),
             "00 03 operation");
-  EXPECT_EQ(Fault(Frame("A/1", "R/02")), "07 03 operation");
+  EXPECT_EQ(FaultOfFrame(Frame("A/1", "R/02")), "07 03 operation");
 }
 
 TEST(ReadUcpOperation, FindsADamagedFrame) {
-  EXPECT_EQ(Fault("07/00041/O/02/1/0041791234567///3/4869/C4"), "07 01 checksum C4 instead of C3");
-  EXPECT_EQ(Fault("07/00041/O/02/1/0041791234568///3/4869/C3"), "07 01 checksum C3 instead of C4");
-  EXPECT_EQ(Fault("07/00041/O/02/1/0041791234567///3/4869/c3"), "07 01 checksum c3 instead of C3");
-  EXPECT_EQ(Fault("07/00042/O/02/1/0041791234567///3/4869/C4"),
+  EXPECT_EQ(FaultOfFrame("07/00041/O/02/1/0041791234567///3/4869/C4"),
+            "07 01 checksum C4 instead of C3");
+  EXPECT_EQ(FaultOfFrame("07/00041/O/02/1/0041791234568///3/4869/C3"),
+            "07 01 checksum C3 instead of C4");
+  EXPECT_EQ(FaultOfFrame("07/00041/O/02/1/0041791234567///3/4869/c3"),
+            "07 01 checksum c3 instead of C3");
+  EXPECT_EQ(FaultOfFrame("07/00042/O/02/1/0041791234567///3/4869/C4"),
             "07 02 length 00042 instead of 00041");
-  EXPECT_EQ(Fault("07/0041/O/02/1/0041791234567///3/4869/93"),
+  EXPECT_EQ(FaultOfFrame("07/0041/O/02/1/0041791234567///3/4869/93"),
             "07 02 length 0041 instead of 00040");
-  EXPECT_EQ(Fault("x7/00041/O/02/1/0041791234567///3/4869/0B"), "00 02 transaction reference");
-  EXPECT_EQ(Fault(""), "00 02 number of fields");
-  EXPECT_EQ(Fault("07/00041/O/02/C3"), "07 02 number of fields");
+  EXPECT_EQ(FaultOfFrame("x7/00041/O/02/1/0041791234567///3/4869/0B"),
+            "00 02 transaction reference");
+  EXPECT_EQ(FaultOfFrame(""), "00 02 number of fields");
+  EXPECT_EQ(FaultOfFrame("07/00041/O/02/C3"), "07 02 number of fields");
 }
 
 TEST(ReadUcpOperation, FindsWrongData) {
-  EXPECT_EQ(Fault(Frame("0////3/4869")), "07 02 no number of addresses");
-  EXPECT_EQ(Fault(Frame("x/1///3/4869")), "07 02 no number of addresses");
-  EXPECT_EQ(Fault(Frame("2/1///3/4869")), "07 02 number of fields");
-  EXPECT_EQ(Fault(Frame("1/4179/123///3/4869")), "07 02 number of fields");
-  EXPECT_EQ(Fault(Frame("1/////3/4869")), "07 02 number of fields");
-  EXPECT_EQ(Fault(Frame("1////3/4869")), "07 06 address");
-  EXPECT_EQ(Fault(Frame("1/+41///3/4869")), "07 06 address");
-  EXPECT_EQ(Fault(Frame("1/12345678901234567///3/4869")), "07 06 address");
-  EXPECT_EQ(Fault(Frame("1/1///2/4869")), "07 17 message type");
-  EXPECT_EQ(Fault(Frame("1/1///3/486")), "07 02 message is not hexadecimal");
-  EXPECT_EQ(Fault(Frame("1/1///3/4a")), "07 02 message is not hexadecimal");
-  EXPECT_EQ(Fault(Frame("1/1///3/" + std::string(640, '4'))), "none");
-  EXPECT_EQ(Fault(Frame("1/1///3/" + std::string(642, '4'))), "07 18 message too long");
+  EXPECT_EQ(FaultOfFrame(Frame("0////3/4869")), "07 02 no number of addresses");
+  EXPECT_EQ(FaultOfFrame(Frame("x/1///3/4869")), "07 02 no number of addresses");
+  EXPECT_EQ(FaultOfFrame(Frame("2/1///3/4869")), "07 02 number of fields");
+  EXPECT_EQ(FaultOfFrame(Frame("1/4179/123///3/4869")), "07 02 number of fields");
+  EXPECT_EQ(FaultOfFrame(Frame("1/////3/4869")), "07 02 number of fields");
+  EXPECT_EQ(FaultOfFrame(Frame("1////3/4869")), "07 06 address");
+  EXPECT_EQ(FaultOfFrame(Frame("1/+41///3/4869")), "07 06 address");
+  EXPECT_EQ(FaultOfFrame(Frame("1/12345678901234567///3/4869")), "07 06 address");
+  EXPECT_EQ(FaultOfFrame(Frame("1/1///2/4869")), "07 17 message type");
+  EXPECT_EQ(FaultOfFrame(Frame("1/1///3/486")), "07 02 message is not hexadecimal");
+  EXPECT_EQ(FaultOfFrame(Frame("1/1///3/4a")), "07 02 message is not hexadecimal");
+  EXPECT_EQ(FaultOfFrame(Frame("1/1///3/" + std::string(640, '4'))), "none");
+  EXPECT_EQ(FaultOfFrame(Frame("1/1///3/" + std::string(642, '4'))), "07 18 message too long");
 }
 
 TEST(UcpAnswer, IsAFrameWithItsOwnLengthAndChecksum) {

@@ -6,13 +6,13 @@
 #include <algorithm>
 #include <cstddef>
 #include <iterator>
-#include <latch>
 #include <optional>
 #include <string>
 #include <thread>
 #include <vector>
 
 #include "smtp_mail/session/smtp_session.h"
+#include "tests/thread_gate.h"
 #include "tests/unit/notifier/fake_notifier_host.h"
 #include "tests/unit/smtp_mail/message/fake_mail_environment.h"
 #include "tests/unit/smtp_mail/network/fake_relay.h"
@@ -147,11 +147,11 @@ TEST(SmtpState, ServesSessionsOfSeveralThreads) {
     senders.emplace_back(state, letter);
   }
   {
-    std::latch start(static_cast<std::ptrdiff_t>(senders.size()));
+    ThreadGate gate(static_cast<long>(senders.size()));
     std::vector<std::jthread> threads;
     for (Sender& sender : senders) {
       threads.emplace_back([&] {
-        start.arrive_and_wait();
+        gate.PassTogether();
         sender.Send(kMessages);
       });
     }

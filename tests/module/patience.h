@@ -1,0 +1,10 @@
+#pragma once
+
+#include <windows.h>
+
+namespace brantel {
+
+// How long tests wait for what should come at once, in milliseconds: for a machine that is busy.
+inline constexpr DWORD kPatience = 20000;
+
+}  // namespace brantel
