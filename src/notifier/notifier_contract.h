@@ -7,7 +7,7 @@
 // Shutdown it may bind the object again.
 //
 // Strings are BSTRs in UTF-16; inside, the module works in the system's ANSI code page, and
-// characters outside it become "?" or their nearest likeness in alerts.
+// characters outside it become "?" in alerts or their nearest likeness, which is no sign of ASCII.
 //
 // Rules for hosts
 //

@@ -471,6 +471,17 @@ TEST_F(LaunchedProgram, HasItsArgumentsByteForByteInTheSystemsCodePage) {
   EXPECT_EQ(host_.expand_calls.front().text.size(), bytes.size());
 }
 
+// In full width: quotation mark, ampersand, backslash. Code pages that hold them keep them.
+TEST_F(LaunchedProgram, HasNoSignInItsArgumentsThatTheHostDidNotPutThere) {
+  host_.expansion = {S_OK, Replacement::kText, L"\"a\uFF02\uFF06\uFF3C\""};
+
+  EXPECT_EQ(SendInstance({program(), folder(), "%n"}), S_OK);
+  const std::string arguments = watch_.AwaitReport().command_line.substr(program().size() + 1);
+  EXPECT_EQ(arguments.substr(0, 2), "\"a");
+  EXPECT_EQ(arguments.back(), '"');
+  EXPECT_EQ(arguments.substr(2, arguments.size() - 3).find_first_of("\"&\\"), std::string::npos);
+}
+
 // The start
 
 TEST_F(LaunchedProgram, StartsInTheWorkingPath) {

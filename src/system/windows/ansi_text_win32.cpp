@@ -24,10 +24,37 @@ std::string Narrow(std::wstring_view text, DWORD flags) {
   return narrow;
 }
 
+constexpr DWORD kWithLikenesses = 0;
+
+// UTF-8 has all characters, and takes no such flag.
+DWORD WithoutLikenesses() {
+  return GetACP() == CP_UTF8 ? kWithLikenesses : WC_NO_BEST_FIT_CHARS;
+}
+
+// Whether a character in the code page is ASCII and neither a letter nor a digit.
+bool IsSign(std::string_view character) {
+  constexpr std::string_view kLettersAndDigits =
+      "0123456789"
+      "ABCDEFGHIJKLMNOPQRSTUVWXYZ"
+      "abcdefghijklmnopqrstuvwxyz";
+  return character.size() == 1 && static_cast<unsigned char>(character[0]) < 0x80 &&
+         kLettersAndDigits.find(character[0]) == std::string_view::npos;
+}
+
 }  // namespace
 
 std::string ToAnsi(std::wstring_view text) {
-  return Narrow(text, 0);
+  std::string narrow = Narrow(text, kWithLikenesses);
+  const DWORD exactly = WithoutLikenesses();
+  if (narrow == Narrow(text, exactly)) return narrow;
+
+  narrow.clear();
+  for (const wchar_t& c : text) {
+    const std::wstring_view character(&c, 1);
+    const std::string likeness = Narrow(character, kWithLikenesses);
+    narrow += IsSign(likeness) ? Narrow(character, exactly) : likeness;
+  }
+  return narrow;
 }
 
 std::wstring FromAnsi(std::string_view text) {
@@ -39,7 +66,7 @@ std::wstring FromAnsi(std::string_view text) {
 }
 
 std::string ToAnsiPath(std::wstring_view path) {
-  return Narrow(path.substr(0, path.find(L'\0')), WC_NO_BEST_FIT_CHARS);
+  return Narrow(path.substr(0, path.find(L'\0')), WithoutLikenesses());
 }
 
 bool IsLeadByte(char byte) {
