@@ -35,8 +35,10 @@ std::size_t CodeField(AlertKind kind) {
   }
 }
 
+// For a modem, to which a byte's lower seven bits are all of it (ITU-T V.250).
 constexpr bool IsControl(char c) {
-  return (c >= '\0' && c < ' ') || c == '\x7F';
+  const int seven_bits = c & 0x7F;
+  return seven_bits < ' ' || seven_bits == 0x7F;
 }
 
 // The alert as it may stand in a dial command. What the host fills in comes from the network, and a
