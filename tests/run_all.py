@@ -48,9 +48,10 @@ RELEASE = build("win32")
 FAR_ENDS = build("sanitize", "modemsim", "text_converter")
 DRIVERS = build("win32-tests", "notifier_driver", "mail_series", "popup_tests")
 WINDOWS_TESTS = build("win32-tests")
+SOAK = build("win32-tests", "soak_tests")
 SANITIZED = build("sanitize")
 NATIVE = build("native")
-BUILDS = [RELEASE, FAR_ENDS, DRIVERS, WINDOWS_TESTS, SANITIZED, NATIVE]
+BUILDS = [RELEASE, FAR_ENDS, DRIVERS, WINDOWS_TESTS, SOAK, SANITIZED, NATIVE]
 
 
 @dataclass(frozen=True)
@@ -114,7 +115,7 @@ SUITES = [
     Suite("host", "runs notifyhost, the reference host, as a person would", pytest("host"),
           [RELEASE], 60, 1800, 0.8, wine=True),
     Suite("module", "drives the released module through its exports and interfaces alone",
-          wine_gtest("win32-tests/tests/module/module_tests.exe"), [RELEASE, WINDOWS_TESTS], 800, 1800,
+          wine_gtest("win32-tests/tests/module/module_tests.exe"), [RELEASE, WINDOWS_TESTS], 1100, 1800,
           environment=MODULE_VARIABLE, wine=True),
     Suite("unit-windows", "tests each room, built for Windows",
           wine_gtest("win32-tests/tests/unit/unit_tests.exe"), [WINDOWS_TESTS], 2000, 1200, wine=True),
@@ -129,6 +130,9 @@ SUITES = [
           [PYTHON, str(ROOT / "tools" / "lint"), "--quick", "RESULTS"], [], 3, 600),
     Suite("fuzz", "feeds hostile bytes to what parses bytes from outside, for seconds",
           fuzz(2, HALF_THE_PROCESSORS), [SANITIZED], 13, 1200, HALF_THE_PROCESSORS),
+    Suite("soak", "sends alerts and opens dialogs by the thousand, then sends from 16 threads for ten minutes",
+          wine_gtest("win32-tests/tests/soak/soak_tests.exe"), [RELEASE, SOAK], 19, 7200,
+          PROCESSORS, MODULE_VARIABLE, wine=True, for_maintainers=True),
     Suite("native", "tests each room with g++, each source compiled alone",
           gtest("native/tests/unit/unit_tests"), [NATIVE], 2000, 1200, for_maintainers=True),
     Suite("tidy", "checks the form of all sources, by clang-tidy too",

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -68,7 +69,9 @@ Result SmtpMail::Send(const InstanceArgument& argument, NotifierHost* host) {
   auto instance = LoadInstanceForAlert(files_, kSMTPMail.instances, argument, host);
   if (!instance) return kFail;
   const std::uint32_t timeout = ReadTimeout(settings_);
+  std::optional<SocketsInUse> sockets;
   if (host != nullptr) {
+    sockets.emplace(sockets_);
     const Result expanded = Expand(*instance, *host);
     if (Failed(expanded)) return expanded;
   }

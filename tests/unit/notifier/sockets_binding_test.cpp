@@ -48,5 +48,22 @@ TEST_F(BindWithSocketsTest, StopsNothingThatDidNotStart) {
   EXPECT_THAT(calls_, ElementsAre("start"));
 }
 
+class SocketsInUseTest : public BindWithSocketsTest {};
+
+TEST_F(SocketsInUseTest, StopsTheLibraryInTheEnd) {
+  {
+    const SocketsInUse in_use(sockets_);
+    EXPECT_TRUE(in_use.HasStarted());
+    EXPECT_THAT(calls_, ElementsAre("start"));
+  }
+  EXPECT_THAT(calls_, ElementsAre("start", "stop"));
+}
+
+TEST_F(SocketsInUseTest, StopsNothingThatDidNotStart) {
+  sockets_.starts = false;
+  EXPECT_FALSE(SocketsInUse(sockets_).HasStarted());
+  EXPECT_THAT(calls_, ElementsAre("start"));
+}
+
 }  // namespace
 }  // namespace brantel

@@ -330,6 +330,17 @@ TEST_F(SmtpMailBinding, StartsTheSocketsLibraryBeforeTheHostIsAsked) {
   EXPECT_THAT(binding_calls_, ElementsAre("start", "query", "stop"));
 }
 
+// The host may end the binding from within its callbacks.
+TEST_F(SmtpMailBinding, IsNotAllThatKeepsTheSocketsLibraryForAnAlert) {
+  EXPECT_EQ(Send(), kOk);
+  EXPECT_THAT(binding_calls_, ElementsAre("start", "stop"));
+}
+
+TEST_F(SmtpMailBinding, IsNeededForTheSocketsLibrary) {
+  notifier_.Send({u"alert", "alert"}, nullptr);
+  EXPECT_THAT(binding_calls_, IsEmpty());
+}
+
 TEST_F(SmtpMailBinding, DoesNotAskTheHostWithoutTheSocketsLibrary) {
   sockets_.starts = false;
   EXPECT_EQ(Bind(std::make_shared<FakeNotifierHost>()), nullptr);

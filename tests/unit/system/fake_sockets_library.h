@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "system/sockets_library.h"
+#include "tests/unit/allocation_counter.h"
 
 namespace brantel {
 
@@ -14,10 +15,16 @@ class FakeSocketsLibrary final : public SocketsLibrary {
   std::vector<std::string>* calls = nullptr;
 
   bool Start() override {
-    calls->emplace_back("start");
+    Note("start");
     return starts;
   }
-  void Stop() noexcept override { calls->emplace_back("stop"); }
+  void Stop() noexcept override { Note("stop"); }
+
+ private:
+  void Note(const char* call) {
+    const MemoryOfOthers others;
+    calls->emplace_back(call);
+  }
 };
 
 }  // namespace brantel
