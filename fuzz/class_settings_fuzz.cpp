@@ -1,6 +1,7 @@
 // Settings of every class that has some, of whatever type and content the registry holds: each
 // reads as a text that can be used, numbers at its start are found as the C library finds them, and
-// what was written is read back the same.
+// what was written is read back the same. A dialog of settings in which nothing is changed writes
+// what it has read.
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -10,11 +11,16 @@
 #include <string_view>
 #include <vector>
 
+#include "beeper/beeper_dialog.h"
 #include "description/settings_profile.h"
+#include "description/standard_buttons.h"
 #include "fuzz/fuzz_input.h"
 #include "instance/class_settings.h"
 #include "module/class_descriptions.h"
+#include "pager/pager_dialog.h"
 #include "port/com_port_number.h"
+#include "port/port_settings_dialog.h"
+#include "tests/unit/dialog/fake_dialog_view.h"
 #include "tests/unit/system/fake_settings_store.h"
 #include "text/digits.h"
 #include "text/format_text.h"
@@ -84,6 +90,36 @@ void CheckNumbers(const std::string& text) {
   Require(*port == std::min<unsigned long long>(expected, 0xFFFFFFFF));
 }
 
+const ModemDialogDescription* DialogOf(const ClassDescription& description) {
+  for (const ModemDialogDescription* const dialog : {&kBeeperDialog, &kPagerDialog}) {
+    if (&dialog->notifier_class == &description) return dialog;
+  }
+  return nullptr;
+}
+
+// What the dialog writes of its settings as they were read.
+std::vector<std::string> Shown(const PortSettingsDescription& dialog,
+                               std::vector<std::string> texts) {
+  for (const SettingEdit& edit : dialog.edits) {
+    texts.at(edit.setting).resize(std::min(texts.at(edit.setting).size(), dialog.longest_text));
+  }
+  for (const SettingCheckBox& box : dialog.check_boxes) {
+    texts.at(box.setting) = texts.at(box.setting) == box.checked ? box.checked : box.clear;
+  }
+  return texts;
+}
+
+void CheckDialog(const ModemDialogDescription& description, SettingsStore& store,
+                 std::int32_t profile, const std::vector<std::string>& texts) {
+  const SettingsDescription& settings = description.notifier_class.settings;
+  FakeDialogView view;
+  PortSettingsDialog dialog(description.port_settings, settings, view, store, profile);
+  dialog.Open();
+  dialog.Press(STANDARD_OK);
+  Require(view.events.size() == 1 && view.events.back() == "close");
+  Require(ReadSettings(store, settings, profile) == Shown(description.port_settings, texts));
+}
+
 void CheckPath(const std::string& path, std::int32_t profile) {
   const std::string end = "\\" + std::string(profile < 10 ? "0" : "") + std::to_string(profile);
   Require(path.ends_with(end) == (profile != 0));
@@ -98,7 +134,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::string bytes(data, data + size);
   FuzzInput input(bytes);
   const auto classes = ClassDescriptions();
-  const SettingsDescription& settings = classes[input.Byte() % classes.size()]->settings;
+  const ClassDescription& description = *classes[input.Byte() % classes.size()];
+  const SettingsDescription& settings = description.settings;
   if (settings.rows.empty()) return 0;
   const std::int32_t profile = input.Byte() % (kLastSettingsProfile + 1);
   const FakeSettingsStore::Values values = MakeValues(input, settings);
@@ -114,5 +151,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   }
   Require(WriteSettings(store, settings, profile, texts));
   Require(ReadSettings(store, settings, profile) == texts);
+  const ModemDialogDescription* const dialog = DialogOf(description);
+  Require(dialog != nullptr);
+  CheckDialog(*dialog, store, profile, texts);
   return 0;
 }

@@ -9,13 +9,14 @@
 #include <vector>
 
 #include "fuzz/fuzz_input.h"
+#include "fuzz/page_markup.h"
 #include "instance/instance_codec.h"
 #include "module/class_descriptions.h"
 #include "tests/unit/instance/fake_instance_files.h"
 #include "tests/unit/text/few_code_pages.h"
+#include "text/double_byte_text.h"
 #include "web/form_fields.h"
 #include "web/web_forms.h"
-#include "web/web_page.h"
 
 namespace brantel {
 namespace {
@@ -76,35 +77,31 @@ void CheckSavedValues(const ClassDescription& description, std::string_view form
   if (description.profile_field) Require(saved.integer(*description.profile_field) == 7);
 }
 
-auto CountMarkup(std::string_view page) {
-  return std::ranges::count_if(page, [](char c) { return c == '<' || c == '>' || c == '"'; });
-}
-
-auto MarkupOfEmptyPage(const ClassDescription& description) {
-  const Instance empty(description.instances.fields.size());
-  return CountMarkup(BuildEditPage(description, "", empty).view());
-}
-
-void CheckPage(WebForms& forms, const ClassDescription& description, const std::string& path) {
-  const auto page = forms.EditPage({std::u16string(path.begin(), path.end()), path},
-                                   path.substr(kDirectory.size() + 1), nullptr);
+void CheckPage(WebForms& forms, const ClassDescription& description, const CodePage& code_page,
+               const std::string& path) {
+  // The system never gives half a character in a name.
+  const std::string_view name =
+      WithoutTornCharacter(std::string_view(path).substr(kDirectory.size() + 1), code_page);
+  const auto page = forms.EditPage({std::u16string(path.begin(), path.end()), path}, name, nullptr);
   Require(page.has_value());
-  Require(CountMarkup(page->view()) == MarkupOfEmptyPage(description));
+  Require(HasMarkupOfEditPage(page->view(), description, code_page));
 }
 
 }  // namespace
 }  // namespace brantel
 
-// The first byte chooses the class; the rest is the form.
+// The first byte chooses the class and the code page; the rest is the form.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace brantel;
   static const std::vector<const ClassDescription*> kClasses = ClassesWithForms();
   if (size == 0) return 0;
   const ClassDescription& description = *kClasses[data[0] % kClasses.size()];
+  const CodePage* code_page = &kCodePage1252;
+  if (data[0] >= 0x80) code_page = &kCodePage932;
   const std::string form(data + 1, data + size);
   FakeInstanceFiles files;
   StoreSome(files, description);
-  WebForms forms(files, description, kCodePage1252);
+  WebForms forms(files, description, *code_page);
   Require(forms.EditPage({std::u16string(kShown.begin(), kShown.end()), kShown}, "Day", nullptr)
               .has_value());
 
@@ -120,6 +117,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const auto saved = DecodeInstance(description.instances, files.files.at(written.front()));
   Require(saved.has_value());
   CheckSavedValues(description, form, *saved);
-  CheckPage(forms, description, written.front());
+  CheckPage(forms, description, *code_page, written.front());
   return 0;
 }

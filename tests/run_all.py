@@ -129,7 +129,7 @@ SUITES = [
     Suite("lint", "checks the form of sources and scripts, as far as that is quickly done",
           [PYTHON, str(ROOT / "tools" / "lint"), "--quick", "RESULTS"], [], 3, 600),
     Suite("fuzz", "feeds hostile bytes to what parses bytes from outside, for seconds",
-          fuzz(30, HALF_THE_PROCESSORS), [SANITIZED], 23, 1200, HALF_THE_PROCESSORS),
+          fuzz(30, HALF_THE_PROCESSORS), [SANITIZED], 27, 1200, HALF_THE_PROCESSORS),
     Suite("soak", "sends alerts and opens dialogs by the thousand, then sends from 16 threads for ten minutes",
           wine_gtest("win32-tests/tests/soak/soak_tests.exe"), [RELEASE, SOAK], 19, 7200,
           PROCESSORS, MODULE_VARIABLE, wine=True, for_maintainers=True),
@@ -139,7 +139,7 @@ SUITES = [
           [PYTHON, str(ROOT / "tools" / "lint"), "RESULTS"], [], 100, 4800, PROCESSORS,
           for_maintainers=True),
     Suite("long-fuzz", "does for a quarter of an hour what fuzz does for seconds", fuzz(900, PROCESSORS),
-          [SANITIZED], 23, 3600, PROCESSORS, for_maintainers=True),
+          [SANITIZED], 27, 3600, PROCESSORS, for_maintainers=True),
 ]
 
 
