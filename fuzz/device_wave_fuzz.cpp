@@ -29,7 +29,7 @@ bool IsSeparator(char c) {
 std::string StemOf(std::string_view path) {
   if (path.size() > 1 && path[1] == ':') path.remove_prefix(2);
   const std::size_t folder = path.find_last_of("\\/");
-  if (folder != path.npos) path.remove_prefix(folder + 1);
+  if (folder != std::string_view::npos) path.remove_prefix(folder + 1);
   std::string stem(path.substr(0, path.find_first_of(".:")));
   stem.resize(stem.find_last_not_of(' ') + 1);
   std::ranges::transform(stem, stem.begin(), [](char c) {

@@ -54,6 +54,13 @@ void CheckSaved(const InstanceLayout& layout, const Instance& loaded, const Inst
   }
 }
 
+// What an operator enters who mends an instance that could not be loaded.
+void FillIn(const InstanceLayout& layout, FakeDialogView& view) {
+  for (const InstanceField& field : layout.fields) {
+    if (field.control.kind == ControlKind::kEdit) view.SetText(field.control.id, "1@2");
+  }
+}
+
 void CheckNames(const FakeInstanceFiles& files) {
   for (const auto& [path, content] : files.files) {
     Require(path.starts_with(PathOf("")) && files.IsValidName(path.substr(PathOf("").size())));
@@ -84,6 +91,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   InstanceDialog dialog(description, view, files,
                         {kDirectory, InstanceArgument{u"night", kEdited}, nullptr});
   dialog.Open();
+  if (!loaded) FillIn(description.instances, view);
   view.SetText(description.dialog.name_control, name);
   dialog.Press(STANDARD_OK);
 

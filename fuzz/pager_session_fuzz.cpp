@@ -67,7 +67,7 @@ struct Protocol {
 };
 
 bool HoldsAny(std::string_view text, std::string_view characters) {
-  return text.find_first_of(characters) != text.npos;
+  return text.find_first_of(characters) != std::string_view::npos;
 }
 
 constexpr std::array kProtocols = {
@@ -78,7 +78,8 @@ constexpr std::array kProtocols = {
     Protocol{"8000C", [](std::string_view answer) { return answer.starts_with("28"); }, SendByNtt},
     Protocol{"\x02",
              [](std::string_view answer) {
-               return answer.find("/A/") != answer.npos && answer.find("/N/") == answer.npos;
+               return answer.find("/A/") != std::string_view::npos &&
+                      answer.find("/N/") == std::string_view::npos;
              },
              [](ModemPort& port, const PagerCall& call) {
                UcpTransactionCounter counter = 3;

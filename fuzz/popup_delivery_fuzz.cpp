@@ -22,7 +22,7 @@ void CheckBuffer(std::u16string_view buffer, std::string_view message, const Cod
   Require(buffer.size() == message.size());
   const std::u16string text = code_page.ToUtf16(message).substr(0, kMostCharacters);
   Require(buffer.starts_with(text));
-  Require(buffer.find_first_not_of(u'\0', text.size()) == buffer.npos);
+  Require(buffer.find_first_not_of(u'\0', text.size()) == std::u16string_view::npos);
 }
 
 void CheckName(const std::u16string& name, std::string_view destination,

@@ -66,7 +66,7 @@ std::vector<FieldValue> ValuesOf(const nlohmann::json& fields) {
   for (const auto& [name, value] : fields.items()) {
     const std::string text =
         value.is_string() ? value.get<std::string>() : std::to_string(value.get<int>());
-    const auto parsed = FieldValue::Parse(name + "=" + text);
+    const auto parsed = FieldValue::Parse(std::string(name).append("=").append(text));
     Require(parsed && parsed->field == name && parsed->value == text);
     values.push_back(*parsed);
   }

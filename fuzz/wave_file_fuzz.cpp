@@ -23,12 +23,12 @@ std::string_view TextOf(std::span<const std::byte> bytes) {
 
 void CheckWave(const Wave& wave, std::string_view file) {
   const std::string_view samples = TextOf(wave.samples.bytes());
-  Require(!samples.empty() && file.find(samples) != file.npos);
+  Require(!samples.empty() && file.find(samples) != std::string_view::npos);
   const std::string_view format = TextOf(wave.format.bytes());
   Require(format.size() >= kZerosBehindFormat);
   const std::size_t size = format.size() - kZerosBehindFormat;
-  Require(file.find(format.substr(0, size)) != file.npos);
-  Require(format.find_first_not_of('\0', size) == format.npos);
+  Require(file.find(format.substr(0, size)) != std::string_view::npos);
+  Require(format.find_first_not_of('\0', size) == std::string_view::npos);
 }
 
 }  // namespace
