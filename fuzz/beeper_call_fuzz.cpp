@@ -76,9 +76,12 @@ class Settings final : public SettingsStore {
   FakeSettingsStore store_;
 };
 
+// As a modem sees them on a line of seven bits.
 std::size_t CountControls(std::string_view text) {
-  return static_cast<std::size_t>(
-      std::ranges::count_if(text, [](char c) { return (c >= 0 && c < ' ') || c == '\x7F'; }));
+  return static_cast<std::size_t>(std::ranges::count_if(text, [](char c) {
+    const auto seven_bits = static_cast<std::uint8_t>(c) & 0x7FU;
+    return seven_bits < 0x20 || seven_bits == 0x7F;
+  }));
 }
 
 // Those that the operator has put into what the dial command is made of.
