@@ -1,21 +1,22 @@
 // Whole pages by each protocol, through a modem and to a centre that send arbitrary bytes: each
 // session ends, frees the port, and sends nothing but what its protocol has, no more often than it
-// may.
+// may. None succeeds unless the centre has said behind the page that it has taken it.
 #include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <utility>
+#include <vector>
 
 #include "fuzz/fuzz_input.h"
+#include "fuzz/fuzzed_modem.h"
 #include "pager/ntt/ntt_session.h"
 #include "pager/pager_port.h"
 #include "pager/tap/tap_session.h"
 #include "pager/ucp/ucp_session.h"
 #include "port/modem_port.h"
-#include "system/clock.h"
+#include "text/text_end.h"
 
 namespace brantel {
 namespace {
@@ -28,122 +29,85 @@ class Host final : public NotifierHost {
   Result GetAlertTrigger(std::uint32_t&) override { return kFail; }
 };
 
-class NoTime final : public Clock {
- public:
-  void Wait(std::uint32_t milliseconds) override { Require(milliseconds != 0); }
-};
-
 // How often what begins in some way may be written.
 struct WriteRule {
   std::string_view start;
-  int left;
+  int most;
 };
 
 constexpr int kWithoutLimit = 1 << 30;
 
-class Line final : public SerialDevice {
- public:
-  // A modem that works says OK and CONNECT before the input's bytes begin.
-  Line(FuzzInput& input, bool modem_works) : input_(input), modem_works_(modem_works) {}
+// What is written is of the first kind whose start it has.
+constexpr std::array kWriteRules = {
+    WriteRule{"ATH0\r", 1},   WriteRule{"ATDT", kWithoutLimit},
+    WriteRule{"ATQ0V1\r", 2}, WriteRule{"AT", 2},
+    WriteRule{"+++", 1},      WriteRule{"\r", 5},
+    WriteRule{"\x1BPG1", 2},  WriteRule{"\x02", 3},
+    WriteRule{"\x04\r", 1},   WriteRule{"8000C00000********,10000,", 1}};
 
-  Outcome<> GetControl() override { return kDone; }
-  Outcome<> SetControl(std::uint32_t, const Framing&) override { return kDone; }
-  Outcome<SerialTimeouts> GetTimeouts() override { return SerialTimeouts{}; }
-  Outcome<> SetTimeouts(const SerialTimeouts&) override {
-    has_timeouts_ = true;
-    return kDone;
+using Transfers = std::vector<FuzzedPorts::Transfer>;
+
+void CheckWrites(const Transfers& transfers) {
+  std::array<int, kWriteRules.size()> counts{};
+  for (const auto& transfer : transfers) {
+    if (!transfer.is_written) continue;
+    const auto* const rule = std::ranges::find_if(
+        kWriteRules, [&](const WriteRule& row) { return transfer.bytes.starts_with(row.start); });
+    Require(rule != kWriteRules.end());
+    const auto place = static_cast<std::size_t>(rule - kWriteRules.begin());
+    Require(++counts.at(place) <= rule->most);
   }
-  void Flush() override {}
+}
 
-  Outcome<> Write(std::string_view bytes) override {
-    auto* const rule = std::ranges::find_if(
-        rules_, [bytes](const WriteRule& row) { return bytes.starts_with(row.start); });
-    Require(rule != rules_.end() && rule->left-- > 0);
-    answer_ = modem_works_ ? ModemsAnswer(bytes) : "";
-    if (Fails()) return kBroken;
-    return kDone;
-  }
+// By what a protocol's pages begin, and whether a centre's answer says that it has taken one.
+struct Protocol {
+  std::string_view page_start;
+  bool (*takes)(std::string_view answer);
+  bool (*send)(ModemPort& port, const PagerCall& call);
+};
 
-  Outcome<std::size_t> Read(std::span<char> buffer) override {
-    Require(has_timeouts_);
-    std::string_view answer = std::exchange(answer_, "");
-    if (answer.empty()) {
-      if (Fails()) return kBroken;
-      answer = input_.Take(std::min<std::size_t>(buffer.size(), input_.Byte()));
+bool HoldsAny(std::string_view text, std::string_view characters) {
+  return text.find_first_of(characters) != std::string_view::npos;
+}
+
+constexpr std::array kProtocols = {
+    Protocol{"\x02", [](std::string_view answer) { return HoldsAny(answer, "\x06\x04"); },
+             [](ModemPort& port, const PagerCall& call) { return SendByTap(port, call, kTap); }},
+    Protocol{"\x02", [](std::string_view answer) { return HoldsAny(answer, "\x06\x04\x1E"); },
+             [](ModemPort& port, const PagerCall& call) { return SendByTap(port, call, kSmsTap); }},
+    Protocol{"8000C", [](std::string_view answer) { return answer.starts_with("28"); }, SendByNtt},
+    Protocol{"\x02",
+             [](std::string_view answer) {
+               return answer.find("/A/") != std::string_view::npos &&
+                      answer.find("/N/") == std::string_view::npos;
+             },
+             [](ModemPort& port, const PagerCall& call) {
+               UcpTransactionCounter counter = 3;
+               return SendByUcp(port, call, counter);
+             }}};
+
+// Whether the page was written, and what came back says that it was taken.
+bool WasTaken(const Transfers& transfers, const Protocol& protocol) {
+  bool is_page_sent = false;
+  for (const auto& transfer : transfers) {
+    if (transfer.is_written) {
+      is_page_sent = is_page_sent || transfer.bytes.starts_with(protocol.page_start);
+    } else if (is_page_sent && protocol.takes(UpToNul(transfer.bytes))) {
+      return true;
     }
-    std::ranges::copy(answer, buffer.begin());
-    return answer.size();
   }
-
- private:
-  static constexpr Failure kBroken{1117};
-
-  // By a byte of its own.
-  bool Fails() { return input_.NextIs(0xFF); }
-
-  static std::string_view ModemsAnswer(std::string_view command) {
-    if (command.starts_with("ATDT")) return "CONNECT";
-    return command.starts_with("AT") ? "OK" : "";
-  }
-
-  FuzzInput& input_;
-  const bool modem_works_;
-  bool has_timeouts_ = false;
-  std::string_view answer_;
-  std::array<WriteRule, 10> rules_ = {{
-      {"ATH0\r", 1},
-      {"ATDT", kWithoutLimit},
-      {"ATQ0V1\r", 2},
-      {"AT", 2},
-      {"+++", 1},
-      {"\r", 5},
-      {"\x1BPG1", 2},
-      {"\x02", 3},
-      {"\x04\r", 1},
-      {"8000C00000********,10000,", 1},
-  }};
-};
-
-class Ports final : public SerialPorts {
- public:
-  Ports(FuzzInput& input, bool modem_works) : input_(input), modem_works_(modem_works) {}
-
-  Outcome<std::unique_ptr<SerialDevice>> Open(std::uint32_t) override {
-    return std::make_unique<Line>(input_, modem_works_);
-  }
-
- private:
-  FuzzInput& input_;
-  const bool modem_works_;
-};
-
-void Send(std::uint8_t protocol, ModemPort& port, const PagerCall& call) {
-  UcpTransactionCounter counter = protocol;
-  switch (protocol % 4) {
-    case 0:
-      SendByTap(port, call, kTap);
-      break;
-    case 1:
-      SendByTap(port, call, kSmsTap);
-      break;
-    case 2:
-      SendByNtt(port, call);
-      break;
-    default:
-      SendByUcp(port, call, counter);
-  }
+  return false;
 }
 
 }  // namespace
 }  // namespace brantel
 
-// A byte for the protocol and one for the modem, the page's parts, and what comes over the line:
-// before each read its length, and 0xFF before a read or write that fails.
+// A byte for the protocol and one for the modem, the page's parts, and what comes over the line.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace brantel;
   const std::string bytes(data, data + size);
   FuzzInput input(bytes);
-  const std::uint8_t protocol = input.Byte();
+  const Protocol& protocol = kProtocols.at(input.Byte() % kProtocols.size());
   const bool modem_works = input.Byte() % 2 == 1;
   const PagerCall call = {.modem_string = "ATE0",
                           .pager_number = "5550200",
@@ -151,14 +115,15 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                           .pager_id = input.Field(),
                           .message = input.Field()};
   PortBusyFlag busy = 0;
-  Ports ports(input, modem_works);
-  NoTime clock;
+  FuzzedPorts ports(input, modem_works);
+  ClockWithoutTime clock;
   Host host;
   {
     ModemPort port(kPagerPolicy, busy, ports, clock, host);
     Require(port.OpenPort(1, 300, kPagerFraming7E1));
-    Send(protocol, port, call);
+    if (protocol.send(port, call)) Require(WasTaken(ports.transfers(), protocol));
   }
-  Require(busy == 0);
+  CheckWrites(ports.transfers());
+  Require(busy == 0 && ports.closed() == 1);
   return 0;
 }

@@ -1,50 +1,46 @@
-"""Runs every fuzz target of a build from its kept corpus for a bounded time.
+"""Runs every fuzz target from its kept corpus, with other seeds each time.
 
-usage: fuzz/run.py BUILD_FOLDER REPORT [SECONDS [PROCESSORS]]
+usage: fuzz/run.py REPORT SECONDS PROCESSORS
 
-Writes a JUnit report with one test for each target. What a target finds is left in build/fuzz-findings.
+The seconds are those of all targets together. Writes a JUnit report with one test for each target. What a
+target finds is left in build/fuzz-findings, and how to repeat it is printed.
 """
 
 import concurrent.futures
-import os
-import pathlib
-import subprocess
+import random
 import sys
-import tempfile
 import xml.etree.ElementTree as ElementTree
 
-ROOT = pathlib.Path(__file__).resolve().parent
-FINDINGS = ROOT.parent / "build" / "fuzz-findings"
-DEFAULT_SECONDS = 8
+from target import Target, targets
 
 
-def fuzz(program: pathlib.Path, seconds: int) -> str:
+def shares(count: int, seconds: int) -> list[int]:
+    """Whole seconds, one at least. Who gets more changes from run to run."""
+    each, rest = divmod(max(seconds, count), count)
+    divided = [each + 1] * rest + [each] * (count - rest)
+    random.shuffle(divided)
+    return divided
+
+
+def fuzz(target: Target, seconds: int) -> str:
     """What the target says when it fails, or nothing."""
-    name = program.name.removesuffix("_fuzz")
-    corpus = ROOT / "corpus" / name
-    if not any(corpus.iterdir()):
-        return f"{corpus} is empty"
-    FINDINGS.mkdir(parents=True, exist_ok=True)
-    with tempfile.TemporaryDirectory() as grown:
-        done = subprocess.run(
-            [program, f"-max_total_time={seconds}", "-max_len=8192", "-timeout=10", "-seed=1",
-             f"-artifact_prefix={FINDINGS}/{name}-", grown, corpus],
-            stdout=subprocess.PIPE, stderr=subprocess.STDOUT, timeout=seconds + 120)
-    output = done.stdout.decode("utf-8", "replace")
-    print(f"{name}: {output.strip().splitlines()[-1]}")
-    return "" if done.returncode == 0 else output
+    if not target.corpus.is_dir() or not any(target.corpus.iterdir()):
+        return f"{target.corpus} is empty"
+    run = target.run(seconds)
+    print(f"{target.name}: {run}", flush=True)
+    return run.complaint
 
 
 def main() -> int:
-    build, report = pathlib.Path(sys.argv[1]), sys.argv[2]
-    seconds = int(sys.argv[3]) if len(sys.argv) > 3 else DEFAULT_SECONDS
-    processors = int(sys.argv[4]) if len(sys.argv) > 4 else os.cpu_count()
-    suite = ElementTree.Element("testsuite", name="fuzz")
-    programs = sorted((build / "fuzz").glob("*_fuzz"))
+    report, seconds, processors = sys.argv[1], int(sys.argv[2]), int(sys.argv[3])
+    chosen = targets()
+    if not chosen:
+        sys.exit("there are no fuzz targets; tools/lib/build_preset sanitize builds them")
     with concurrent.futures.ThreadPoolExecutor(processors) as pool:
-        complaints = list(pool.map(lambda program: fuzz(program, seconds), programs))
-    for program, complaint in zip(programs, complaints):
-        case = ElementTree.SubElement(suite, "testcase", name=program.name)
+        complaints = list(pool.map(fuzz, chosen, shares(len(chosen), seconds)))
+    suite = ElementTree.Element("testsuite", name="fuzz")
+    for target, complaint in zip(chosen, complaints):
+        case = ElementTree.SubElement(suite, "testcase", name=target.name)
         if complaint:
             print(complaint)
             ElementTree.SubElement(case, "failure").text = "failed"

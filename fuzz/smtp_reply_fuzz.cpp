@@ -81,10 +81,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const Reading reading = ReadReplies(bytes, data[0] % 82U + 1U);
   for (const std::string& line : reading.log) {
     Require(line.size() <= 899 + 82);
-    Require(line == "\r\n" || line.find_first_of(std::string_view("\n\0", 2)) == line.npos);
+    Require(line == "\r\n" || line.find_first_of(std::string_view("\n\0", 2)) == std::string::npos);
   }
   // A NUL takes with it what came in the same piece.
-  const bool splits_alike = bytes.size() < 900 && bytes.find('\0') == bytes.npos;
+  const bool splits_alike = bytes.size() < 900 && bytes.find('\0') == std::string::npos;
   if (splits_alike) Require(reading == ReadReplies(bytes, 1));
   return 0;
 }

@@ -1,6 +1,6 @@
 // Telephone calls against what telephony, the line and a wave file may say: whatever that is, the
 // call gives back all memory, closes every file and device that it has opened, and lets telephony
-// go.
+// go. None succeeds unless a key was pressed and all messages were played.
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "fuzz/fuzz_input.h"
+#include "telephone/line_constants.h"
 #include "tests/unit/telephone/fake_voice_system.h"
 #include "voice/voice_call.h"
 
@@ -49,7 +50,12 @@ void SetUpTelephony(FuzzInput& input, brantel::FakeTelephony& telephony) {
   telephony.failing_shutdowns = input.Byte() % 7;
 }
 
-void QueueEvents(FuzzInput& input, brantel::FakeVoiceSystem& system) {
+constexpr bool IsKey(std::uint32_t sign) {
+  return (sign >= '0' && sign <= '9') || sign == '*' || sign == '#';
+}
+
+// `is_key_pressed` is set once the called person has pressed one.
+void QueueEvents(FuzzInput& input, brantel::FakeVoiceSystem& system, bool& is_key_pressed) {
   while (!input.AtEnd()) {
     if (input.NextIs('d')) {
       system.pump.events.emplace_back([&system] {
@@ -59,8 +65,11 @@ void QueueEvents(FuzzInput& input, brantel::FakeVoiceSystem& system) {
       const std::uint32_t kind = input.Byte();
       const std::uint32_t first = input.NextIs('w') ? Word(input) : input.Byte();
       const std::uint32_t second = input.Byte();
-      system.pump.events.emplace_back(
-          [&system, kind, first, second] { system.telephony.Tell(kind, first, second); });
+      system.pump.events.emplace_back([&system, &is_key_pressed, kind, first, second] {
+        if (kind == brantel::line_message::kMonitorDigits && IsKey(first & 0xFFU))
+          is_key_pressed = true;
+        system.telephony.Tell(kind, first, second);
+      });
     }
   }
 }
@@ -82,20 +91,24 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   system.wave_output.open = Code(input);
   system.wave_output.prepare = Code(input);
   system.wave_output.write = Code(input);
+  const auto count = static_cast<std::int8_t>(input.Byte());
+  const std::uint8_t button = input.Byte();
   const brantel::VoiceCall call = {
       .number = "5550100",
       .repeat_message = "wave",
       .first_message = "wave",
-      .second_message = "missing",
-      .count = static_cast<std::int8_t>(input.Byte()),
-      .button = static_cast<std::int32_t>(input.Byte()),
+      .second_message = button < 0x80 ? "missing" : "wave",
+      .count = count,
+      .button = button % 0x80,
   };
   const std::size_t wave_size = Word(input) % 4096;
   system.riff_files.files["wave"] = std::string(input.Take(wave_size));
-  QueueEvents(input, system);
+  bool is_key_pressed = false;
+  QueueEvents(input, system, is_key_pressed);
 
   try {
-    brantel::PlaceVoiceCall(system.system, state, call);
+    const bool succeeded = brantel::PlaceVoiceCall(system.system, state, call) == 0;
+    if (succeeded) Require(is_key_pressed && Count(system.wave_output.calls, "write") >= 3);
   } catch (const brantel::EndlessWait&) {
     // The events were over before the call. Nothing else may come out of it.
   }

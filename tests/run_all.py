@@ -94,8 +94,8 @@ def pytest(folder: str) -> list[str]:
 
 
 def fuzz(seconds: int, processors: int) -> list[str]:
-    return [PYTHON, str(ROOT / "fuzz" / "run.py"), str(BUILD / "sanitize"), "RESULTS", str(seconds),
-            str(processors)]
+    """So many seconds for all targets together."""
+    return [PYTHON, str(ROOT / "fuzz" / "run.py"), "RESULTS", str(seconds), str(processors)]
 
 
 MODULE_VARIABLE = {"BRANTEL_MODULE": "Z:" + str(MODULE).replace("/", "\\")}
@@ -129,7 +129,7 @@ SUITES = [
     Suite("lint", "checks the form of sources and scripts, as far as that is quickly done",
           [PYTHON, str(ROOT / "tools" / "lint"), "--quick", "RESULTS"], [], 3, 600),
     Suite("fuzz", "feeds hostile bytes to what parses bytes from outside, for seconds",
-          fuzz(2, HALF_THE_PROCESSORS), [SANITIZED], 13, 1200, HALF_THE_PROCESSORS),
+          fuzz(30, HALF_THE_PROCESSORS), [SANITIZED], 27, 1200, HALF_THE_PROCESSORS),
     Suite("soak", "sends alerts and opens dialogs by the thousand, then sends from 16 threads for ten minutes",
           wine_gtest("win32-tests/tests/soak/soak_tests.exe"), [RELEASE, SOAK], 19, 7200,
           PROCESSORS, MODULE_VARIABLE, wine=True, for_maintainers=True),
@@ -138,8 +138,8 @@ SUITES = [
     Suite("tidy", "checks the form of all sources, by clang-tidy too",
           [PYTHON, str(ROOT / "tools" / "lint"), "RESULTS"], [], 100, 4800, PROCESSORS,
           for_maintainers=True),
-    Suite("long-fuzz", "does for half a minute each what fuzz does for seconds", fuzz(30, PROCESSORS),
-          [SANITIZED], 13, 3600, PROCESSORS, for_maintainers=True),
+    Suite("long-fuzz", "does for a quarter of an hour what fuzz does for seconds", fuzz(900, PROCESSORS),
+          [SANITIZED], 27, 3600, PROCESSORS, for_maintainers=True),
 ]
 
 
