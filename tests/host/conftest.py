@@ -43,6 +43,22 @@ class Outcome:
     errors: str
 
 
+class Registration:
+    """Whether the released module is registered in the prefix; None when a test may have changed it. Most
+    tests take less time than to ask."""
+
+    def __init__(self):
+        self.is_there: bool | None = None
+
+    def bring_about(self, host: "Notifyhost", is_there: bool) -> None:
+        if self.is_there is not is_there:
+            assert host("register" if is_there else "unregister").exit_code == 0
+            self.is_there = is_there
+
+
+REGISTRATION = Registration()
+
+
 @dataclass
 class Notifyhost:
     """The host program, in a folder and environment of its own."""
@@ -61,6 +77,8 @@ class Notifyhost:
             return Outcome(exit_code, output.read().decode(), errors.read().decode())
 
     def start(self, *arguments, output, errors=None, **environment) -> "RunningHost":
+        if not {"register", "unregister"}.isdisjoint(arguments):
+            REGISTRATION.is_there = None
         return RunningHost([WINE, self.program, *arguments], cwd=self.folder,
                            env={**self.environment, **environment}, stdin=subprocess.DEVNULL,
                            stdout=output, stderr=errors or output)
@@ -82,19 +100,23 @@ def wine_environment():
 
 
 @pytest.fixture
-def notifyhost(wine_environment, tmp_path):
-    """The released host, with the module beside it, not registered."""
-    host = Notifyhost(HOST, tmp_path, wine_environment)
-    assert host("unregister").exit_code == 0
-    return host
+def released_host(wine_environment, tmp_path):
+    """The released host, with the module beside it."""
+    return Notifyhost(HOST, tmp_path, wine_environment)
 
 
 @pytest.fixture
-def registered(notifyhost):
+def notifyhost(released_host):
+    """The same with the module not registered."""
+    REGISTRATION.bring_about(released_host, False)
+    return released_host
+
+
+@pytest.fixture
+def registered(released_host):
     """The same with the module registered."""
-    assert notifyhost("register").exit_code == 0
-    yield notifyhost
-    assert notifyhost("unregister").exit_code == 0
+    REGISTRATION.bring_about(released_host, True)
+    return released_host
 
 
 @pytest.fixture
