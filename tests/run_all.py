@@ -100,7 +100,7 @@ def fuzz(seconds: int, processors: int) -> list[str]:
 
 MODULE_VARIABLE = {"BRANTEL_MODULE": "Z:" + str(MODULE).replace("/", "\\")}
 
-# Those that mostly wait for real time come first, and beside the others.
+# Those that mostly wait for real time come first, and beside the others; then the longest.
 SUITES = [
     Suite("voice", "calls people on a simulated telephone exchange", pytest("voice"),
           [RELEASE, DRIVERS], 35, 1800, 0.3, MODULE_VARIABLE, wine=True),
@@ -117,19 +117,19 @@ SUITES = [
     Suite("module", "drives the released module through its exports and interfaces alone",
           wine_gtest("win32-tests/tests/module/module_tests.exe"), [RELEASE, WINDOWS_TESTS], 1100, 1800,
           environment=MODULE_VARIABLE, wine=True),
-    Suite("unit-windows", "tests each room, built for Windows",
-          wine_gtest("win32-tests/tests/unit/unit_tests.exe"), [WINDOWS_TESTS], 2000, 1200, wine=True),
-    Suite("unit", "tests each room with clang++ under the address and undefined-behaviour sanitizers",
-          gtest("sanitize/tests/unit/unit_tests"), [SANITIZED], 2000, 1200),
-    Suite("torture", "has every allocation and every call on the system fail in turn, and cuts every session",
-          gtest("sanitize/tests/torture/torture_tests"), [SANITIZED], 170, 1200),
-    Suite("paging", "has the pages for paging centres taken apart by other programs", pytest("paging"),
-          [SANITIZED], 5, 1200),
-    Suite("web", "shows the web forms in a real browser", pytest("web"), [SANITIZED], 5, 1800),
-    Suite("lint", "checks the form of sources and scripts, as far as that is quickly done",
-          [PYTHON, str(ROOT / "tools" / "lint"), "--quick", "RESULTS"], [], 3, 600),
     Suite("fuzz", "feeds hostile bytes to what parses bytes from outside, for seconds",
           fuzz(20, HALF_THE_PROCESSORS), [SANITIZED], 27, 1200, HALF_THE_PROCESSORS),
+    Suite("web", "shows the web forms in a real browser", pytest("web"), [SANITIZED], 5, 1800),
+    Suite("paging", "has the pages for paging centres taken apart by other programs", pytest("paging"),
+          [SANITIZED], 5, 1200),
+    Suite("unit", "tests each room with clang++ under the address and undefined-behaviour sanitizers",
+          gtest("sanitize/tests/unit/unit_tests"), [SANITIZED], 2000, 1200),
+    Suite("unit-windows", "tests each room, built for Windows",
+          wine_gtest("win32-tests/tests/unit/unit_tests.exe"), [WINDOWS_TESTS], 2000, 1200, wine=True),
+    Suite("torture", "has every allocation and every call on the system fail in turn, and cuts every session",
+          gtest("sanitize/tests/torture/torture_tests"), [SANITIZED], 170, 1200),
+    Suite("lint", "checks the form of sources and scripts, as far as that is quickly done",
+          [PYTHON, str(ROOT / "tools" / "lint"), "--quick", "RESULTS"], [], 3, 600),
     Suite("soak", "sends alerts and opens dialogs by the thousand, then sends from 16 threads for ten minutes",
           wine_gtest("win32-tests/tests/soak/soak_tests.exe"), [RELEASE, SOAK], 19, 7200,
           PROCESSORS, MODULE_VARIABLE, wine=True, for_maintainers=True),
