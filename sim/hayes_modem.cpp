@@ -91,8 +91,10 @@ void HayesModem::LoseDtr() {
   GoOnHook();
 }
 
-void HayesModem::ReceiveCommandByte(char c) {
-  if (echo_) echo_text_ += c;
+void HayesModem::ReceiveCommandByte(char byte) {
+  if (echo_) echo_text_ += byte;
+  // Commands have seven bits (ITU-T V.250).
+  const auto c = static_cast<char>(byte & 0x7F);
   const char upper = ToUpper(c);
   if (command_line_.size() < 2) {
     // Nothing is a command before it begins with AT.

@@ -61,7 +61,7 @@ class HayesModem {
   static constexpr std::size_t kGuardTime = 12;   // fiftieths of a second
   static constexpr std::size_t kRegisterCount = 32;
 
-  void ReceiveCommandByte(char c);
+  void ReceiveCommandByte(char byte);
   void ReceiveData(std::string_view bytes);
   void CountPlusSigns(std::string_view bytes);
   void Escape();

@@ -60,6 +60,13 @@ TEST_F(HayesModemTest, EchoesUntilItIsToldNotTo) {
   EXPECT_EQ(Answer("at\r"), "at\r\r\nOK\r\n");
 }
 
+TEST_F(HayesModemTest, LooksAtSevenBitsOfACommand) {
+  EXPECT_EQ(Answer("\xC1\xD4"
+                   "E0\x8D"),
+            "\xC1\xD4"
+            "E0\x8D\r\nOK\r\n");
+}
+
 TEST_F(HayesModemTest, KeepsAStuckEcho) {
   Use({.echo_is_stuck = true});
   EXPECT_EQ(Answer("ATE0\r"), "ATE0\r\r\nOK\r\n");
