@@ -13,8 +13,9 @@ namespace {
 // A crash ends the program with an exit code that nobody takes for a success, and without a
 // debugger that would wait for somebody.
 LONG WINAPI EndAfterCrash(EXCEPTION_POINTERS* crash) {
-  std::cerr << "module_tests: exception " << std::hex << crash->ExceptionRecord->ExceptionCode
-            << " at " << crash->ExceptionRecord->ExceptionAddress << std::endl;
+  std::cerr << "These tests crashed: exception " << std::hex
+            << crash->ExceptionRecord->ExceptionCode << " at "
+            << crash->ExceptionRecord->ExceptionAddress << std::endl;
   TerminateProcess(GetCurrentProcess(), 3);
   return EXCEPTION_CONTINUE_SEARCH;
 }
@@ -28,7 +29,7 @@ int main(int argument_count, char** arguments) {
     brantel::OpenAllocationLedger();
     std::cout << "Module under test: " << brantel::ToUtf8(brantel::ModuleFile()) << '\n';
   } catch (const std::exception& reason) {
-    std::cerr << "module_tests: " << reason.what() << '\n';
+    std::cerr << "These tests cannot begin: " << reason.what() << '\n';
     return 2;
   }
   {

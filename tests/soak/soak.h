@@ -1,3 +1,9 @@
+// Alerts and dialogs by the thousand, and threads for minutes, with stand-ins for all that they go
+// to; nothing may grow with the count, and no success may be false. The environment may say how
+// much:
+//   SOAK_SENDS     alerts of each class and protocol, 10000
+//   SOAK_OPENINGS  openings of each dialog, 1000
+//   SOAK_SECONDS   for which 16 threads send, 600
 #pragma once
 
 #include <gtest/gtest.h>

@@ -16,7 +16,9 @@ start_server()
 
 make_prefix()
 {
-	if template_is_of_this_wine; then copy_template; else initialize_prefix "$1"; fi
+	if template_is_of_this_wine; then copy_template; fi
+	# As it is where there is half a prefix already.
+	[ -e "$WINEPREFIX/.update-timestamp" ] || initialize_prefix "$1"
 }
 
 # A prefix knows by the time of this file which Wine it was made by.
@@ -31,11 +33,9 @@ template_is_of_this_wine()
 copy_template()
 {
 	new=$WINEPREFIX.new.$$
-	if ! /usr/bin/cp -a --reflink=auto -- "$WINEPREFIX_TEMPLATE" "$new"; then
-		/usr/bin/rm -rf -- "$new"
-		exit 125
-	fi
-	/usr/bin/mv -T -- "$new" "$WINEPREFIX" 2>/dev/null || /usr/bin/rm -rf -- "$new"
+	{ /usr/bin/mkdir -p -- "${WINEPREFIX%/*}" &&
+		/usr/bin/cp -a --reflink=auto -- "$WINEPREFIX_TEMPLATE" "$new" &&
+		/usr/bin/mv -T -- "$new" "$WINEPREFIX"; } 2>/dev/null || /usr/bin/rm -rf -- "$new"
 }
 
 initialize_prefix()
