@@ -86,4 +86,6 @@ def test_each_command_has_help(lone_host, command, arguments):
 @pytest.mark.parametrize("command, text", [("send", SEND_HELP), ("new", NEW_HELP)])
 def test_whole_help(lone_host, command, text):
     outcome = lone_host(command, "--help")
-    assert (outcome.exit_code, outcome.output, outcome.errors) == (0, text, "")
+    # Some releases of CLI11 leave one line free above the examples, others two.
+    output = outcome.output.replace("\n\n\n", "\n\n")
+    assert (outcome.exit_code, output, outcome.errors) == (0, text, "")
