@@ -87,10 +87,9 @@ class Simulator {
   }
 
   void Run() {
-    const FileDescriptor end_signals = EndSignals();
     while (!ended_) {
       std::array<pollfd, 2> waiting = {pollfd{port_.descriptor(), POLLIN, 0},
-                                       pollfd{end_signals.get(), POLLIN, 0}};
+                                       pollfd{end_signals_.get(), POLLIN, 0}};
       poll(waiting.data(), waiting.size(), MillisecondsToNextEvent());
       timeline_.AdvanceTo(Elapsed());
       if (waiting[0].revents != 0) Receive();
@@ -125,6 +124,8 @@ class Simulator {
     setting_ = setting;
   }
 
+  // Before the port: who sees its link may end the program, and the link is to go with it.
+  FileDescriptor end_signals_ = EndSignals();
   std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
   Timeline timeline_;
   Transcript transcript_{std::cout, timeline_};

@@ -151,6 +151,17 @@ def test_link_goes_with_the_program(modem, ending):
     assert not modem.link.is_symlink()
 
 
+def test_link_goes_with_the_program_that_is_ended_as_soon_as_it_is_there(tmp_path):
+    for number in range(20):
+        link = tmp_path / f"modem{number}"
+        with subprocess.Popen([MODEMSIM, "--link", link], stdout=subprocess.DEVNULL) as program:
+            while not link.is_symlink():
+                assert program.poll() is None
+            program.terminate()
+            assert program.wait(TIME_LIMIT) == 0
+        assert not link.is_symlink()
+
+
 def test_port_goes_with_the_modem_that_is_unplugged(modem):
     with Terminal(modem.link) as terminal:
         terminal.send(b"ATDT5550111\r")
