@@ -5,12 +5,13 @@
 #include <termios.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdlib>
 #include <system_error>
 #include <utility>
+
+#include "sim/line_rate.h"
 
 namespace brantel::sim {
 namespace {
@@ -22,24 +23,6 @@ namespace {
 int Checked(int result, const std::string& what) {
   if (result < 0) ThrowSystemError(what);
   return result;
-}
-
-struct Rate {
-  speed_t speed;
-  unsigned bits_per_second;
-};
-
-constexpr std::array kRates = {
-    Rate{B50, 50},         Rate{B75, 75},         Rate{B110, 110},     Rate{B134, 134},
-    Rate{B150, 150},       Rate{B200, 200},       Rate{B300, 300},     Rate{B600, 600},
-    Rate{B1200, 1200},     Rate{B1800, 1800},     Rate{B2400, 2400},   Rate{B4800, 4800},
-    Rate{B9600, 9600},     Rate{B19200, 19200},   Rate{B38400, 38400}, Rate{B57600, 57600},
-    Rate{B115200, 115200}, Rate{B230400, 230400},
-};
-
-std::string RateText(speed_t speed) {
-  const auto* const rate = std::ranges::find(kRates, speed, &Rate::speed);
-  return rate == kRates.end() ? "unusual rate" : std::to_string(rate->bits_per_second) + " bit/s";
 }
 
 char DataBits(tcflag_t flags) {
@@ -156,7 +139,7 @@ std::string PseudoTerminal::Setting() const {
   termios settings{};
   if (tcgetattr(master_.get(), &settings) != 0) return "unknown";
   const char stop_bits = (settings.c_cflag & CSTOPB) != 0 ? '2' : '1';
-  return RateText(cfgetospeed(&settings)) + " " +
+  return std::to_string(BitsPerSecond(master_.get())) + " bit/s " +
          std::string{DataBits(settings.c_cflag), ParityLetter(settings.c_cflag), stop_bits};
 }
 
