@@ -94,7 +94,8 @@ void SendInARow(const std::wstring& instance, int count) {
   PrintLevel("before");
   std::cout << ", \"delivered\": " << series.Send(count);
   PrintLevel("after");
-  std::cout << ", \"median_ms\": " << series.median() << "}\n";
+  std::cout << ", \"heap_growth\": " << HeapGrowth() << ", \"median_ms\": " << series.median()
+            << "}\n";
 }
 
 struct Outcome {

@@ -4,10 +4,23 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
+#include <cstring>
 #include <stdexcept>
 
 namespace brantel {
 namespace {
+
+// Wine's major version; 0 on Windows.
+int WineVersion() {
+  void* const function =
+      reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA("ntdll.dll"), "wine_get_version"));
+  if (function == nullptr) return 0;
+  const char* const text = reinterpret_cast<const char*(__cdecl*)()>(function)();
+  int version = 0;
+  std::from_chars(text, text + std::strlen(text), version);
+  return version;
+}
 
 // All handles of the system. GetProcessHandleCount would do for the number, but is not implemented
 // everywhere: it succeeds and says 0.
@@ -59,6 +72,15 @@ HeapLevel MeasureHeaps() {
   for (DWORD i = 0; i < count; ++i)
     AddLevelOf(heaps.at(i), level);
   return level;
+}
+
+bool LevelsAreRough() {
+  static const bool rough = WineVersion() >= 10;
+  return rough;
+}
+
+std::size_t HeapGrowth() {
+  return LevelsAreRough() ? 65536 : 4096;
 }
 
 std::size_t FreeThreadSlots() {

@@ -18,6 +18,14 @@ struct HeapLevel {
 
 HeapLevel MeasureHeaps();
 
+// Whether levels can only be compared roughly. Wine 10 walks over the groups that small blocks lie
+// in instead of the blocks, and may have a handle more of its own after hundreds of threads.
+bool LevelsAreRough();
+
+// How many bytes more the heaps may have when nothing is kept: what the system itself may keep,
+// such as a grown table, and where levels are rough, a few groups of blocks.
+std::size_t HeapGrowth();
+
 // How many indexes of thread-local storage are left to this process. There are little more than a
 // thousand, and a library that cannot get one does not load.
 std::size_t FreeThreadSlots();

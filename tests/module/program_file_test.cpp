@@ -31,8 +31,11 @@ TEST(ProgramFile, ImportsSystemLibrariesAlone) {
                          "shell32.dll", "shlwapi.dll", "user32.dll", "winmm.dll", "wsock32.dll")));
 }
 
+// The standard library of GCC 14 takes more room than that of GCC 12, with which the release is
+// made.
 TEST(ProgramFile, HasAtMost448KiB) {
-  EXPECT_LE(PortableExecutable(ModuleFile()).size(), 458752U);
+  constexpr std::size_t kMost = (__GNUC__ < 14 ? 448U : 512U) * 1024U;
+  EXPECT_LE(PortableExecutable(ModuleFile()).size(), kMost);
 }
 
 }  // namespace

@@ -49,7 +49,9 @@ TEST(HeapLevel, RisesByWhatIsNotFreed) {
     HeapFree(GetProcessHeap(), 0, block);
 
   EXPECT_GE(with_blocks.bytes, before.bytes + 16000);
-  EXPECT_GE(with_blocks.blocks, before.blocks + 1000);
+  if (!LevelsAreRough()) {
+    EXPECT_GE(with_blocks.blocks, before.blocks + 1000);
+  }
 }
 
 TEST(HandleWatch, TellsTheNewHandles) {
