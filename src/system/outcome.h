@@ -21,8 +21,8 @@ template <typename Value = std::monostate>
 class [[nodiscard]] Outcome {
  public:
   // Both implicit, so that functions return either as it is.
-  // NOLINTNEXTLINE(bugprone-forwarding-reference-overload): the requirement leaves copies alone
   template <std::convertible_to<Value> Given>
+  // NOLINTNEXTLINE(bugprone-forwarding-reference-overload): the requirement leaves copies alone
   requires(!std::same_as<std::remove_cvref_t<Given>, Outcome>) Outcome(Given&& value)
       : content_(std::in_place_index<0>, std::forward<Given>(value)) {}
   Outcome(Failure failure) : content_(failure) {}
