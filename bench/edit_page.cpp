@@ -1,7 +1,5 @@
 #include "bench/edit_page.h"
 
-#include <ctemplate/template.h>
-
 #include <array>
 #include <cstdlib>
 
@@ -13,6 +11,7 @@ namespace {
 
 constexpr std::string_view kName = "Night shift";
 constexpr const char* kTemplate = "edit page";
+constexpr std::size_t kExpectedSize = 8192;
 
 constexpr FormRow kRow =
     SameRowOnBothPages(FormInput::kSingleLine, "number",
@@ -70,7 +69,6 @@ HtmlText EditPage::Build() const {
 }
 
 std::string EditPage::CopyBare() const {
-  constexpr std::size_t kExpectedSize = 8192;
   std::string page;
   page.reserve(kExpectedSize);
   page += texts_.front();
@@ -89,7 +87,8 @@ std::string EditPage::ExpandTemplate() const {
                                    ctemplate::TemplateString(values[i].data(), values[i].size()));
   }
   std::string page;
-  ctemplate::ExpandTemplate(kTemplate, ctemplate::DO_NOT_STRIP, &dictionary, &page);
+  page.reserve(kExpectedSize);
+  templates_.ExpandNoLoad(kTemplate, ctemplate::DO_NOT_STRIP, &dictionary, nullptr, &page);
   return page;
 }
 
@@ -113,11 +112,12 @@ void EditPage::CutUpPage() {
   texts_.emplace_back(rest);
 }
 
-void EditPage::MakeTemplate() const {
+void EditPage::MakeTemplate() {
   std::string source = texts_.front();
   for (std::size_t i = 0; i < variables_.size(); ++i)
     source += "{{" + variables_[i] + ":h}}" + texts_[i + 1];
-  ctemplate::StringToTemplateCache(kTemplate, source, ctemplate::DO_NOT_STRIP);
+  templates_.StringToTemplateCache(kTemplate, source, ctemplate::DO_NOT_STRIP);
+  templates_.Freeze();
 }
 
 }  // namespace brantel

@@ -1,93 +1,60 @@
 // Loading an instance from its file.
-#include <benchmark/benchmark.h>
 #include <rapidjson/document.h>
+#include <rapidjson/reader.h>
 
 #include <array>
 #include <cstdlib>
 #include <cstring>
-#include <fstream>
 #include <memory>
 #include <sstream>
 #include <string>
 #include <string_view>
-#include <vector>
 
-#include "beeper/beeper_description.h"
+#include "bench/groups.h"
 #include "bench/posix_file.h"
+#include "bench/sample_beeper.h"
+#include "bench/temporary_file.h"
 #include "instance/byte_cursor.h"
 #include "instance/instance_codec.h"
 
 namespace brantel {
 namespace {
 
-constexpr std::array<const char*, 6> kTexts = {
-    "+1 202 555 0123",
-    "ATDT%s,,,,%s#",
-    "1001",
-    "1002",
-    "1003",
-    "%n went down at %t, last seen answering at %l; see the operator's handbook, page 12"};
+using sample_beeper::kTexts;
+constexpr std::string_view kProfileName = "settings profile";
 
 using ReadBuffer = std::array<char, ByteCursor::kReadSize>;
 
-std::string WriteTemporaryFile(const std::string& content) {
-  std::string path = "/tmp/instance_load_bench_XXXXXX";
-  const int file = mkstemp(path.data());
-  if (file < 0) std::abort();
-  close(file);
-  std::ofstream(path, std::ios::binary) << content;
-  return path;
-}
-
-// A file that lives as long as the benchmark.
-class TemporaryFile {
- public:
-  explicit TemporaryFile(const std::string& content) : path_(WriteTemporaryFile(content)) {}
-  TemporaryFile(const TemporaryFile&) = delete;
-  TemporaryFile& operator=(const TemporaryFile&) = delete;
-  ~TemporaryFile() { unlink(path_.c_str()); }
-
-  [[nodiscard]] const char* path() const { return path_.c_str(); }
-
- private:
-  std::string path_;
-};
-
-std::string InstanceFile() {
-  Instance instance(kBeeper.instances.fields.size());
-  for (std::size_t i = 0; i < kTexts.size(); ++i)
-    instance.set_text(i, kTexts.at(i));
-  instance.set_integer(beeper_field::kSettingsProfile, 2);
-  return EncodeInstance(kBeeper.instances, instance);
+std::string_view NameOf(std::size_t text) {
+  return kBeeper.instances.fields[text].name;
 }
 
 std::string JsonFile() {
   std::ostringstream json;
   json << "{";
-  for (std::size_t i = 0; i < kTexts.size(); ++i) {
-    json << '"' << kBeeper.instances.fields[i].name << "\":\"" << kTexts.at(i) << "\",";
-  }
-  json << "\"settings profile\":2}";
+  for (std::size_t i = 0; i < kTexts.size(); ++i)
+    json << '"' << NameOf(i) << "\":\"" << kTexts.at(i) << "\",";
+  json << '"' << kProfileName << "\":2}";
   return json.str();
 }
 
 void LoadInstance(benchmark::State& state) {
-  const TemporaryFile file(InstanceFile());
+  const TemporaryFile file(sample_beeper::File());
   for (auto _ : state) {
     const auto content = std::make_unique<PosixFile>(file.path());
     auto instance = DecodeInstance(kBeeper.instances, *content);
     benchmark::DoNotOptimize(instance);
   }
 }
-BENCHMARK(LoadInstance);
+
+struct Fields {
+  std::array<std::string, kTexts.size()> texts;
+  std::int32_t profile;
+};
 
 // The same three system calls, and each field copied from where it is known to stand.
-void BareFloor(benchmark::State& state) {
-  const TemporaryFile file(InstanceFile());
-  struct Fields {
-    std::array<std::string, kTexts.size()> texts;
-    std::int32_t profile;
-  };
+void CopyBare(benchmark::State& state) {
+  const TemporaryFile file(sample_beeper::File());
   for (auto _ : state) {
     const int handle = open(file.path(), O_RDONLY | O_CLOEXEC);
     ReadBuffer buffer;  // NOLINT(*-member-init): filled by read
@@ -95,10 +62,10 @@ void BareFloor(benchmark::State& state) {
     close(handle);
     Fields fields;
     const char* position = buffer.data() + 16;
-    for (std::size_t i = 0; i < kTexts.size(); ++i) {
+    for (std::string& text : fields.texts) {
       std::uint32_t length = 0;
       std::memcpy(&length, position, sizeof length);
-      fields.texts.at(i).assign(position + 4, length - 1);
+      text.assign(position + 4, length - 1);
       position += 4 + length;
     }
     std::memcpy(&fields.profile, position, sizeof fields.profile);
@@ -106,29 +73,100 @@ void BareFloor(benchmark::State& state) {
     benchmark::DoNotOptimize(fields);
   }
 }
-BENCHMARK(BareFloor);
 
-// The same fields from a JSON file by RapidJSON, read with the same three system calls.
-void LoadByRapidJson(benchmark::State& state) {
-  const TemporaryFile file(JsonFile());
+// The three system calls alone.
+void ReadBare(benchmark::State& state) {
+  const TemporaryFile file(sample_beeper::File());
   for (auto _ : state) {
-    PosixFile content(file.path());
-    ReadBuffer buffer;  // NOLINT(*-member-init): filled by Read
-    const std::size_t size = content.Read(buffer);
-    rapidjson::Document document;
-    document.Parse(buffer.data(), size);
-    std::array<std::string, kTexts.size()> texts;
-    for (std::size_t i = 0; i < kTexts.size(); ++i) {
-      const std::string_view name = kBeeper.instances.fields[i].name;
-      const auto& value = document[name.data()];
-      texts.at(i).assign(value.GetString(), value.GetStringLength());
-    }
-    int profile = document["settings profile"].GetInt();
-    benchmark::DoNotOptimize(texts);
-    benchmark::DoNotOptimize(profile);
+    const int handle = open(file.path(), O_RDONLY | O_CLOEXEC);
+    ReadBuffer buffer;  // NOLINT(*-member-init): filled by read
+    benchmark::DoNotOptimize(read(handle, buffer.data(), buffer.size()));
+    close(handle);
   }
 }
-BENCHMARK(LoadByRapidJson);
+
+// Reads the JSON file as ours is read, into a buffer that ends with a NUL.
+void ReadJson(const TemporaryFile& file, ReadBuffer& buffer) {
+  buffer.at(PosixFile(file.path()).Read(buffer)) = '\0';
+}
+
+// A document that is parsed where it was read, with all its memory there before, and its fields
+// copied as ours are.
+void LoadByRapidJson(benchmark::State& state) {
+  using Pool = rapidjson::MemoryPoolAllocator<>;
+  using Document = rapidjson::GenericDocument<rapidjson::UTF8<>, Pool, Pool>;
+  const TemporaryFile file(JsonFile());
+  ReadBuffer buffer{};
+  std::array<char, 4096> values{};
+  std::array<char, 4096> stack{};
+  for (auto _ : state) {
+    ReadJson(file, buffer);
+    Pool value_pool(values.data(), values.size());
+    Pool stack_pool(stack.data(), stack.size());
+    Document document(&value_pool, stack.size() / 2, &stack_pool);
+    document.ParseInsitu(buffer.data());
+    Fields fields;
+    for (std::size_t i = 0; i < kTexts.size(); ++i) {
+      const rapidjson::Value name(rapidjson::StringRef(NameOf(i).data(), NameOf(i).size()));
+      const auto& value = document.FindMember(name)->value;
+      fields.texts.at(i).assign(value.GetString(), value.GetStringLength());
+    }
+    fields.profile = document[kProfileName.data()].GetInt();
+    benchmark::DoNotOptimize(fields);
+  }
+}
+
+// Takes each value as it is read to the field of the name before it.
+class FieldsHandler : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, FieldsHandler> {
+ public:
+  explicit FieldsHandler(Fields& fields) : fields_(fields) {}
+
+  bool Key(const char* name, rapidjson::SizeType length, bool) {
+    const std::string_view wanted(name, length);
+    text_ = 0;
+    while (text_ < kTexts.size() && NameOf(text_) != wanted)
+      ++text_;
+    return true;
+  }
+  bool String(const char* text, rapidjson::SizeType length, bool) {
+    if (text_ < kTexts.size()) fields_.texts.at(text_).assign(text, length);
+    return true;
+  }
+  bool Uint(unsigned number) {
+    fields_.profile = static_cast<std::int32_t>(number);
+    return true;
+  }
+  bool Default() { return true; }
+
+ private:
+  Fields& fields_;
+  std::size_t text_ = 0;
+};
+
+// The same without a document.
+void LoadByRapidJsonReader(benchmark::State& state) {
+  const TemporaryFile file(JsonFile());
+  ReadBuffer buffer{};
+  rapidjson::Reader reader;
+  for (auto _ : state) {
+    ReadJson(file, buffer);
+    Fields fields;
+    FieldsHandler handler(fields);
+    rapidjson::InsituStringStream text(buffer.data());
+    if (!reader.Parse<rapidjson::kParseInsituFlag>(text, handler)) std::abort();
+    benchmark::DoNotOptimize(fields);
+  }
+}
 
 }  // namespace
+
+std::vector<Group> Groups() {
+  return {{.title = "Loading an instance of seven fields",
+           .rows = {{"ours", LoadInstance},
+                    {"bare floor", CopyBare},
+                    {"the system calls alone", ReadBare},
+                    {"RapidJSON, in place, memory kept", LoadByRapidJson},
+                    {"RapidJSON, in place, no document", LoadByRapidJsonReader}}}};
+}
+
 }  // namespace brantel

@@ -1,11 +1,15 @@
 // What a page is on the line, of a long message: built by us, and a bare floor that copies as many
 // bytes and adds them up.
-#include <benchmark/benchmark.h>
+#include <iconv.h>
 
+#include <array>
 #include <cstdint>
+#include <cstdio>
+#include <cstdlib>
 #include <string>
 #include <string_view>
 
+#include "bench/groups.h"
 #include "pager/ntt/ntt_line.h"
 #include "pager/tap/tap_session.h"
 #include "pager/ucp/ucp_frame.h"
@@ -17,55 +21,91 @@ constexpr std::string_view kPagerId = "0041 79 123 45 67";
 
 std::string Message(std::size_t size) {
   std::string message;
-  while (message.size() < size) {
+  while (message.size() < size)
     message += "router7 is down since 23:59; ";
-  }
   message.resize(size);
   return message;
 }
 
-void BuildTap(benchmark::State& state) {
-  const std::string message = Message(static_cast<std::size_t>(state.range(0)));
-  for (auto _ : state) {
-    benchmark::DoNotOptimize(BuildTapBlock(kPagerId, message, kTap.block));
-  }
-}
-BENCHMARK(BuildTap)->Arg(100)->Arg(240);
-
-void BuildUcp(benchmark::State& state) {
-  const std::string message = Message(static_cast<std::size_t>(state.range(0)));
-  for (auto _ : state) {
-    const auto body = BuildUcpBody(kPagerId, message);
-    benchmark::DoNotOptimize(BuildUcpFrame(7, *body));
-  }
-}
-BENCHMARK(BuildUcp)->Arg(80);
-
-void BuildNtt(benchmark::State& state) {
+// As many bytes of hiragana in EUC-JP.
+std::string JapaneseMessage(std::size_t size) {
   std::string message;
-  while (message.size() < static_cast<std::size_t>(state.range(0))) {
+  while (message.size() < size)
     message += "\xA4\xA2";
-  }
-  for (auto _ : state) {
-    benchmark::DoNotOptimize(BuildNttLine(kPagerId, "7", NttMessage(message)));
-  }
+  return message;
 }
-BENCHMARK(BuildNtt)->Arg(100);
 
-// Of the size of a block or frame.
-void CopyAndAdd(benchmark::State& state) {
-  const std::string message = Message(static_cast<std::size_t>(state.range(0)));
-  for (auto _ : state) {
-    std::string copy = message;
-    std::uint8_t sum = 0;
-    for (const char c : copy) {
-      sum = static_cast<std::uint8_t>(sum + static_cast<std::uint8_t>(c));
-    }
-    benchmark::DoNotOptimize(sum);
-    benchmark::DoNotOptimize(copy);
-  }
+std::string TapBlock(const std::string& message) {
+  return BuildTapBlock(kPagerId, message, kTap.block);
 }
-BENCHMARK(CopyAndAdd)->Arg(120)->Arg(260);
+
+std::string UcpFrame(const std::string& message) {
+  return BuildUcpFrame(7, *BuildUcpBody(kPagerId, message));
+}
+
+std::string NttLine(const std::string& message) {
+  return BuildNttLine(kPagerId, "7", NttMessage(message));
+}
+
+std::function<void(benchmark::State&)> Build(std::string (*build)(const std::string&),
+                                             const std::string& message) {
+  return [=](benchmark::State& state) {
+    for (auto _ : state) {
+      benchmark::DoNotOptimize(build(message));
+    }
+  };
+}
+
+// Copies what was built before, and adds it up.
+std::function<void(benchmark::State&)> CopyAndAdd(const std::string& built) {
+  return [=](benchmark::State& state) {
+    for (auto _ : state) {
+      std::string copy = built;
+      std::uint8_t sum = 0;
+      for (const char c : copy)
+        sum = static_cast<std::uint8_t>(sum + static_cast<std::uint8_t>(c));
+      benchmark::DoNotOptimize(sum);
+      benchmark::DoNotOptimize(copy);
+    }
+  };
+}
+
+// The same NTT line by the C library, which is told how the message is encoded, that its length is
+// right, and what the digits of the pager ID are.
+void BuildNttByCLibrary(benchmark::State& state, std::string message) {
+  const iconv_t descriptor = iconv_open("SHIFT_JIS", "EUC-JP");
+  std::array<char, 101> text{};
+  std::array<char, 200> line{};
+  for (auto _ : state) {
+    char* in = message.data();
+    char* out = text.data();
+    std::size_t in_left = message.size();
+    std::size_t out_left = text.size() - 1;
+    if (iconv(descriptor, &in, &in_left, &out, &out_left) != 0) std::abort();
+    *out = '\0';
+    std::snprintf(line.data(), line.size(), "8000C00000********,10000,%.15s,%04d,%03d%s\r",
+                  "00417912345670A", 7, static_cast<int>(out - text.data()), text.data());
+    benchmark::DoNotOptimize(line);
+  }
+  iconv_close(descriptor);
+}
+
+Group BuiltPage(const std::string& title, std::string (*build)(const std::string&),
+                const std::string& message) {
+  return {.title = title,
+          .rows = {{"ours", Build(build, message)}, {"bare floor", CopyAndAdd(build(message))}}};
+}
 
 }  // namespace
+
+std::vector<Group> Groups() {
+  const std::string japanese = JapaneseMessage(100);
+  Group ntt = BuiltPage("An NTT line of 100 bytes", NttLine, japanese);
+  ntt.rows.push_back({"iconv and snprintf, told more",
+                      [=](benchmark::State& state) { BuildNttByCLibrary(state, japanese); }});
+  return {BuiltPage("A TAP block of 100 characters", TapBlock, Message(100)),
+          BuiltPage("A TAP block of 240 characters", TapBlock, Message(240)),
+          BuiltPage("A UCP frame of 80 characters", UcpFrame, Message(80)), ntt};
+}
+
 }  // namespace brantel

@@ -5,7 +5,6 @@
 #include <Poco/Net/MailRecipient.h>
 #include <Poco/Net/SMTPClientSession.h>
 #include <Poco/Net/StreamSocket.h>
-#include <benchmark/benchmark.h>
 #include <curl/curl.h>
 #include <netinet/tcp.h>
 #include <sys/select.h>
@@ -13,22 +12,24 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <chrono>
 #include <cstring>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 
+#include "bench/groups.h"
+#include "bench/sample_mail.h"
 #include "bench/smtp_sink.h"
 #include "smtp_mail/session/smtp_session.h"
 
 namespace brantel {
 namespace {
 
-constexpr std::string_view kSubject = "router7 is down";
-constexpr std::string_view kBody =
-    "router7 has not answered for ten minutes.\r\nLast seen at 23:59.\r\n";
+using sample_mail::kBody;
+using sample_mail::kFrom;
+using sample_mail::kSubject;
+using sample_mail::kTo;
 
 enum class SmallSends { kAtOnce, kWhenAcknowledged };
 
@@ -104,57 +105,19 @@ class Machine final : public MailEnvironment, public MachineName {
   std::optional<std::string> SocketsHostName() override { return std::nullopt; }
 };
 
-// Takes the longest message of all, in which a reply that waits for an acknowledgement shows.
-class SlowestMessage {
- public:
-  explicit SlowestMessage(benchmark::State& state) : state_(state) {}
-  SlowestMessage(const SlowestMessage&) = delete;
-  SlowestMessage& operator=(const SlowestMessage&) = delete;
-  ~SlowestMessage() { state_.counters["slowest_ms"] = slowest_.count(); }
-
-  template <typename Body>
-  void Time(Body body) {
-    const auto start = std::chrono::steady_clock::now();
-    body();
-    slowest_ = std::max<Milliseconds>(slowest_, std::chrono::steady_clock::now() - start);
-  }
-
- private:
-  using Milliseconds = std::chrono::duration<double, std::milli>;
-  benchmark::State& state_;
-  Milliseconds slowest_{};
-};
-
 void SendBySession(benchmark::State& state, SmallSends small_sends) {
   const SmtpSink sink;
   PosixNetwork network(small_sends);
   Machine machine;
   SmtpState session_state;
-  const MailMessage message{.to = "ann@example.org",
-                            .from = "ops@example.org",
-                            .subject = kSubject,
-                            .gateway = "127.0.0.1",
-                            .message = kBody};
-  SlowestMessage slowest(state);
+  const MailMessage message{
+      .to = kTo, .from = kFrom, .subject = kSubject, .gateway = "127.0.0.1", .message = kBody};
   for (auto _ : state) {
-    slowest.Time([&] {
-      if (SmtpSendMessage({network, machine, machine, session_state}, nullptr, message, 10000) !=
-          0) {
-        state.SkipWithError("not delivered");
-      }
-    });
+    if (SmtpSendMessage({network, machine, machine, session_state}, nullptr, message, 10000) != 0) {
+      state.SkipWithError("not delivered");
+    }
   }
 }
-
-void Session(benchmark::State& state) {
-  SendBySession(state, SmallSends::kAtOnce);
-}
-BENCHMARK(Session)->Unit(benchmark::kMicrosecond)->MeasureProcessCPUTime();
-
-void SessionWhoseSmallSendsWait(benchmark::State& state) {
-  SendBySession(state, SmallSends::kWhenAcknowledged);
-}
-BENCHMARK(SessionWhoseSmallSendsWait)->Unit(benchmark::kMicrosecond)->MeasureProcessCPUTime();
 
 // The same sends and receives with nothing around them.
 class BareClient {
@@ -177,43 +140,18 @@ class BareClient {
     std::array<char, 82> buffer{};
     benchmark::DoNotOptimize(recv(socket_, buffer.data(), buffer.size(), 0));
   }
-  void Exchange(std::string_view command) const {
-    Send(command);
-    Receive();
-  }
 
  private:
   int socket_;
 };
 
-void Bare(benchmark::State& state) {
+void SendBare(benchmark::State& state) {
   const SmtpSink sink;
-  SlowestMessage slowest(state);
   for (auto _ : state) {
-    slowest.Time([] {
-      const BareClient client;
-      client.Receive();
-      client.Exchange("HELO watch\r\n");
-      client.Send("MAIL From:");
-      client.Send("ops@example.org");
-      client.Exchange("\r\n");
-      client.Exchange("RCPT To:<ann@example.org>\r\n");
-      client.Exchange("DATA\r\n");
-      client.Send("From: ");
-      client.Send("ops@example.org");
-      client.Send("\r\n");
-      client.Send("Date: Fri,  5 Mar 2004 00:00:00 +0100\r\n");
-      client.Send("To: ann@example.org\r\n");
-      client.Send("Mime-Version: 1.0\r\n");
-      client.Send("Content-Type: text/plain;charset=us-ascii\r\n");
-      client.Send("Subject: router7 is down\r\n\r\n");
-      client.Send(kBody);
-      client.Exchange("\r\n.\r\n");
-      client.Exchange("QUIT\r\n");
-    });
+    const BareClient client;
+    sample_mail::SendBare(client);
   }
 }
-BENCHMARK(Bare)->Unit(benchmark::kMicrosecond)->MeasureProcessCPUTime();
 
 std::string WholeMessage() {
   return "From: ops@example.org\r\nDate: Fri,  5 Mar 2004 00:00:00 +0100\r\nTo: "
@@ -230,70 +168,98 @@ std::size_t ReadUpload(char* buffer, std::size_t size, std::size_t count, void* 
   return taken.size();
 }
 
-// A connection for each message, as we have; small sends go out at once by its default.
-void LibCurl(benchmark::State& state) {
+// One handle, which keeps its options.
+class Curl {
+ public:
+  Curl() : url_("smtp://127.0.0.1:" + std::to_string(kSinkPort)) {
+    curl_global_init(CURL_GLOBAL_NOTHING);
+    recipients_ = curl_slist_append(nullptr, "<ann@example.org>");
+    curl_ = curl_easy_init();
+    curl_easy_setopt(curl_, CURLOPT_URL, url_.c_str());
+    curl_easy_setopt(curl_, CURLOPT_NOSIGNAL, 1L);
+    curl_easy_setopt(curl_, CURLOPT_MAIL_FROM, "<ops@example.org>");
+    curl_easy_setopt(curl_, CURLOPT_MAIL_RCPT, recipients_);
+    curl_easy_setopt(curl_, CURLOPT_UPLOAD, 1L);
+    curl_easy_setopt(curl_, CURLOPT_READFUNCTION, ReadUpload);
+    curl_easy_setopt(curl_, CURLOPT_READDATA, &upload_);
+  }
+  Curl(const Curl&) = delete;
+  Curl& operator=(const Curl&) = delete;
+  ~Curl() {
+    curl_easy_cleanup(curl_);
+    curl_slist_free_all(recipients_);
+  }
+
+  void ConnectForEachMessage() {
+    curl_easy_setopt(curl_, CURLOPT_FRESH_CONNECT, 1L);
+    curl_easy_setopt(curl_, CURLOPT_FORBID_REUSE, 1L);
+  }
+
+  bool Send(std::string_view message) {
+    upload_ = message;
+    return curl_easy_perform(curl_) == CURLE_OK;
+  }
+
+ private:
+  std::string url_;
+  curl_slist* recipients_;
+  CURL* curl_;
+  std::string_view upload_;
+};
+
+enum class Connections { kOnePerMessage, kOne };
+
+// Small sends go out at once by its default.
+void SendByCurl(benchmark::State& state, Connections connections) {
   const SmtpSink sink;
-  const std::string url = "smtp://127.0.0.1:" + std::to_string(ntohs(SinkAddress().sin_port));
   const std::string message = WholeMessage();
-  curl_global_init(CURL_GLOBAL_NOTHING);
-  curl_slist* recipients = curl_slist_append(nullptr, "<ann@example.org>");
-  CURL* const curl = curl_easy_init();
-  SlowestMessage slowest(state);
+  Curl curl;
+  if (connections == Connections::kOnePerMessage) curl.ConnectForEachMessage();
   for (auto _ : state) {
-    slowest.Time([&] {
-      std::string_view upload = message;
-      curl_easy_reset(curl);
-      curl_easy_setopt(curl, CURLOPT_URL, url.c_str());
-      curl_easy_setopt(curl, CURLOPT_FRESH_CONNECT, 1L);
-      curl_easy_setopt(curl, CURLOPT_FORBID_REUSE, 1L);
-      curl_easy_setopt(curl, CURLOPT_TCP_NODELAY, 1L);
-      curl_easy_setopt(curl, CURLOPT_NOSIGNAL, 1L);
-      curl_easy_setopt(curl, CURLOPT_MAIL_FROM, "<ops@example.org>");
-      curl_easy_setopt(curl, CURLOPT_MAIL_RCPT, recipients);
-      curl_easy_setopt(curl, CURLOPT_UPLOAD, 1L);
-      curl_easy_setopt(curl, CURLOPT_READFUNCTION, ReadUpload);
-      curl_easy_setopt(curl, CURLOPT_READDATA, &upload);
-      if (curl_easy_perform(curl) != CURLE_OK) state.SkipWithError("not delivered");
-    });
+    if (!curl.Send(message)) state.SkipWithError("not delivered");
   }
-  curl_easy_cleanup(curl);
-  curl_slist_free_all(recipients);
 }
-BENCHMARK(LibCurl)->Unit(benchmark::kMicrosecond)->MeasureProcessCPUTime();
 
-void SendByPoco(benchmark::State& state, bool no_delay) {
+void SendByPoco(benchmark::State& state, SmallSends small_sends) {
   const SmtpSink sink;
-  SlowestMessage slowest(state);
   for (auto _ : state) {
-    slowest.Time([&] {
-      Poco::Net::StreamSocket socket(
-          Poco::Net::SocketAddress("127.0.0.1", ntohs(SinkAddress().sin_port)));
-      if (no_delay) socket.setNoDelay(true);
-      Poco::Net::SMTPClientSession session(socket);
-      session.login("watch");
-      Poco::Net::MailMessage message;
-      message.setSender("ops@example.org");
-      message.addRecipient(
-          Poco::Net::MailRecipient(Poco::Net::MailRecipient::PRIMARY_RECIPIENT, "ann@example.org"));
-      message.setSubject(std::string(kSubject));
-      message.setContent(std::string(kBody), Poco::Net::MailMessage::ENCODING_8BIT);
-      session.sendMessage(message);
-      session.close();
-    });
+    Poco::Net::StreamSocket socket(
+        Poco::Net::SocketAddress("127.0.0.1", ntohs(SinkAddress().sin_port)));
+    socket.setNoDelay(small_sends == SmallSends::kAtOnce);
+    Poco::Net::SMTPClientSession session(socket);
+    session.login("watch");
+    Poco::Net::MailMessage message;
+    message.setSender("ops@example.org");
+    message.addRecipient(
+        Poco::Net::MailRecipient(Poco::Net::MailRecipient::PRIMARY_RECIPIENT, "ann@example.org"));
+    message.setSubject(std::string(kSubject));
+    message.setContent(std::string(kBody), Poco::Net::MailMessage::ENCODING_8BIT);
+    session.sendMessage(message);
+    session.close();
   }
 }
-
-void PocoSession(benchmark::State& state) {
-  SendByPoco(state, false);
-}
-BENCHMARK(PocoSession)->Unit(benchmark::kMicrosecond)->MeasureProcessCPUTime();
-
-void PocoSessionWhoseSmallSendsGoAtOnce(benchmark::State& state) {
-  SendByPoco(state, true);
-}
-BENCHMARK(PocoSessionWhoseSmallSendsGoAtOnce)
-    ->Unit(benchmark::kMicrosecond)
-    ->MeasureProcessCPUTime();
 
 }  // namespace
+
+std::vector<Group> Groups() {
+  const auto by_session = [](SmallSends small_sends) {
+    return [=](benchmark::State& state) { SendBySession(state, small_sends); };
+  };
+  const auto by_curl = [](Connections connections) {
+    return [=](benchmark::State& state) { SendByCurl(state, connections); };
+  };
+  const auto by_poco = [](SmallSends small_sends) {
+    return [=](benchmark::State& state) { SendByPoco(state, small_sends); };
+  };
+  return {{.title = "A mail session on the loopback",
+           .rows = {{"ours", by_session(SmallSends::kAtOnce)},
+                    {"bare floor", SendBare},
+                    {"libcurl, handle kept", by_curl(Connections::kOnePerMessage)},
+                    {"libcurl, connection kept as well", by_curl(Connections::kOne)},
+                    {"Poco, small sends at once", by_poco(SmallSends::kAtOnce)},
+                    {"Poco", by_poco(SmallSends::kWhenAcknowledged)},
+                    {"ours, if small sends waited", by_session(SmallSends::kWhenAcknowledged)}},
+           .timing = Timing::kProcess}};
+}
+
 }  // namespace brantel

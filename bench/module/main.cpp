@@ -1,0 +1,209 @@
+// module_bench MODULE RELAY: measures the module as it was released, through its exports and
+// interfaces alone, beside bare floors in the same process that make the same calls of the system.
+// RELAY is the address of a mail relay. What was measured goes to standard output in the form that
+// Google Benchmark gives it; all times are times that pass.
+#include <winsock2.h>
+#include <windows.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <exception>
+#include <fstream>
+#include <functional>
+#include <memory>
+#include <random>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "bench/module/bare_calls.h"
+#include "bench/module/loaded_notifier.h"
+#include "bench/module/replying_modem.h"
+#include "bench/module/stopwatch.h"
+#include "bench/sample_beeper.h"
+#include "bench/sample_mail.h"
+#include "pager/pager_description.h"
+#include "smtp_mail/smtp_mail_description.h"
+
+namespace brantel {
+namespace {
+
+using Task = std::function<void()>;
+
+// The same done by the module and by its bare floor, each measured in nanoseconds.
+struct Pair {
+  std::string title;
+  std::function<double()> by_module;
+  std::function<double()> bare;
+};
+
+std::function<double()> TimeOfTask(const Task& task) {
+  return [=] { return TimeOf(task); };
+}
+
+// A protocol of paging centres, and what a modem and a centre reply by it.
+struct Protocol {
+  const char* name;
+  std::array<ModemReply, 6> replies;
+};
+
+constexpr ModemReply kConnected = {"ATDT", "\r\nCONNECT 2400\r\n"};
+constexpr ModemReply kUnderstood = {"AT", "\r\nOK\r\n"};
+constexpr std::array<Protocol, 3> kProtocols = {{
+    {"TAP",
+     {{kConnected,
+       kUnderstood,
+       {"\r", "ID="},
+       {"\x1B", "\x06\r\x1B[p\r"},
+       {"\x02", "\x06\r"},
+       {"\x04", "\x04\r"}}}},
+    {"UCP-SMS", {{kConnected, kUnderstood, {"\x02", "\x02/00037/R/02/A/:120393153020/9D\x03"}}}},
+    {"NTT", {{kConnected, kUnderstood, {"\r", "READY"}, {"8000", "28 OK"}}}},
+}};
+
+// The full path of a new instance file in the current folder.
+std::string Store(const std::string& name, const std::string& content) {
+  std::array<char, MAX_PATH> folder{};
+  GetCurrentDirectoryA(MAX_PATH, folder.data());
+  std::string path = std::string(folder.data()) + "\\" + name;
+  std::ofstream(path, std::ios::binary) << content;
+  return path;
+}
+
+Bstr Wide(const std::string& path) {
+  return Bstr(std::wstring(path.begin(), path.end()));
+}
+
+Task Sending(HMODULE module, const ClassDescription& description, const std::string& path) {
+  const auto notifier = std::make_shared<LoadedNotifier>(module, description);
+  const auto instance = std::make_shared<Bstr>(Wide(path));
+  return [=] { notifier->Send(*instance); };
+}
+
+constexpr const char* kMailKey = "SOFTWARE\\Brantel\\Vantrel\\notification\\SMTPMail";
+constexpr std::array<bare::Setting, 1> kMailSettings = {{{"Settings_Timeout", "10000"}}};
+constexpr const char* kPagerKey = "SOFTWARE\\Brantel\\Vantrel\\notification\\Pager\\00";
+constexpr std::array<bare::Setting, 4> kPagerSettings = {{{"Settings_COMPort", "COM1"},
+                                                          {"Settings_Baud", "1200"},
+                                                          {"Settings_ModemString", "ATE0Q0V1X4"},
+                                                          {"Settings_8N1", "0"}}};
+
+Pair Mail(HMODULE module, const std::string& relay) {
+  Instance mail(smtp_mail_field::kFieldCount);
+  mail.set_text(smtp_mail_field::kGateway, relay);
+  mail.set_text(smtp_mail_field::kTo, std::string(sample_mail::kTo));
+  mail.set_text(smtp_mail_field::kFrom, std::string(sample_mail::kFrom));
+  mail.set_text(smtp_mail_field::kSubject, std::string(sample_mail::kSubject));
+  mail.set_text(smtp_mail_field::kMessage, std::string(sample_mail::kBody));
+  const std::string path = Store("mail", EncodeInstance(kSMTPMail.instances, mail));
+  return {"A mail session", TimeOfTask(Sending(module, kSMTPMail, path)), TimeOfTask([=] {
+            bare::ReadFileOnce(path);
+            bare::ReadSettings(kMailKey, kMailSettings);
+            sample_mail::SendBare(bare::MailClient(relay));
+          })};
+}
+
+Pair EditPage(HMODULE module) {
+  const std::string path = Store("beeper", sample_beeper::File());
+  const auto notifier = std::make_shared<LoadedNotifier>(module, kBeeper);
+  const auto instance = std::make_shared<Bstr>(Wide(path));
+  const std::wstring page(notifier->MakeEditPage(*instance).view());
+  return {"An edit page of a stored instance",
+          TimeOfTask([=] { notifier->MakeEditPage(*instance); }), TimeOfTask([=] {
+            bare::ReadFileOnce(path);
+            const Bstr copy(page);
+          })};
+}
+
+// The modem replies at once and without a call of the system, so that nothing of it is in the time.
+Pair Page(HMODULE module, const Protocol& protocol) {
+  Instance page(pager_field::kFieldCount);
+  page.set_text(pager_field::kPagerNumber, "5550200");
+  page.set_text(pager_field::kTerminalPassword, "7");
+  page.set_text(pager_field::kPagerId, "0041791234567");
+  page.set_text(pager_field::kMessage,
+                "router7 is down since 23:59; last seen answering at 23:49, see page 12");
+  page.set_text(pager_field::kProtocol, protocol.name);
+  const std::string path = Store(protocol.name, EncodeInstance(kPager.instances, page));
+  const Task send = Sending(module, kPager, path);
+  return {std::string("A page by ") + protocol.name,
+          [=, &protocol] {
+            const ReplyingModem modem(module, protocol.replies);
+            return TimeOf(send);
+          },
+          TimeOfTask([=] {
+            bare::ReadFileOnce(path);
+            bare::ReadSettings(kPagerKey, kPagerSettings);
+          })};
+}
+
+std::vector<Pair> Pairs(HMODULE module, const std::string& relay) {
+  std::vector<Pair> pairs = {Mail(module, relay), EditPage(module)};
+  for (const Protocol& protocol : kProtocols)
+    pairs.push_back(Page(module, protocol));
+  return pairs;
+}
+
+struct Row {
+  std::string name;
+  std::function<double()> measure;
+  double nanoseconds = 0;
+};
+
+std::vector<Row> Rows(const std::vector<Pair>& pairs) {
+  std::vector<Row> rows;
+  for (const Pair& pair : pairs) {
+    rows.push_back({pair.title + "/the module", pair.by_module});
+    rows.push_back({pair.title + "/its bare floor", pair.bare});
+  }
+  return rows;
+}
+
+void MeasureInAnyOrder(std::vector<Row>& rows) {
+  std::vector<Row*> order;
+  for (Row& row : rows)
+    order.push_back(&row);
+  std::ranges::shuffle(order, std::mt19937(GetTickCount()));
+  for (Row* row : order)
+    row->nanoseconds = row->measure();
+}
+
+void Print(const std::vector<Row>& rows) {
+  const char* separator = "{\"benchmarks\": [";
+  for (const Row& row : rows) {
+    std::printf("%s\n{\"name\": \"%s/real_time\", \"real_time\": %.1f, \"time_unit\": \"ns\"}",
+                separator, row.name.c_str(), row.nanoseconds);
+    separator = ",";
+  }
+  std::puts("]}");
+}
+
+void Measure(const char* module_file, const std::string& relay) {
+  WSADATA sockets;
+  WSAStartup(MAKEWORD(1, 1), &sockets);
+  HMODULE const module = LoadLibraryA(module_file);
+  if (module == nullptr) throw std::runtime_error("the module cannot be loaded");
+  bare::StoreSettings(kMailKey, kMailSettings);
+  bare::StoreSettings(kPagerKey, kPagerSettings);
+  std::vector<Row> rows = Rows(Pairs(module, relay));
+  MeasureInAnyOrder(rows);
+  Print(rows);
+}
+
+}  // namespace
+}  // namespace brantel
+
+int main(int argument_count, char** arguments) {
+  if (argument_count != 3) {
+    std::fputs("usage: module_bench MODULE RELAY\n", stderr);
+    return 2;
+  }
+  try {
+    brantel::Measure(arguments[1], arguments[2]);
+  } catch (const std::exception& reason) {
+    std::fprintf(stderr, "module_bench: %s\n", reason.what());
+    return 1;
+  }
+  return 0;
+}
