@@ -30,8 +30,9 @@ std::string TakeText(ByteCursor& cursor, std::uint32_t length) {
     if (piece.empty()) break;
     length -= static_cast<std::uint32_t>(piece.size());
     if (ended) continue;
-    text.append(UpToNul(piece));
-    ended = UpToNul(piece).size() < piece.size();
+    const std::string_view before_nul = UpToNul(piece);
+    text.append(before_nul);
+    ended = before_nul.size() < piece.size();
   }
   return text;
 }
