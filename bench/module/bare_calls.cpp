@@ -51,8 +51,13 @@ void ReadSettings(const std::string& key, std::span<const Setting> settings) {
   RegCloseKey(opened);
 }
 
-MailClient::MailClient(const std::string& address)
-    : socket_(::socket(AF_INET, SOCK_STREAM, IPPROTO_TCP)) {
+SOCKET MailClient::CreateSocket() {
+  WSADATA sockets;
+  WSAStartup(MAKEWORD(1, 1), &sockets);
+  return ::socket(AF_INET, SOCK_STREAM, IPPROTO_TCP);
+}
+
+MailClient::MailClient(const std::string& address) : socket_(CreateSocket()) {
   constexpr u_short kPort = 25;
   const BOOL no_delay = TRUE;
   setsockopt(socket_, IPPROTO_TCP, TCP_NODELAY, reinterpret_cast<const char*>(&no_delay),
@@ -63,6 +68,11 @@ MailClient::MailClient(const std::string& address)
   relay.sin_addr.s_addr = inet_addr(address.c_str());
   Require(connect(socket_, reinterpret_cast<const sockaddr*>(&relay), sizeof relay) == 0,
           "the relay cannot be reached");
+}
+
+MailClient::~MailClient() {
+  closesocket(socket_);
+  WSACleanup();
 }
 
 void MailClient::Send(std::string_view bytes) const {

@@ -26,18 +26,20 @@ void ReadFileOnce(const std::string& path);
 // Opens a key below HKEY_LOCAL_MACHINE, reads the settings, and closes it.
 void ReadSettings(const std::string& key, std::span<const Setting> settings);
 
-// A connection with a mail relay.
+// A connection with a mail relay, by a sockets library that is started for it.
 class MailClient {
  public:
   explicit MailClient(const std::string& address);
   MailClient(const MailClient&) = delete;
   MailClient& operator=(const MailClient&) = delete;
-  ~MailClient() { closesocket(socket_); }
+  ~MailClient();
 
   void Send(std::string_view bytes) const;
   void Receive() const;
 
  private:
+  static SOCKET CreateSocket();
+
   SOCKET socket_;
 };
 

@@ -2,7 +2,6 @@
 // interfaces alone, beside bare floors in the same process that make the same calls of the system.
 // RELAY is the address of a mail relay. What was measured goes to standard output in the form that
 // Google Benchmark gives it; all times are times that pass.
-#include <winsock2.h>
 #include <windows.h>
 
 #include <algorithm>
@@ -42,25 +41,20 @@ std::function<double()> TimeOfTask(const Task& task) {
   return [=] { return TimeOf(task); };
 }
 
-// A protocol of paging centres, and what a modem and a centre reply by it.
-struct Protocol {
-  const char* name;
-  std::array<ModemReply, 6> replies;
+// A class's settings in the registry.
+struct Settings {
+  std::string key;
+  std::vector<bare::Setting> values;
 };
 
-constexpr ModemReply kConnected = {"ATDT", "\r\nCONNECT 2400\r\n"};
-constexpr ModemReply kUnderstood = {"AT", "\r\nOK\r\n"};
-constexpr std::array<Protocol, 3> kProtocols = {{
-    {"TAP",
-     {{kConnected,
-       kUnderstood,
-       {"\r", "ID="},
-       {"\x1B", "\x06\r\x1B[p\r"},
-       {"\x02", "\x06\r"},
-       {"\x04", "\x04\r"}}}},
-    {"UCP-SMS", {{kConnected, kUnderstood, {"\x02", "\x02/00037/R/02/A/:120393153020/9D\x03"}}}},
-    {"NTT", {{kConnected, kUnderstood, {"\r", "READY"}, {"8000", "28 OK"}}}},
-}};
+// What a class sends by modem, and what that and the far end reply.
+struct ModemAlert {
+  std::string title;
+  const ClassDescription& description;
+  Instance instance;
+  Settings settings;
+  std::vector<ModemReply> replies;
+};
 
 // The full path of a new instance file in the current folder.
 std::string Store(const std::string& name, const std::string& content) {
@@ -81,13 +75,16 @@ Task Sending(HMODULE module, const ClassDescription& description, const std::str
   return [=] { notifier->Send(*instance); };
 }
 
-constexpr const char* kMailKey = "SOFTWARE\\Brantel\\Vantrel\\notification\\SMTPMail";
-constexpr std::array<bare::Setting, 1> kMailSettings = {{{"Settings_Timeout", "10000"}}};
-constexpr const char* kPagerKey = "SOFTWARE\\Brantel\\Vantrel\\notification\\Pager\\00";
-constexpr std::array<bare::Setting, 4> kPagerSettings = {{{"Settings_COMPort", "COM1"},
-                                                          {"Settings_Baud", "1200"},
-                                                          {"Settings_ModemString", "ATE0Q0V1X4"},
-                                                          {"Settings_8N1", "0"}}};
+std::string SettingsKey(const std::string& name) {
+  return "SOFTWARE\\Brantel\\Vantrel\\notification\\" + name;
+}
+
+Task Reading(const std::string& instance, const Settings& settings) {
+  return [=] {
+    bare::ReadFileOnce(instance);
+    bare::ReadSettings(settings.key, settings.values);
+  };
+}
 
 Pair Mail(HMODULE module, const std::string& relay) {
   Instance mail(smtp_mail_field::kFieldCount);
@@ -97,9 +94,11 @@ Pair Mail(HMODULE module, const std::string& relay) {
   mail.set_text(smtp_mail_field::kSubject, std::string(sample_mail::kSubject));
   mail.set_text(smtp_mail_field::kMessage, std::string(sample_mail::kBody));
   const std::string path = Store("mail", EncodeInstance(kSMTPMail.instances, mail));
-  return {"A mail session", TimeOfTask(Sending(module, kSMTPMail, path)), TimeOfTask([=] {
-            bare::ReadFileOnce(path);
-            bare::ReadSettings(kMailKey, kMailSettings);
+  const Settings settings = {SettingsKey("SMTPMail"), {{"Settings_Timeout", "10000"}}};
+  bare::StoreSettings(settings.key, settings.values);
+  return {"A mail session", TimeOfTask(Sending(module, kSMTPMail, path)),
+          TimeOfTask([read = Reading(path, settings), relay] {
+            read();
             sample_mail::SendBare(bare::MailClient(relay));
           })};
 }
@@ -116,32 +115,73 @@ Pair EditPage(HMODULE module) {
           })};
 }
 
-// The modem replies at once and without a call of the system, so that nothing of it is in the time.
-Pair Page(HMODULE module, const Protocol& protocol) {
+// Without a modem: its replies come at once and without a call of the system, so that nothing of it
+// is in either time.
+Pair ByModem(HMODULE module, const ModemAlert& alert) {
+  const std::string path =
+      Store(alert.title, EncodeInstance(alert.description.instances, alert.instance));
+  bare::StoreSettings(alert.settings.key, alert.settings.values);
+  const Task send = Sending(module, alert.description, path);
+  return {alert.title,
+          [=, replies = alert.replies] {
+            const ReplyingModem modem(module, replies);
+            return TimeOf(send);
+          },
+          TimeOfTask(Reading(path, alert.settings))};
+}
+
+constexpr ModemReply kConnected = {"ATDT", "\r\nCONNECT 2400\r\n"};
+constexpr ModemReply kUnderstood = {"AT", "\r\nOK\r\n"};
+
+ModemAlert Page(const std::string& protocol, const std::vector<ModemReply>& replies) {
   Instance page(pager_field::kFieldCount);
   page.set_text(pager_field::kPagerNumber, "5550200");
   page.set_text(pager_field::kTerminalPassword, "7");
   page.set_text(pager_field::kPagerId, "0041791234567");
   page.set_text(pager_field::kMessage,
                 "router7 is down since 23:59; last seen answering at 23:49, see page 12");
-  page.set_text(pager_field::kProtocol, protocol.name);
-  const std::string path = Store(protocol.name, EncodeInstance(kPager.instances, page));
-  const Task send = Sending(module, kPager, path);
-  return {std::string("A page by ") + protocol.name,
-          [=, &protocol] {
-            const ReplyingModem modem(module, protocol.replies);
-            return TimeOf(send);
-          },
-          TimeOfTask([=] {
-            bare::ReadFileOnce(path);
-            bare::ReadSettings(kPagerKey, kPagerSettings);
-          })};
+  page.set_text(pager_field::kProtocol, protocol);
+  ModemAlert alert = {"A page by " + protocol,
+                      kPager,
+                      page,
+                      {SettingsKey("Pager\\00"),
+                       {{"Settings_COMPort", "COM1"},
+                        {"Settings_Baud", "1200"},
+                        {"Settings_ModemString", "ATE0Q0V1X4"},
+                        {"Settings_8N1", "0"}}},
+                      {kConnected, kUnderstood}};
+  alert.replies.insert(alert.replies.end(), replies.begin(), replies.end());
+  return alert;
+}
+
+ModemAlert Beep() {
+  Instance beep(beeper_field::kFieldCount);
+  beep.set_text(beeper_field::kBeeperNumber, "5550100");
+  beep.set_text(beeper_field::kDownCode, "1002");
+  beep.set_text(beeper_field::kReportMessage, "17");
+  return {"A beep",
+          kBeeper,
+          beep,
+          {SettingsKey("Beeper\\00"),
+           {{"Settings_COMPort", "COM1"},
+            {"Settings_Baud", "1200"},
+            {"Settings_DialString", "ATDT%s,,,,%s#"},
+            {"Settings_ModemString", "ATE0Q0V1X4"},
+            {"Settings_Timeout", "5"}}},
+          {kUnderstood}};
+}
+
+std::vector<ModemAlert> ModemAlerts() {
+  return {Page("TAP",
+               {{"\r", "ID="}, {"\x1B", "\x06\r\x1B[p\r"}, {"\x02", "\x06\r"}, {"\x04", "\x04\r"}}),
+          Page("UCP-SMS", {{"\x02", "\x02/00037/R/02/A/:120393153020/9D\x03"}}),
+          Page("NTT", {{"\r", "READY"}, {"8000", "28 OK"}}), Beep()};
 }
 
 std::vector<Pair> Pairs(HMODULE module, const std::string& relay) {
   std::vector<Pair> pairs = {Mail(module, relay), EditPage(module)};
-  for (const Protocol& protocol : kProtocols)
-    pairs.push_back(Page(module, protocol));
+  for (const ModemAlert& alert : ModemAlerts())
+    pairs.push_back(ByModem(module, alert));
   return pairs;
 }
 
@@ -180,12 +220,8 @@ void Print(const std::vector<Row>& rows) {
 }
 
 void Measure(const char* module_file, const std::string& relay) {
-  WSADATA sockets;
-  WSAStartup(MAKEWORD(1, 1), &sockets);
   HMODULE const module = LoadLibraryA(module_file);
   if (module == nullptr) throw std::runtime_error("the module cannot be loaded");
-  bare::StoreSettings(kMailKey, kMailSettings);
-  bare::StoreSettings(kPagerKey, kPagerSettings);
   std::vector<Row> rows = Rows(Pairs(module, relay));
   MeasureInAnyOrder(rows);
   Print(rows);
