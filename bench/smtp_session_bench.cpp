@@ -1,6 +1,7 @@
 // One message to Postfix's smtp-sink on the loopback: our session, a bare client that makes the
 // same system calls for the same bytes and nothing else, and two libraries. Each with the small
-// sends going out at once, and ours also as they would without that.
+// sends going out at once; ours and Poco's also without that, and libcurl's also over a connection
+// that stays.
 #include <Poco/Net/MailMessage.h>
 #include <Poco/Net/MailRecipient.h>
 #include <Poco/Net/SMTPClientSession.h>
