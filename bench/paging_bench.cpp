@@ -1,5 +1,5 @@
 // What a page is on the line, of a long message: built by us, and a bare floor that copies as many
-// bytes and adds them up.
+// bytes and adds them up. And whole pages, to a modem that replies at once.
 #include <iconv.h>
 
 #include <array>
@@ -10,7 +10,13 @@
 #include <string_view>
 
 #include "bench/groups.h"
+#include "bench/posix_file.h"
+#include "bench/replying_machine.h"
+#include "bench/sample_page.h"
+#include "bench/temporary_file.h"
+#include "instance/byte_cursor.h"
 #include "pager/ntt/ntt_line.h"
+#include "pager/pager.h"
 #include "pager/tap/tap_session.h"
 #include "pager/ucp/ucp_frame.h"
 
@@ -96,6 +102,35 @@ Group BuiltPage(const std::string& title, std::string (*build)(const std::string
           .rows = {{"ours", Build(build, message)}, {"bare floor", CopyAndAdd(build(message))}}};
 }
 
+// A whole page: the instance is loaded, the call made, and the log told.
+void SendPage(benchmark::State& state, const sample_page::Protocol& protocol) {
+  const TemporaryFile file(sample_page::File(protocol));
+  ReplyingMachine machine(protocol.replies);
+  SilentHost host;
+  UcpTransactionCounter counter = 0;
+  Pager pager(machine, machine, machine, machine, counter);
+  const InstanceArgument instance = {.text = u"", .path = file.path()};
+  for (auto _ : state) {
+    if (pager.Send(instance, &host) != kOk) state.SkipWithError("not sent");
+  }
+}
+
+// What of that asks the system for something.
+void ReadPage(benchmark::State& state, const sample_page::Protocol& protocol) {
+  const TemporaryFile file(sample_page::File(protocol));
+  for (auto _ : state) {
+    std::array<char, ByteCursor::kReadSize> buffer;  // NOLINT(*-member-init): filled by Read
+    benchmark::DoNotOptimize(PosixFile(file.path()).Read(buffer));
+  }
+}
+
+Group SentPage(const sample_page::Protocol& protocol) {
+  return {.title = "A page by " + protocol.name,
+          .rows = {{"ours", [=](benchmark::State& state) { SendPage(state, protocol); }},
+                   {"bare floor", [=](benchmark::State& state) { ReadPage(state, protocol); }}},
+          .timing = Timing::kProcess};
+}
+
 }  // namespace
 
 std::vector<Group> Groups() {
@@ -103,9 +138,13 @@ std::vector<Group> Groups() {
   Group ntt = BuiltPage("An NTT line of 100 bytes", NttLine, japanese);
   ntt.rows.push_back({"iconv and snprintf, told more",
                       [=](benchmark::State& state) { BuildNttByCLibrary(state, japanese); }});
-  return {BuiltPage("A TAP block of 100 characters", TapBlock, Message(100)),
-          BuiltPage("A TAP block of 240 characters", TapBlock, Message(240)),
-          BuiltPage("A UCP frame of 80 characters", UcpFrame, Message(80)), ntt};
+  std::vector<Group> groups = {BuiltPage("A TAP block of 100 characters", TapBlock, Message(100)),
+                               BuiltPage("A TAP block of 240 characters", TapBlock, Message(240)),
+                               BuiltPage("A UCP frame of 80 characters", UcpFrame, Message(80)),
+                               ntt};
+  for (const sample_page::Protocol& protocol : sample_page::Protocols())
+    groups.push_back(SentPage(protocol));
+  return groups;
 }
 
 }  // namespace brantel

@@ -22,7 +22,7 @@
 #include "bench/module/stopwatch.h"
 #include "bench/sample_beeper.h"
 #include "bench/sample_mail.h"
-#include "pager/pager_description.h"
+#include "bench/sample_page.h"
 #include "smtp_mail/smtp_mail_description.h"
 
 namespace brantel {
@@ -51,7 +51,7 @@ struct Settings {
 struct ModemAlert {
   std::string title;
   const ClassDescription& description;
-  Instance instance;
+  std::string instance;  // its file
   Settings settings;
   std::vector<ModemReply> replies;
 };
@@ -118,8 +118,7 @@ Pair EditPage(HMODULE module) {
 // Without a modem: its replies come at once and without a call of the system, so that nothing of it
 // is in either time.
 Pair ByModem(HMODULE module, const ModemAlert& alert) {
-  const std::string path =
-      Store(alert.title, EncodeInstance(alert.description.instances, alert.instance));
+  const std::string path = Store(alert.title, alert.instance);
   bare::StoreSettings(alert.settings.key, alert.settings.values);
   const Task send = Sending(module, alert.description, path);
   return {alert.title,
@@ -130,28 +129,16 @@ Pair ByModem(HMODULE module, const ModemAlert& alert) {
           TimeOfTask(Reading(path, alert.settings))};
 }
 
-constexpr ModemReply kConnected = {"ATDT", "\r\nCONNECT 2400\r\n"};
-constexpr ModemReply kUnderstood = {"AT", "\r\nOK\r\n"};
-
-ModemAlert Page(const std::string& protocol, const std::vector<ModemReply>& replies) {
-  Instance page(pager_field::kFieldCount);
-  page.set_text(pager_field::kPagerNumber, "5550200");
-  page.set_text(pager_field::kTerminalPassword, "7");
-  page.set_text(pager_field::kPagerId, "0041791234567");
-  page.set_text(pager_field::kMessage,
-                "router7 is down since 23:59; last seen answering at 23:49, see page 12");
-  page.set_text(pager_field::kProtocol, protocol);
-  ModemAlert alert = {"A page by " + protocol,
-                      kPager,
-                      page,
-                      {SettingsKey("Pager\\00"),
-                       {{"Settings_COMPort", "COM1"},
-                        {"Settings_Baud", "1200"},
-                        {"Settings_ModemString", "ATE0Q0V1X4"},
-                        {"Settings_8N1", "0"}}},
-                      {kConnected, kUnderstood}};
-  alert.replies.insert(alert.replies.end(), replies.begin(), replies.end());
-  return alert;
+ModemAlert Page(const sample_page::Protocol& protocol) {
+  return {"A page by " + protocol.name,
+          kPager,
+          sample_page::File(protocol),
+          {SettingsKey("Pager"),
+           {{"Settings_COMPort", "COM1"},
+            {"Settings_Baud", "1200"},
+            {"Settings_ModemString", "ATE0Q0V1X4"},
+            {"Settings_8N1", "0"}}},
+          protocol.replies};
 }
 
 ModemAlert Beep() {
@@ -161,27 +148,21 @@ ModemAlert Beep() {
   beep.set_text(beeper_field::kReportMessage, "17");
   return {"A beep",
           kBeeper,
-          beep,
-          {SettingsKey("Beeper\\00"),
+          EncodeInstance(kBeeper.instances, beep),
+          {SettingsKey("Beeper"),
            {{"Settings_COMPort", "COM1"},
             {"Settings_Baud", "1200"},
             {"Settings_DialString", "ATDT%s,,,,%s#"},
             {"Settings_ModemString", "ATE0Q0V1X4"},
             {"Settings_Timeout", "5"}}},
-          {kUnderstood}};
-}
-
-std::vector<ModemAlert> ModemAlerts() {
-  return {Page("TAP",
-               {{"\r", "ID="}, {"\x1B", "\x06\r\x1B[p\r"}, {"\x02", "\x06\r"}, {"\x04", "\x04\r"}}),
-          Page("UCP-SMS", {{"\x02", "\x02/00037/R/02/A/:120393153020/9D\x03"}}),
-          Page("NTT", {{"\r", "READY"}, {"8000", "28 OK"}}), Beep()};
+          {{"AT", "\r\nOK\r\n"}}};
 }
 
 std::vector<Pair> Pairs(HMODULE module, const std::string& relay) {
   std::vector<Pair> pairs = {Mail(module, relay), EditPage(module)};
-  for (const ModemAlert& alert : ModemAlerts())
-    pairs.push_back(ByModem(module, alert));
+  for (const sample_page::Protocol& protocol : sample_page::Protocols())
+    pairs.push_back(ByModem(module, Page(protocol)));
+  pairs.push_back(ByModem(module, Beep()));
   return pairs;
 }
 

@@ -1,8 +1,5 @@
 #include "bench/module/replying_modem.h"
 
-#include <algorithm>
-#include <utility>
-
 namespace brantel {
 namespace {
 
@@ -61,12 +58,6 @@ ReplyingModem::~ReplyingModem() {
   replying_modem = nullptr;
 }
 
-std::string_view ReplyingModem::ReplyTo(std::string_view written) const {
-  const auto found = std::ranges::find_if(
-      replies_, [&](const ModemReply& reply) { return written.starts_with(reply.written); });
-  return found == replies_.end() ? std::string_view() : found->reply;
-}
-
 HANDLE ReplyingModem::OnCreateFile(const char* path, DWORD access, DWORD share,
                                    SECURITY_ATTRIBUTES* security, DWORD creation, DWORD flags,
                                    HANDLE like) {
@@ -90,7 +81,8 @@ BOOL ReplyingModem::OnReadFile(HANDLE file, void* buffer, DWORD size, DWORD* cou
 BOOL ReplyingModem::OnWriteFile(HANDLE file, const void* bytes, DWORD size, DWORD* count,
                                 OVERLAPPED* overlapped) {
   if (file != kPort) return WriteFile(file, bytes, size, count, overlapped);
-  replying_modem->unread_ = replying_modem->ReplyTo({static_cast<const char*>(bytes), size});
+  replying_modem->unread_ =
+      ReplyTo({static_cast<const char*>(bytes), size}, replying_modem->replies_);
   *count = size;
   return TRUE;
 }

@@ -3,24 +3,17 @@
 #include <windows.h>
 
 #include <span>
-#include <string>
 #include <string_view>
 
+#include "bench/sample_page.h"
 #include "tests/module/import_patch.h"
 
 namespace brantel {
-
-// What comes back when something that begins so is written.
-struct ModemReply {
-  std::string_view written;
-  std::string_view reply;
-};
 
 // The port COM1 with a modem on it that has replied before anybody asks, for the module alone and
 // while this lives; the module's pauses are over at once. There can be one at a time.
 class ReplyingModem {
  public:
-  // Of the replies the first that fits counts; nothing comes back when none does.
   ReplyingModem(HMODULE module, std::span<const ModemReply> replies);
   ReplyingModem(const ReplyingModem&) = delete;
   ReplyingModem& operator=(const ReplyingModem&) = delete;
@@ -35,8 +28,6 @@ class ReplyingModem {
                                 OVERLAPPED* overlapped);
   static BOOL WINAPI OnWriteFile(HANDLE file, const void* bytes, DWORD size, DWORD* count,
                                  OVERLAPPED* overlapped);
-
-  [[nodiscard]] std::string_view ReplyTo(std::string_view written) const;
 
   const std::span<const ModemReply> replies_;
   std::string_view unread_;
