@@ -48,8 +48,9 @@ std::unique_ptr<SettingsKey> RegistrySettings::Open(const std::string& path,
   const REGSAM rights = access == SettingsAccess::kRead ? KEY_READ : KEY_READ | KEY_WRITE;
   RegistryHandle key;
   if (RegOpenKeyExA(HKEY_LOCAL_MACHINE, path.c_str(), 0, rights, key.put()) != ERROR_SUCCESS &&
-      RegCreateKeyExA(HKEY_LOCAL_MACHINE, path.c_str(), 0, nullptr, REG_OPTION_NON_VOLATILE,
-                      KEY_ALL_ACCESS, nullptr, key.put(), nullptr) != ERROR_SUCCESS) {
+      (missing_key_ == MissingKey::kLeftMissing ||
+       RegCreateKeyExA(HKEY_LOCAL_MACHINE, path.c_str(), 0, nullptr, REG_OPTION_NON_VOLATILE,
+                       KEY_ALL_ACCESS, nullptr, key.put(), nullptr) != ERROR_SUCCESS)) {
     return nullptr;
   }
   return std::make_unique<RegistrySettingsKey>(std::move(key));
