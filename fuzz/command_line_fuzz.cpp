@@ -1,9 +1,12 @@
 // The host's command line: whatever the arguments are, they are a command, a request for help or a
 // wrong usage that says where help is, and a command that is written down again is read the same.
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <initializer_list>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -29,15 +32,50 @@ void AppendVariables(Arguments& arguments, const MessageVariables& variables) {
   }
 }
 
+struct GivenFlag {
+  const char* name;
+  bool is_given;
+};
+
+Arguments With(Arguments arguments, std::initializer_list<GivenFlag> flags) {
+  for (const GivenFlag& flag : flags) {
+    if (flag.is_given) arguments.emplace_back(flag.name);
+  }
+  return arguments;
+}
+
+Arguments WithValues(Arguments arguments, const std::vector<FieldValue>& values) {
+  for (const FieldValue& value : values)
+    arguments.push_back(value.field + "=" + value.value);
+  return arguments;
+}
+
+Arguments OfSettings(const char* action, const SettingsPlace& place, bool is_unchecked = false) {
+  Arguments arguments = With({"settings", action, "--profile", std::to_string(place.profile)},
+                             {{"--no-check", is_unchecked}});
+  arguments.insert(arguments.end(), {"--", place.class_name});
+  return arguments;
+}
+
 // Writes a command down: its name and options, the mark behind which everything is an argument, and
 // those.
 struct Writer {
   Arguments operator()(const ClassesCommand&) const { return {"classes"}; }
   Arguments operator()(const RegisterCommand&) const { return {"register"}; }
-  Arguments operator()(const UnregisterCommand&) const { return {"unregister"}; }
+  Arguments operator()(const UnregisterCommand& command) const {
+    return With({"unregister"}, {{"--force", command.takes_any_copy}});
+  }
+  Arguments operator()(const StatusCommand&) const { return {"status"}; }
+  Arguments operator()(const PortsCommand&) const { return {"ports"}; }
+  Arguments operator()(const DoctorCommand& command) const {
+    Arguments arguments = With({"doctor"}, {{"--online", command.goes_online}});
+    if (!command.path.empty()) arguments.insert(arguments.end(), {"--", command.path});
+    return arguments;
+  }
   Arguments operator()(const SendCommand& command) const {
     const auto& word = command.event.trigger_word;
-    Arguments arguments = {"send", "--event", word ? std::to_string(*word) : "none"};
+    Arguments arguments = With({"send", "--event", word ? std::to_string(*word) : "none"},
+                               {{"--show-secrets", command.shows_secrets}});
     AppendVariables(arguments, command.variables);
     arguments.insert(arguments.end(), {"--", command.class_name, command.instance_file});
     return arguments;
@@ -49,19 +87,48 @@ struct Writer {
     return {"edit", "--", command.class_name, command.directory, command.name};
   }
   Arguments operator()(const InstancesCommand& command) const {
-    return {"instances", "--", command.directory};
+    Arguments arguments = With({"instances"}, {{"--show-secrets", command.shows_secrets}});
+    arguments.insert(arguments.end(), {"--", command.directory});
+    return arguments;
   }
   Arguments operator()(const ShowCommand& command) const {
-    if (command.as_json) return {"show", "--json", "--", command.file};
-    return {"show", "--", command.file};
+    Arguments arguments = With({"show"}, {{"--show-secrets", command.shows_secrets}});
+    arguments.insert(arguments.end(), {"--", command.file});
+    return arguments;
   }
   Arguments operator()(const NewCommand& command) const {
-    Arguments arguments = {"new"};
-    if (command.replaces) arguments.emplace_back("--force");
+    Arguments arguments =
+        With({"new"}, {{"--force", command.replaces}, {"--no-check", command.is_unchecked}});
     arguments.insert(arguments.end(), {"--", command.class_name, command.file});
-    for (const FieldValue& value : command.values) {
-      arguments.push_back(value.field + "=" + value.value);
-    }
+    return WithValues(std::move(arguments), command.values);
+  }
+  Arguments operator()(const SetCommand& command) const {
+    Arguments arguments = With({"set"}, {{"--no-check", command.is_unchecked}});
+    arguments.insert(arguments.end(), {"--", command.file});
+    return WithValues(std::move(arguments), command.values);
+  }
+  Arguments operator()(const SettingsListCommand& command) const {
+    return OfSettings("list", command.place);
+  }
+  Arguments operator()(const SettingsGetCommand& command) const {
+    Arguments arguments = OfSettings("get", command.place);
+    arguments.push_back(command.name);
+    return arguments;
+  }
+  Arguments operator()(const SettingsSetCommand& command) const {
+    return WithValues(OfSettings("set", command.place, command.is_unchecked), command.values);
+  }
+  Arguments operator()(const SettingsResetCommand& command) const {
+    Arguments arguments = OfSettings("reset", command.place);
+    arguments.insert(arguments.end(), command.names.begin(), command.names.end());
+    return arguments;
+  }
+  Arguments operator()(const SettingsExportCommand& command) const {
+    return OfSettings("export", command.place);
+  }
+  Arguments operator()(const SettingsImportCommand& command) const {
+    Arguments arguments = OfSettings("import", command.place, command.is_unchecked);
+    arguments.push_back(command.file);
     return arguments;
   }
   Arguments operator()(const FieldsCommand& command) const {
@@ -74,6 +141,8 @@ Arguments Written(const Invocation& invocation) {
   if (invocation.module_file) {
     arguments.insert(arguments.begin(), "--module=" + *invocation.module_file);
   }
+  if (invocation.report_form == ReportForm::kJson)
+    arguments.insert(std::ranges::find(arguments, "--"), "--json");
   return arguments;
 }
 
@@ -82,7 +151,8 @@ struct Checker {
     Require(error.text.starts_with("notifyhost: ") && error.text.ends_with(" for help.\n"));
   }
   void operator()(const HelpRequest& help) const {
-    Require(help.text.find("\nUsage: notifyhost ") != std::string::npos);
+    Require(help.text.find("\nUsage: notifyhost ") != std::string::npos ||
+            help.text.starts_with("notifyhost "));
   }
   void operator()(const Invocation& invocation) const {
     const Arguments arguments = Written(invocation);

@@ -81,12 +81,27 @@ bool CanBeMadeAgain(const InstanceLayout& layout, const Instance& instance) {
 }
 
 void CheckJson(const InstanceFile& file, std::string_view content) {
-  const auto object = nlohmann::json::parse(InstanceJson(file));
+  const auto object = nlohmann::json::parse(JsonLine(InstanceRecord(file)));
   Require(object.at("class") == file.layout->class_name && object.at("name") == file.name);
   const auto stored = DecodeInstance(*file.layout, content);
   Require(stored.has_value());
   if (!CanBeMadeAgain(*file.layout, *stored)) return;
   Require(MakeInstance(*file.layout, ValuesOf(object.at("fields")), Encode) == *stored);
+}
+
+class KeptText final : public TextSink {
+ public:
+  void Write(std::string_view text) const override { text_ += text; }
+  [[nodiscard]] const std::string& text() const { return text_; }
+
+ private:
+  mutable std::string text_;
+};
+
+std::string TableOf(const InstanceFile& file) {
+  const KeptText kept;
+  WriteInstanceTable(ReportWriter(kept, ReportForm::kText, false), {&file, 1});
+  return kept.text();
 }
 
 void CheckName(const std::string& name) {
@@ -123,7 +138,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const host::InstanceFile file =
       host::ExamineInstanceFile(host::Decode(name), source, host::Decode);
   Require(file.instance.has_value() || !file.fault.empty());
-  host::CheckForTerminal(host::InstanceTable({file}));
+  host::CheckForTerminal(host::TableOf(file));
   if (!file.instance) return 0;
   host::CheckForTerminal(host::InstanceText(file));
   host::CheckJson(file, content);

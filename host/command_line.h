@@ -5,16 +5,31 @@
 #include <variant>
 #include <vector>
 
+#include "host/commands/classes_command.h"
 #include "host/commands/configuration_commands.h"
-#include "host/commands/instance_commands.h"
-#include "host/commands/module_commands.h"
+#include "host/commands/doctor_command.h"
+#include "host/commands/fields_command.h"
+#include "host/commands/help_command.h"
+#include "host/commands/instances_command.h"
+#include "host/commands/new_command.h"
+#include "host/commands/ports_command.h"
+#include "host/commands/register_command.h"
 #include "host/commands/send_command.h"
+#include "host/commands/set_command.h"
+#include "host/commands/settings_commands.h"
+#include "host/commands/show_command.h"
+#include "host/commands/status_command.h"
+#include "host/commands/unregister_command.h"
+#include "host/report/report_writer.h"
 
 namespace brantel::host {
 
-using Command =
-    std::variant<ClassesCommand, RegisterCommand, UnregisterCommand, SendCommand, AddCommand,
-                 EditCommand, InstancesCommand, ShowCommand, NewCommand, FieldsCommand>;
+// In the order in which help lists them.
+using Command = std::variant<ClassesCommand, RegisterCommand, UnregisterCommand, StatusCommand,
+                             DoctorCommand, SendCommand, AddCommand, EditCommand, InstancesCommand,
+                             ShowCommand, NewCommand, SetCommand, FieldsCommand, PortsCommand,
+                             SettingsListCommand, SettingsGetCommand, SettingsSetCommand,
+                             SettingsResetCommand, SettingsExportCommand, SettingsImportCommand>;
 
 // What the command line asks for.
 struct Invocation {
@@ -22,10 +37,11 @@ struct Invocation {
   // beside the host, alerts and dialogs go through registered classes, and the other commands need
   // no module.
   std::optional<std::string> module_file;
+  ReportForm report_form = ReportForm::kText;
   Command command;
 };
 
-// The command line asks for this help text.
+// The command line asks for this text, of help or of the version.
 struct HelpRequest {
   std::string text;
 };

@@ -58,7 +58,8 @@ struct Runner {
   }
   ExitCode operator()(const Invocation& invocation) const {
     const ComApartment apartment;
-    const CommandContext context{invocation.module_file, output};
+    const ReportWriter report(output, invocation.report_form, output.TakesColours());
+    const CommandContext context{invocation.module_file, report, output, errors};
     return std::visit([&](const auto& command) { return Run(command, context); },
                       invocation.command);
   }

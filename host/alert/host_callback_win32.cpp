@@ -14,8 +14,12 @@ static_assert(kServiceUp.trigger_word == kAlertServiceUp);
 static_assert(kServiceDown.trigger_word == kAlertServiceDown);
 static_assert(kTrap.trigger_word == kAlertTrap);
 
-HostCallback::HostCallback(AlertEvent event, MessageVariables variables, const OutputStream& output)
-    : event_(event), variables_(std::move(variables)), output_(output) {}
+HostCallback::HostCallback(AlertEvent event, MessageVariables variables, const TextSink& output,
+                           LogSecrets secrets)
+    : event_(event),
+      variables_(std::move(variables)),
+      output_(output),
+      secrets_(std::move(secrets)) {}
 
 HRESULT HostCallback::QueryInterface(REFIID iid, void** object) noexcept {
   if (object == nullptr) return E_POINTER;
@@ -49,7 +53,7 @@ HRESULT HostCallback::ExpandMessage(BSTR* text) noexcept {
 
 HRESULT HostCallback::LogMessage(UINT32, BSTR text) noexcept {
   return GuardExceptions([&]() -> Result {
-    output_.Write(log_text_.Render(ToUtf8(Bstr::ViewOf(text))));
+    output_.Write(log_text_.Render(secrets_.Hide(ToUtf8(Bstr::ViewOf(text)))));
     return S_OK;
   });
 }

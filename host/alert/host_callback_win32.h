@@ -1,9 +1,10 @@
 #pragma once
 
 #include "host/alert/alert_event.h"
+#include "host/alert/log_secrets.h"
 #include "host/alert/message_variables.h"
-#include "host/system/output_stream_win32.h"
 #include "host/text/log_text.h"
+#include "host/text/text_sink.h"
 #include "notifier/notifier_contract.h"
 
 namespace brantel::host {
@@ -12,8 +13,9 @@ namespace brantel::host {
 // variables, and prints its log as it comes.
 class HostCallback final : public INotifierHost {
  public:
-  // The output must outlive the object.
-  HostCallback(AlertEvent event, MessageVariables variables, const OutputStream& output);
+  // The output must outlive the object. What is secret does not reach it.
+  HostCallback(AlertEvent event, MessageVariables variables, const TextSink& output,
+               LogSecrets secrets = {});
   HostCallback(const HostCallback&) = delete;
   HostCallback& operator=(const HostCallback&) = delete;
 
@@ -34,7 +36,8 @@ class HostCallback final : public INotifierHost {
 
   const AlertEvent event_;
   const MessageVariables variables_;
-  const OutputStream& output_;
+  const TextSink& output_;
+  const LogSecrets secrets_;
   LogText log_text_;
   volatile LONG references_ = 1;
 };

@@ -34,7 +34,7 @@ using Dialog = HRESULT (STDMETHODCALLTYPE INotifierConfig::*)(BSTR directory, BS
 
 // Runs the dialog, prints the log that comes meanwhile, and returns the dialog's own result.
 HRESULT RunDialog(const CreatedNotifier& created, INotifierConfig& configuration, Dialog dialog,
-                  const std::wstring& directory, Bstr& name, const OutputStream& output) {
+                  const std::wstring& directory, Bstr& name, const TextSink& output) {
   const auto callback = ComPointer<HostCallback>::Adopt(new HostCallback(kNoEvent, {}, output));
   // A class that cannot deliver on this machine can still be configured here.
   const bool is_bound = SUCCEEDED(created.notifier->Initialize(callback.get()));
@@ -45,8 +45,7 @@ HRESULT RunDialog(const CreatedNotifier& created, INotifierConfig& configuration
   return result;
 }
 
-ExitCode Report(HRESULT result, const std::string& done, const Bstr& name,
-                const OutputStream& output) {
+ExitCode Report(HRESULT result, const std::string& done, const Bstr& name, const TextSink& output) {
   if (result == S_OK) {
     output.Write(done + " " + ShowControlCharacters(ToUtf8(name.view())) + ".\n");
     return ExitCode::kDone;

@@ -37,7 +37,7 @@ void SetVariables(SendCommand& command, const std::vector<std::string>& assignme
 }  // namespace
 
 const CommandSyntax SendCommand::kSyntax = {
-    "send", ModuleUse::kModule, "Deliver an alert",
+    "send", ModuleUse::kModule, ReportUse::kNone, "Deliver an alert",
     "  notifyhost send LaunchProgram C:\\Instances\\Restart.ins\n"
     "  notifyhost send Beeper Night.ins --event service-up\n"
     "  notifyhost send SMTPMail Office.ins --event trap --set n=Router --set C=17\n"
@@ -69,6 +69,7 @@ void DeclareArguments(CLI::App& parser, SendCommand& command) {
           "%, and variables without a value stay as they are")
       ->option_text("LETTER=VALUE")
       ->allow_extra_args(false);
+  DeclareShowSecrets(parser, command.shows_secrets);
 }
 
 }  // namespace brantel::host

@@ -21,6 +21,7 @@ struct SendCommand {
   std::string instance_file;  // as given, so it may be relative, or empty
   AlertEvent event = kItemDown;
   MessageVariables variables;
+  bool shows_secrets = false;
 };
 
 // The parser fills in `command`, which must outlive it.

@@ -2,8 +2,13 @@
 
 #include <CLI/CLI.hpp>
 
+#include "description/settings_profile.h"
+
 namespace brantel::host {
 namespace {
+
+// More than any class has fields or settings.
+constexpr int kMostValues = 1000;
 
 void DeclareName(CLI::App& parser, const std::string& argument, std::string& name,
                  const std::string& description) {
@@ -12,6 +17,16 @@ void DeclareName(CLI::App& parser, const std::string& argument, std::string& nam
     name = given;
   };
   parser.add_option_function<std::string>(argument, set_name, description)->type_name("");
+}
+
+void DeclareMany(CLI::App& parser, const std::string& argument, const CLI::callback_t& set,
+                 const std::string& description) {
+  parser.add_option(argument, set, description)
+      ->option_text("...")
+      // Arguments beyond its least number an option reads for lists in brackets. With this policy
+      // it may have fewer.
+      ->expected(kMostValues)
+      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
 }
 
 }  // namespace
@@ -27,6 +42,52 @@ void DeclareDirectory(CLI::App& parser, std::string& directory) {
 
 void DeclareFile(CLI::App& parser, std::string& file, const std::string& description) {
   DeclareName(parser, "FILE", file, description);
+}
+
+void DeclareAssignments(CLI::App& parser, const std::string& argument, const std::string& form,
+                        std::vector<FieldValue>& values, const std::string& description) {
+  const auto set_values = [form, &values](const CLI::results_t& texts) {
+    values.clear();
+    for (const std::string& text : texts) {
+      const auto value = FieldValue::Parse(text);
+      if (!value) throw CLI::ValidationError("'" + text + "' is not of the form " + form);
+      values.push_back(*value);
+    }
+    return true;
+  };
+  DeclareMany(parser, argument, set_values, description);
+}
+
+void DeclareNames(CLI::App& parser, const std::string& argument, std::vector<std::string>& names,
+                  const std::string& description) {
+  const auto set_names = [&names](const CLI::results_t& texts) {
+    names = texts;
+    return true;
+  };
+  DeclareMany(parser, argument, set_names, description);
+}
+
+void DeclareFlag(CLI::App& parser, const char* name, bool& flag, const char* description) {
+  parser.add_flag_callback(
+      name, [&flag] { flag = true; }, description);
+}
+
+void DeclareShowSecrets(CLI::App& parser, bool& shows_secrets) {
+  DeclareFlag(parser, "--show-secrets", shows_secrets,
+              "Show passwords, which are hidden otherwise");
+}
+
+void DeclareNoCheck(CLI::App& parser, bool& is_unchecked) {
+  DeclareFlag(parser, "--no-check", is_unchecked,
+              "Write values also with which no alert would come to\n"
+              "anything");
+}
+
+void DeclareProfile(CLI::App& parser, int& profile) {
+  parser.add_option("--profile", profile, "Settings profile, from 0 to 10. Without it: 0")
+      ->option_text("N")
+      ->check(CLI::Range(int{kFirstSettingsProfile}, int{kLastSettingsProfile}))
+      ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
 }
 
 }  // namespace brantel::host

@@ -1,6 +1,10 @@
 #pragma once
 
+#include <functional>
 #include <string>
+#include <vector>
+
+#include "host/instances/class_fields.h"
 
 namespace CLI {
 class App;
@@ -8,11 +12,27 @@ class App;
 
 namespace brantel::host {
 
-// Arguments that several commands take: each makes `parser` fill in a text, which must outlive it.
+// Arguments that several commands take: each makes `parser` fill in a variable, which must outlive
+// it.
 void DeclareClass(CLI::App& parser, std::string& class_name);
 void DeclareDirectory(CLI::App& parser, std::string& directory);
 
 // A file that has to have a name.
 void DeclareFile(CLI::App& parser, std::string& file, const std::string& description);
+
+// FIELD=VALUE, any number of times, or NAME=VALUE, as `argument` and `form` say.
+void DeclareAssignments(CLI::App& parser, const std::string& argument, const std::string& form,
+                        std::vector<FieldValue>& values, const std::string& description);
+
+// Any number of names.
+void DeclareNames(CLI::App& parser, const std::string& argument, std::vector<std::string>& names,
+                  const std::string& description);
+
+void DeclareFlag(CLI::App& parser, const char* name, bool& flag, const char* description);
+void DeclareShowSecrets(CLI::App& parser, bool& shows_secrets);
+void DeclareNoCheck(CLI::App& parser, bool& is_unchecked);
+
+// --profile, from 0 to 10.
+void DeclareProfile(CLI::App& parser, int& profile);
 
 }  // namespace brantel::host

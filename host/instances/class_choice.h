@@ -7,6 +7,7 @@
 #include "host/outcome/command_failure.h"
 #include "host/text/letter_case.h"
 #include "host/text/name_list.h"
+#include "host/text/nearest_name.h"
 
 namespace brantel::host {
 
@@ -18,9 +19,9 @@ const auto& ChooseClass(const Classes& classes, NameOf name_of, const std::strin
     return EqualIgnoringCase(std::invoke(name_of, candidate), name);
   });
   if (found == classes.end()) {
-    throw CommandFailure(ExitCode::kWrongUsage, "CLASS: '" + name + "' is not a notifier class; " +
-                                                    "the classes are " +
-                                                    ListNames(classes, name_of));
+    const auto names = NamesOf(classes, name_of);
+    throw CommandFailure(ExitCode::kWrongUsage, "CLASS: " + UnknownName(name, "a notifier class",
+                                                                        "classes", ViewsOf(names)));
   }
   return *found;
 }

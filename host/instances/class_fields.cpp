@@ -1,16 +1,18 @@
 #include "host/instances/class_fields.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
 
 #include "host/instances/class_choice.h"
+#include "host/instances/field_guide.h"
 #include "host/outcome/command_failure.h"
 #include "host/text/letter_case.h"
 #include "host/text/name_list.h"
-#include "host/text/text_table.h"
+#include "host/text/nearest_name.h"
 #include "module/class_descriptions.h"
 
 namespace brantel::host {
@@ -34,9 +36,10 @@ std::size_t FindField(const InstanceLayout& layout, const std::string& name) {
     return std::ranges::equal(field.name, name, {}, FoldFieldName, FoldFieldName);
   });
   if (found == layout.fields.end()) {
+    const auto names = NamesOf(layout.fields, &InstanceField::name);
     throw CommandFailure(ExitCode::kWrongUsage,
-                         "'" + name + "' is not a field of " + std::string(layout.class_name) +
-                             "; the fields are " + ListNames(layout.fields, &InstanceField::name));
+                         UnknownName(name, "a field of " + std::string(layout.class_name), "fields",
+                                     ViewsOf(names)));
   }
   return static_cast<std::size_t>(found - layout.fields.begin());
 }
@@ -71,22 +74,37 @@ std::int32_t ParseNumber(const InstanceLayout& layout, const InstanceField& fiel
   return number;
 }
 
-}  // namespace
-
-const InstanceLayout& FindLayout(const std::string& class_name) {
-  return ChooseClass(
-             ClassDescriptions(),
-             [](const ClassDescription* candidate) { return candidate->instances.class_name; },
-             class_name)
-      ->instances;
+Record FieldRecord(const ClassDescription& notifier_class, const InstanceField& field) {
+  const FieldGuide& guide = GuideOf(notifier_class, field.index);
+  return {{"class", notifier_class.instances.class_name},
+          {"field", field.name},
+          {"needed", guide.need == Need::kNeeded},
+          {"kind", field.kind == FieldKind::kInteger ? "number" : "text"},
+          {"stored", ValueText(notifier_class.instances, field)},
+          {"values", guide.values},
+          {"default", guide.standard},
+          {"variables", guide.filling == Filling::kFilledIn},
+          {"secret", guide.secrecy == Secrecy::kSecret},
+          {"meaning", guide.meaning}};
 }
 
-std::string FieldTable(const InstanceLayout& layout) {
-  std::vector<std::vector<std::string>> rows = {{"Field", "Value"}};
-  for (const InstanceField& field : layout.fields) {
-    rows.push_back({std::string(field.name), ValueText(layout, field)});
-  }
-  return FormatTextTable(rows);
+}  // namespace
+
+const ClassDescription& FindDescription(const std::string& class_name) {
+  return *ChooseClass(
+      ClassDescriptions(),
+      [](const ClassDescription* candidate) { return candidate->instances.class_name; },
+      class_name);
+}
+
+void WriteFieldTable(const ReportWriter& report, const ClassDescription& notifier_class) {
+  constexpr std::array kColumns = {Column{"field", "Field"}, Column{"needed", "Needed"},
+                                   Column{"values", "Values"}, Column{"default", "Default"},
+                                   Column{"meaning", "Meaning"}};
+  std::vector<Record> records;
+  for (const InstanceField& field : notifier_class.instances.fields)
+    records.push_back(FieldRecord(notifier_class, field));
+  report.Table(kColumns, records);
 }
 
 std::optional<FieldValue> FieldValue::Parse(std::string_view text) {
@@ -97,7 +115,11 @@ std::optional<FieldValue> FieldValue::Parse(std::string_view text) {
 
 Instance MakeInstance(const InstanceLayout& layout, std::span<const FieldValue> values,
                       CodePageEncoder encode) {
-  Instance instance(layout.fields.size());
+  return ChangeInstance(layout, Instance(layout.fields.size()), values, encode);
+}
+
+Instance ChangeInstance(const InstanceLayout& layout, Instance instance,
+                        std::span<const FieldValue> values, CodePageEncoder encode) {
   std::vector<bool> given(layout.fields.size());
   for (const FieldValue& assignment : values) {
     const std::size_t index = FindField(layout, assignment.field);

@@ -5,17 +5,19 @@
 #include <string>
 #include <string_view>
 
-#include "description/instance_layout.h"
+#include "description/class_description.h"
+#include "host/report/report_writer.h"
 #include "instance/instance_codec.h"
 
 namespace brantel::host {
 
-// The layout of the class with this name, in any letter case. Throws CommandFailure with the names
-// to choose from when there is none.
-const InstanceLayout& FindLayout(const std::string& class_name);
+// The class with this name, in any letter case. Throws CommandFailure with the names to choose from
+// when there is none.
+const ClassDescription& FindDescription(const std::string& class_name);
 
-// A table of the class's fields and of what each may hold.
-std::string FieldTable(const InstanceLayout& layout);
+// Tells of the class's fields: what each is for, what it may hold, and what comes of it when it
+// holds nothing.
+void WriteFieldTable(const ReportWriter& report, const ClassDescription& notifier_class);
 
 // A field of an instance and what it is to hold, as they are given. Text is UTF-8.
 struct FieldValue {
@@ -39,5 +41,9 @@ using CodePageEncoder = std::optional<std::string> (*)(std::string_view text);
 // cannot take.
 Instance MakeInstance(const InstanceLayout& layout, std::span<const FieldValue> values,
                       CodePageEncoder encode);
+
+// The same in an instance that holds something already, its texts as they are stored.
+Instance ChangeInstance(const InstanceLayout& layout, Instance instance,
+                        std::span<const FieldValue> values, CodePageEncoder encode);
 
 }  // namespace brantel::host

@@ -39,13 +39,14 @@ Instance DecodeTexts(const Instance& stored, const InstanceLayout& layout, CodeP
 InstanceFile ExamineInstanceFile(std::string name, ByteSource& content, CodePageDecoder decode) {
   InstanceReader reader(content);
   const ClassDescription* const notifier_class = FindClassOfFile(reader.magic());
-  if (notifier_class == nullptr) return {std::move(name), nullptr, std::nullopt, "is no instance"};
+  if (notifier_class == nullptr) return {.name = std::move(name), .fault = "is no instance"};
   const InstanceLayout* const layout = &notifier_class->instances;
-  auto instance = reader.Read(*layout);
+  auto stored = reader.Read(*layout);
   const auto flaw = reader.flaw();
-  std::string fault = flaw ? FaultText(*layout, *flaw, instance.has_value()) : "";
-  if (instance) instance = DecodeTexts(*instance, *layout, decode);
-  return {std::move(name), layout, std::move(instance), std::move(fault)};
+  std::string fault = flaw ? FaultText(*layout, *flaw, stored.has_value()) : "";
+  std::optional<Instance> instance;
+  if (stored) instance = DecodeTexts(*stored, *layout, decode);
+  return {std::move(name), layout, std::move(instance), std::move(stored), std::move(fault)};
 }
 
 void CheckInstanceFileName(const std::string& file, Utf16Decoder decode) {

@@ -12,10 +12,11 @@ namespace brantel::host {
 
 // What a file turned out to hold. Texts, those of the instance too, are UTF-8.
 struct InstanceFile {
-  std::string name;                        // the file's, which is also the instance's
+  std::string name{};                      // the file's, which is also the instance's
   const InstanceLayout* layout = nullptr;  // of the class whose magic it has, if of any
-  std::optional<Instance> instance;        // what the class's notifier reads, if it reads the file
-  std::string fault;  // what is wrong with it, as "is no instance", if something is
+  std::optional<Instance> instance{};      // what the class's notifier reads, if it reads the file
+  std::optional<Instance> stored{};        // the same with the texts as they are stored
+  std::string fault{};  // what is wrong with it, as "is no instance", if something is
 };
 
 // Puts a text of an instance file, which is in the system's code page, into UTF-8.

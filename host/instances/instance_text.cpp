@@ -1,15 +1,18 @@
 #include "host/instances/instance_text.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
-#include <nlohmann/json.hpp>
 #include <sstream>
+#include <utility>
 
+#include "host/instances/field_guide.h"
 #include "host/text/control_characters.h"
 #include "host/text/letter_case.h"
 #include "host/text/log_text.h"
 #include "host/text/text_table.h"
 #include "host/text/utf8_characters.h"
+#include "module/class_descriptions.h"
 
 namespace brantel::host {
 namespace {
@@ -63,6 +66,18 @@ bool ComesBefore(const InstanceFile& one, const InstanceFile& other) {
   return ComesBeforeIgnoringCase(one.name, other.name);
 }
 
+// The fields of passwords that hold one.
+std::vector<std::size_t> SecretFields(const InstanceFile& file) {
+  if (!file.instance) return {};
+  const ClassDescription& notifier_class = *FindClassDescription(file.layout->class_name);
+  std::vector<std::size_t> fields;
+  for (std::size_t i = 0; i < file.layout->fields.size(); ++i) {
+    const bool is_secret = GuideOf(notifier_class, i).secrecy == Secrecy::kSecret;
+    if (is_secret && !file.instance->text(i).empty()) fields.push_back(i);
+  }
+  return fields;
+}
+
 }  // namespace
 
 std::string InstanceText(const InstanceFile& file) {
@@ -74,8 +89,8 @@ std::string InstanceText(const InstanceFile& file) {
          std::string(file.layout->class_name) + "\n\n" + FormatTextTable(rows);
 }
 
-std::string InstanceJson(const InstanceFile& file) {
-  nlohmann::ordered_json fields;
+Record InstanceRecord(const InstanceFile& file) {
+  Record fields = Record::object();
   for (std::size_t i = 0; i < file.layout->fields.size(); ++i) {
     auto& value = fields[std::string(file.layout->fields[i].name)];
     if (file.layout->fields[i].kind == FieldKind::kInteger) {
@@ -84,22 +99,36 @@ std::string InstanceJson(const InstanceFile& file) {
       value = file.instance->text(i);
     }
   }
-  nlohmann::ordered_json object;
-  object["class"] = file.layout->class_name;
-  object["name"] = file.name;
-  object["fields"] = std::move(fields);
-  return object.dump(2) + "\n";
+  return {{"class", file.layout->class_name}, {"name", file.name}, {"fields", std::move(fields)}};
 }
 
-std::string InstanceTable(std::vector<InstanceFile> files) {
-  std::ranges::sort(files, ComesBefore);
-  Rows rows = {{"Name", "Class", "Summary"}};
+void WriteInstanceTable(const ReportWriter& report, std::span<const InstanceFile> files) {
+  constexpr std::array kColumns = {Column{"name", "Name"}, Column{"class", "Class"},
+                                   Column{"summary", "Summary"}};
+  std::vector<Record> records;
   for (const InstanceFile& file : files) {
-    rows.push_back({ShowControlCharacters(file.name),
-                    std::string(file.layout == nullptr ? "-" : file.layout->class_name),
-                    Summary(file)});
+    Record record{{"name", file.name}, {"class", nullptr}, {"summary", Summary(file)}};
+    if (file.layout != nullptr) record["class"] = file.layout->class_name;
+    record["fault"] = file.fault;
+    records.push_back(std::move(record));
   }
-  return FormatTextTable(rows);
+  report.Table(kColumns, records);
+}
+
+void SortByName(std::vector<InstanceFile>& files) {
+  std::ranges::sort(files, ComesBefore);
+}
+
+void HideSecrets(InstanceFile& file) {
+  for (const std::size_t field : SecretFields(file))
+    file.instance->set_text(field, std::string(kHiddenSecret));
+}
+
+std::vector<std::string> SecretTexts(const InstanceFile& file) {
+  std::vector<std::string> secrets;
+  for (const std::size_t field : SecretFields(file))
+    secrets.push_back(file.instance->text(field));
+  return secrets;
 }
 
 }  // namespace brantel::host

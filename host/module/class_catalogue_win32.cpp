@@ -2,8 +2,10 @@
 
 #include <oleauto.h>
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
+#include <iterator>
 
 #include "host/instances/class_choice.h"
 #include "host/outcome/command_failure.h"
@@ -112,10 +114,18 @@ std::string GuidText(const GUID& guid) {
   return ToUtf8({text.data(), static_cast<std::size_t>(length - 1)});
 }
 
-std::optional<std::wstring> RegisteredModule(const CLSID& clsid) {
+CLSID ToClsid(const Guid& guid) {
+  CLSID clsid{guid.data1, guid.data2, guid.data3, {}};
+  std::ranges::copy(guid.data4, std::begin(clsid.Data4));
+  return clsid;
+}
+
+std::optional<std::wstring> RegisteredModule(const CLSID& clsid, HostBits bits) {
+  const REGSAM view = bits == HostBits::k32 ? KEY_WOW64_32KEY : KEY_WOW64_64KEY;
   const std::wstring path = L"CLSID\\" + FromUtf8(GuidText(clsid)) + L"\\InprocServer32";
   RegistryHandle key;
-  if (RegOpenKeyExW(HKEY_CLASSES_ROOT, path.c_str(), 0, KEY_READ, key.put()) != ERROR_SUCCESS) {
+  if (RegOpenKeyExW(HKEY_CLASSES_ROOT, path.c_str(), 0, KEY_READ | view, key.put()) !=
+      ERROR_SUCCESS) {
     return std::nullopt;
   }
   std::wstring file(kPathCapacity, L'\0');

@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "text/guid.h"
+
 namespace brantel::host {
 
 // What the module's type library says of a notifier class. Texts are UTF-8.
@@ -35,7 +37,13 @@ std::string ProgId(const ModuleClass& module_class);
 // A GUID as "{8-4-4-4-12}".
 std::string GuidText(const GUID& guid);
 
+// The system's form of the same identifier.
+CLSID ToClsid(const Guid& guid);
+
+// For which hosts a class is registered; 64-bit systems keep the two apart.
+enum class HostBits { k32, k64 };
+
 // The module file that the class is registered for, if it is registered.
-std::optional<std::wstring> RegisteredModule(const CLSID& clsid);
+std::optional<std::wstring> RegisteredModule(const CLSID& clsid, HostBits bits = HostBits::k32);
 
 }  // namespace brantel::host

@@ -3,10 +3,12 @@
 #include <windows.h>
 
 #include <memory>
+#include <optional>
 #include <type_traits>
 
 #include "host/outcome/command_failure.h"
 #include "host/outcome/system_error_text_win32.h"
+#include "system/windows/handle_win32.h"
 #include "system/windows/utf8_text_win32.h"
 
 namespace brantel::host {
@@ -14,6 +16,26 @@ namespace {
 
 // Such as "C:\\".
 constexpr std::size_t kRootLength = 3;
+
+constexpr DWORD kSharedWithAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+
+struct FileIdentity {
+  DWORD volume;
+  DWORD high;
+  DWORD low;
+
+  friend bool operator==(const FileIdentity&, const FileIdentity&) = default;
+};
+
+std::optional<FileIdentity> IdentityOf(const std::wstring& file) {
+  const Handle handle(
+      CreateFileW(file.c_str(), 0, kSharedWithAll, nullptr, OPEN_EXISTING, 0, nullptr));
+  BY_HANDLE_FILE_INFORMATION information{};
+  if (!handle || GetFileInformationByHandle(handle.get(), &information) == FALSE)
+    return std::nullopt;
+  return FileIdentity{information.dwVolumeSerialNumber, information.nFileIndexHigh,
+                      information.nFileIndexLow};
+}
 
 struct SearchCloser {
   void operator()(HANDLE search) const { FindClose(search); }
@@ -47,6 +69,26 @@ bool FileExists(const std::wstring& file) {
 bool IsDirectory(const std::wstring& file) {
   const DWORD attributes = GetFileAttributesW(file.c_str());
   return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
+bool IsSameFile(const std::wstring& one, const std::wstring& other) {
+  const auto first = IdentityOf(one);
+  const auto second = IdentityOf(other);
+  if (first && second) return *first == *second;
+  return lstrcmpiW(one.c_str(), other.c_str()) == 0;
+}
+
+std::string FileStart(const std::wstring& file, std::size_t size) {
+  const Handle handle(
+      CreateFileW(file.c_str(), GENERIC_READ, kSharedWithAll, nullptr, OPEN_EXISTING, 0, nullptr));
+  std::string bytes(size, '\0');
+  DWORD read = 0;
+  if (!handle ||
+      ReadFile(handle.get(), bytes.data(), static_cast<DWORD>(size), &read, nullptr) == FALSE) {
+    return "";
+  }
+  bytes.resize(read);
+  return bytes;
 }
 
 std::wstring ExistingDirectory(const std::wstring& directory) {

@@ -16,6 +16,13 @@ std::wstring FullPath(const std::wstring& file);
 // Also when it is a directory.
 bool FileExists(const std::wstring& file);
 
+// Whether both paths lead to one file, however they are written: by the file itself where it can be
+// opened, by their letters elsewhere.
+bool IsSameFile(const std::wstring& one, const std::wstring& other);
+
+// Up to so many of the file's first bytes; none of a file that cannot be read.
+std::string FileStart(const std::wstring& file, std::size_t size);
+
 bool IsDirectory(const std::wstring& file);
 
 // The full path of a directory, with a backslash at its end only if it is a drive's root. Throws

@@ -26,4 +26,11 @@ void OutputStream::Write(std::string_view text) const {
   }
 }
 
+bool OutputStream::TakesColours() const {
+  if (!is_console_ || GetEnvironmentVariableW(L"NO_COLOR", nullptr, 0) > 1) return false;
+  DWORD mode = 0;
+  return GetConsoleMode(handle_, &mode) != FALSE &&
+         SetConsoleMode(handle_, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING) != FALSE;
+}
+
 }  // namespace brantel::host

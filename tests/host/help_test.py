@@ -20,10 +20,11 @@ Options:
   --set LETTER=VALUE    Puts VALUE in the place of %LETTER in the alert's
                         texts; may be given for several letters. %% becomes
                         %, and variables without a value stay as they are
+  --show-secrets        Show passwords, which are hidden otherwise
   --module FILE         Load this module file, registered or not. Without
                         it, send, add and edit go by the registered classes,
-                        and classes, register and unregister take the module
-                        beside notifyhost
+                        and what is about the module takes the one beside
+                        notifyhost
 
 Examples:
   notifyhost send LaunchProgram C:\\Instances\\Restart.ins
@@ -51,6 +52,10 @@ Arguments:
 Options:
   -h,--help             Show this help
   --force               Replace the file if it exists, whatever it holds
+  --no-check            Write values also with which no alert would come to
+                        anything
+  --json                Tell it as JSON for programs, an object a line, with
+                        texts as they are
 
 Examples:
   notifyhost new Beeper Night "beeper number=5551234" down-code=911
@@ -66,18 +71,19 @@ def test_help_lists_the_commands(lone_host, arguments):
         "notifyhost, the reference host of the Brantel_Notifications module\n\n"
         "Usage: notifyhost [OPTIONS] COMMAND [ARGUMENTS]\n")
     for command in ("classes", "register", "unregister", "send", "add", "edit", "instances", "show",
-                    "new", "fields"):
+                    "new", "fields", "status", "doctor", "set", "ports", "settings", "help"):
         assert f"\n  {command}  " in outcome.output
-    assert "\nExit codes: 0 delivered or done, 1 failed, 2 wrong usage\n" in outcome.output
+    assert ("\nExit codes: 0 delivered or done, 1 failed, 2 wrong usage or invalid values,\n"
+            "3 nothing matched\n") in outcome.output
     assert "\nExamples:\n  notifyhost register\n" in outcome.output
 
 
 @pytest.mark.parametrize("command, arguments", [
-    ("classes", ""), ("register", ""), ("unregister", ""), ("add", " CLASS DIR"),
-    ("edit", " CLASS DIR NAME"), ("instances", " DIR"), ("show", " FILE"), ("fields", " CLASS"),
+    ("unregister", ""), ("edit", " CLASS DIR NAME"), ("doctor", " [PATH]"),
+    ("settings set", " CLASS [SETTINGS ...]"),
 ])
 def test_each_command_has_help(lone_host, command, arguments):
-    outcome = lone_host(command, "--help")
+    outcome = lone_host(*command.split(), "--help")
     assert (outcome.exit_code, outcome.errors) == (0, "")
     assert f"\nUsage: notifyhost {command} [OPTIONS]{arguments}\n" in outcome.output
     assert f"\nExamples:\n  notifyhost {command}" in outcome.output

@@ -135,7 +135,7 @@ SAMPLES = {
 def test_new_instance_is_shown_as_it_was_given(lone_host, tmp_path, class_name):
     sample = SAMPLES[class_name]
     file = tmp_path / sample.name
-    outcome = lone_host("new", class_name, sample.name, *sample.arguments)
+    outcome = lone_host("new", "--no-check", class_name, sample.name, *sample.arguments)
     assert (outcome.exit_code, outcome.errors) == (0, "")
     assert outcome.output == f"Wrote the {class_name} instance {windows_path(file)}.\n"
     assert file.read_bytes() == sample.content
@@ -164,15 +164,15 @@ def test_module_reads_what_new_writes(registered, demo_program):
 
 def test_longest_texts_of_new(lone_host, tmp_path):
     """In characters of three bytes in UTF-8 and one in the code page."""
-    assert lone_host("new", "Sound", "Default", "wave filename=" + "€" * 1022).exit_code == 0
+    assert lone_host("new", "Sound", "Default", "--no-check", "wave filename=" + "€" * 1022).exit_code == 0
     assert (tmp_path / "Default").read_bytes()[16:] == text(b"\x80" * 1022) + bytes(4)
-    assert lone_host("new", "WinPopup", "x", "message=" + "€" * 5000).exit_code == 0
+    assert lone_host("new", "WinPopup", "x", "--no-check", "message=" + "€" * 5000).exit_code == 0
     assert (tmp_path / "x").read_bytes()[16:] == text(b"") + text(b"\x80" * 5000)
 
 
 def test_text_of_another_code_page(lone_host, tmp_path):
     """A double-byte character may end with a byte that looks like a backslash, as these two do."""
-    outcome = lone_host("new", "Beeper", "表", "beeper number=ソ", LC_ALL="ja_JP.UTF-8")
+    outcome = lone_host("new", "Beeper", "表", "--no-check", "beeper number=ソ", LC_ALL="ja_JP.UTF-8")
     assert (outcome.exit_code, outcome.errors) == (0, "")
     assert (tmp_path / "表").read_bytes()[16:23] == b"\x03\0\0\0\x83\x5C\0"
     shown = json.loads(lone_host("show", "表", "--json", LC_ALL="ja_JP.UTF-8").output)
@@ -190,7 +190,7 @@ def test_new_replaces_a_file_by_force_alone(lone_host, tmp_path):
     assert outcome.errors == f"notifyhost: {windows_path(file)} exists; --force replaces it\n"
     assert file.read_bytes() == before
 
-    outcome = lone_host("new", "--force", "Sound", "Default")
+    outcome = lone_host("new", "--force", "--no-check", "Sound", "Default")
     assert (outcome.exit_code, outcome.errors) == (0, "")
     assert file.read_bytes() == SAMPLES["Sound"].content[:16] + b"\x01\0\0\0\0" + b"\0\0\0\0"
 
@@ -200,7 +200,7 @@ def test_new_where_no_file_can_be(lone_host, tmp_path):
     outcome = lone_host("new", "Sound", "folder", "--force")
     assert (outcome.exit_code, outcome.output) == (1, "")
     assert outcome.errors == f"notifyhost: {windows_path(tmp_path / 'folder')} is a directory\n"
-    outcome = lone_host("new", "Sound", "nowhere/x")
+    outcome = lone_host("new", "--no-check", "Sound", "nowhere/x")
     assert (outcome.exit_code, outcome.output) == (1, "")
     assert outcome.errors.startswith(f"notifyhost: {windows_path(tmp_path / 'nowhere' / 'x')} "
                                      "cannot be written: error 3, ")
@@ -272,7 +272,7 @@ def test_file_that_somebody_writes(lone_host, tmp_path, demo_program):
         outcome = lone_host("show", path)
         assert (outcome.exit_code, outcome.output) == (1, "")
         assert outcome.errors.startswith(f"notifyhost: {path} cannot be read: error 32, ")
-        outcome = lone_host("new", "Sound", path, "--force")
+        outcome = lone_host("new", "Sound", path, "--force", "--no-check")
         assert (outcome.exit_code, outcome.output) == (1, "")
         assert outcome.errors.startswith(f"notifyhost: {path} cannot be written: error 32, ")
         outcome = lone_host("instances", folder.name)
@@ -324,7 +324,7 @@ def test_instances_of_a_directory(lone_host, tmp_path):
 def test_instances_of_an_empty_directory(lone_host, tmp_path):
     (tmp_path / "empty" / "subdirectory").mkdir(parents=True)
     outcome = lone_host("instances", "empty")
-    assert (outcome.exit_code, outcome.errors) == (0, "")
+    assert (outcome.exit_code, outcome.errors) == (3, "")
     assert outcome.output == f"There are no files in {windows_path(tmp_path / 'empty')}.\n"
 
 
@@ -338,17 +338,30 @@ def test_instances_of_no_directory(lone_host, tmp_path):
 
 
 def test_fields(lone_host):
-    outcome = lone_host("fields", "voice")
+    outcome = lone_host("fields", "winpopup")
     assert (outcome.exit_code, outcome.errors) == (0, "")
     assert outcome.output == (
-        "Fields of Voice\n"
+        "Fields of WinPopup\n"
         "\n"
-        "Field           Value\n"
-        "phone number    text of at most 1022 bytes\n"
-        "repeat message  text of at most 1022 bytes\n"
-        "count           number from -2147483648 to 2147483647\n"
-        "button          number from -2147483648 to 2147483647\n"
-        "item down       text of at most 1022 bytes\n"
-        "item up         text of at most 1022 bytes\n"
-        "service down    text of at most 1022 bytes\n"
-        "service up      text of at most 1022 bytes\n")
+        "Field        Needed  Values                                   Default  Meaning\n"
+        "destination  yes     name of a computer, user or domain       none     where the message pops up\n"
+        "message      yes     text, of which 1024 characters are sent  none     the message\n")
+
+
+def test_set_changes_what_is_given_alone(lone_host, tmp_path):
+    (tmp_path / "x").write_bytes(SAMPLES["WinPopup"].content)
+    outcome = lone_host("set", "x", "Message=%C")
+    assert (outcome.exit_code, outcome.errors) == (0, "")
+    assert (tmp_path / "x").read_bytes()[16:] == text(b"OPERATOR") + text(b"%C")
+    outcome = lone_host("set", "x", "destination=")
+    assert outcome.exit_code == 2
+    assert outcome.errors.startswith("notifyhost: destination is missing; ")
+    assert (tmp_path / "x").read_bytes()[16:] == text(b"OPERATOR") + text(b"%C")
+
+
+def test_passwords_are_hidden(lone_host, tmp_path):
+    assert lone_host("new", "Pager", "x", "--no-check", "terminal password=sesame").exit_code == 0
+    for arguments in (["show", "x"], ["show", "x", "--json"], ["instances", "."]):
+        assert "sesame" not in lone_host(*arguments).output
+        assert "********" in lone_host(*arguments).output
+        assert "sesame" in lone_host(*arguments, "--show-secrets").output

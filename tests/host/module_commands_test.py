@@ -1,5 +1,7 @@
 """classes, register and unregister."""
 
+import json
+import pathlib
 import shutil
 
 import pytest
@@ -25,24 +27,25 @@ def test_classes_of_the_module_beside_the_host(notifyhost):
 
 def test_register_and_unregister(notifyhost):
     module = windows_path(MODULE)
-    # Twice each: neither minds what is done already.
+    # Twice: it does not mind what is done already.
     for _ in range(2):
         outcome = notifyhost("register")
         assert (outcome.exit_code, outcome.errors) == (0, "")
         assert outcome.output == f"Registered {module}\nwith the classes {CLASS_NAMES}.\n"
         assert notifyhost("classes").output == class_table(module, "yes")
-    for _ in range(2):
-        outcome = notifyhost("unregister")
-        assert (outcome.exit_code, outcome.errors) == (0, "")
-        assert outcome.output == f"Unregistered {module}\nwith the classes {CLASS_NAMES}.\n"
-        assert notifyhost("classes").output == class_table(module, "no")
+    outcome = notifyhost("unregister")
+    assert (outcome.exit_code, outcome.errors) == (0, "")
+    assert outcome.output == f"Unregistered {module}\nwith the classes {CLASS_NAMES}.\n"
+    assert notifyhost("classes").output == class_table(module, "no")
+    outcome = notifyhost("unregister")
+    assert (outcome.exit_code, outcome.output, outcome.errors) == (3, "Nothing is registered.\n", "")
 
 
 def test_module_in_another_place(notifyhost, tmp_path):
     """A named module is registered by its full path, and told apart from the one beside the host."""
     folder = tmp_path / "Überwachung 電話"
     folder.mkdir()
-    copy = shutil.copy(MODULE, folder / "Copy.dll")
+    copy = pathlib.Path(shutil.copy(MODULE, folder / "Copy.dll"))
     full_path = windows_path(copy)
     relative_path = "Überwachung 電話\\Copy.dll"
 
@@ -51,7 +54,20 @@ def test_module_in_another_place(notifyhost, tmp_path):
     assert outcome.output == f"Registered {full_path}\nwith the classes {CLASS_NAMES}.\n"
     assert notifyhost("classes", "--module", relative_path).output == class_table(full_path, "yes")
     assert notifyhost("classes").output == class_table(windows_path(MODULE), f"as {full_path}")
-    assert notifyhost("unregister", "--module", relative_path).exit_code == 0
+    outcome = notifyhost("unregister")
+    assert (outcome.exit_code, outcome.output) == (1, "")
+    assert outcome.errors == (f"notifyhost: another copy is registered, {full_path}; "
+                              "--force takes that out, too\n")
+    own, other = map(json.loads, notifyhost("status", "--json").output.splitlines())
+    assert (own["file"], own["version"], own["bits"]) == (windows_path(MODULE), "1.0.0.0", 32)
+    assert (other["file"], other["classes"], other["state"]) == (full_path, 7, "another copy")
+    copy.unlink()
+    other = json.loads(notifyhost("status", "--json").output.splitlines()[1])
+    assert (other["there"], other["state"]) == (False, "stale: the file is not there")
+
+    outcome = notifyhost("unregister", "--force")
+    assert (outcome.exit_code, outcome.errors) == (0, "")
+    assert outcome.output.endswith(f"The registration was that of {full_path}.\n")
     assert notifyhost("classes").output == class_table(windows_path(MODULE), "no")
 
 
@@ -99,10 +115,10 @@ class TestWithoutTheModule:
 
 @pytest.mark.parametrize("command, export, done", [
     ("register", "DllRegisterServer", "registered"),
-    ("unregister", "DllUnregisterServer", "unregistered"),
+    ("unregister --force", "DllUnregisterServer", "unregistered"),
 ])
 def test_failing_registration(notifyhost, stand_in, command, export, done):
-    outcome = notifyhost(command, "--module", stand_in.file, STAND_IN_FAILS=export,
+    outcome = notifyhost(*command.split(), "--module", stand_in.file, STAND_IN_FAILS=export,
                          **stand_in.environment)
     assert (outcome.exit_code, outcome.output) == (1, "")
     assert outcome.errors == (f"notifyhost: {stand_in.file} could not be {done}: "
@@ -111,9 +127,10 @@ def test_failing_registration(notifyhost, stand_in, command, export, done):
 
 
 @pytest.mark.parametrize("command, export", [("register", "DllRegisterServer"),
-                                             ("unregister", "DllUnregisterServer")])
+                                             ("unregister --force", "DllUnregisterServer")])
 def test_registration_is_left_to_the_module(notifyhost, stand_in, command, export):
-    assert notifyhost(command, "--module", stand_in.file, **stand_in.environment).exit_code == 0
+    outcome = notifyhost(*command.split(), "--module", stand_in.file, **stand_in.environment)
+    assert outcome.exit_code == 0
     assert stand_in.trace() == ["loaded", export, "DllCanUnloadNow", "unloaded"]
 
 
@@ -122,3 +139,9 @@ def test_classes_does_not_load_the_module(notifyhost, stand_in):
     assert (outcome.exit_code, outcome.errors) == (0, "")
     assert outcome.output == class_table(stand_in.file, "no")
     assert not stand_in.trace_file.exists()
+
+
+def test_status_of_nothing(notifyhost):
+    outcome = notifyhost("status")
+    assert (outcome.exit_code, outcome.errors) == (3, "")
+    assert outcome.output.endswith("\nNothing is registered; notifyhost register does that.\n")

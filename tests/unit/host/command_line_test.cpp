@@ -9,6 +9,8 @@
 #include <variant>
 #include <vector>
 
+#include "host/text/version.h"
+
 namespace brantel::host {
 namespace {
 
@@ -46,6 +48,14 @@ TEST(CommandLine, ChoosesTheCommand) {
   EXPECT_TRUE(std::holds_alternative<ShowCommand>(Accepted({"show", "a"}).command));
   EXPECT_TRUE(std::holds_alternative<NewCommand>(Accepted({"new", "Sound", "a"}).command));
   EXPECT_TRUE(std::holds_alternative<FieldsCommand>(Accepted({"fields", "Sound"}).command));
+  EXPECT_TRUE(std::holds_alternative<StatusCommand>(Accepted({"status"}).command));
+  EXPECT_TRUE(std::holds_alternative<PortsCommand>(Accepted({"ports"}).command));
+  EXPECT_TRUE(std::holds_alternative<DoctorCommand>(Accepted({"doctor"}).command));
+  EXPECT_TRUE(std::holds_alternative<SetCommand>(Accepted({"set", "a", "b=c"}).command));
+  EXPECT_TRUE(
+      std::holds_alternative<SettingsListCommand>(Accepted({"settings", "list", "Pager"}).command));
+  EXPECT_TRUE(std::holds_alternative<SettingsExportCommand>(
+      Accepted({"settings", "export", "Pager"}).command));
 }
 
 TEST(CommandLine, TakesTheModuleBeforeAndAfterTheCommand) {
@@ -123,11 +133,66 @@ TEST(CommandLine, TakesWhatIsShownOfInstances) {
     return std::get<ShowCommand>(Accepted(arguments).command);
   };
   EXPECT_EQ(show({"show", "Night"}).file, "Night");
-  EXPECT_FALSE(show({"show", "Night"}).as_json);
-  EXPECT_TRUE(show({"show", "Night", "--json"}).as_json);
-  EXPECT_TRUE(show({"show", "--json", "Night"}).as_json);
+  EXPECT_FALSE(show({"show", "Night"}).shows_secrets);
+  EXPECT_TRUE(show({"show", "Night", "--show-secrets"}).shows_secrets);
   EXPECT_EQ(show({"show", "--json", "Night"}).file, "Night");
   EXPECT_EQ(show({"show", "--", "--json"}).file, "--json");
+}
+
+TEST(CommandLine, TakesTheFormOfTheReport) {
+  EXPECT_EQ(Accepted({"show", "Night"}).report_form, ReportForm::kText);
+  for (const Arguments& arguments :
+       std::vector<Arguments>{{"show", "Night", "--json"},
+                              {"show", "--json", "Night"},
+                              {"settings", "list", "Pager", "--json"},
+                              {"doctor", "--json"},
+                              {"classes", "--json", "--module", "a.dll"}}) {
+    EXPECT_EQ(Accepted(arguments).report_form, ReportForm::kJson)
+        << ::testing::PrintToString(arguments);
+  }
+}
+
+TEST(CommandLine, TakesThePathOfDoctorOrNone) {
+  const auto doctor = [](const Arguments& arguments) {
+    return std::get<DoctorCommand>(Accepted(arguments).command);
+  };
+  EXPECT_EQ(doctor({"doctor"}).path, "");
+  EXPECT_FALSE(doctor({"doctor"}).goes_online);
+  EXPECT_EQ(doctor({"doctor", "."}).path, ".");
+  EXPECT_EQ(doctor({"doctor", "--online", "[a,b]"}).path, "[a,b]");
+  EXPECT_TRUE(doctor({"doctor", ".", "--online"}).goes_online);
+  EXPECT_EQ(doctor({"doctor", "--", "--online"}).path, "--online");
+}
+
+TEST(CommandLine, TakesWhatSettingsAreAbout) {
+  const auto set = std::get<SettingsSetCommand>(
+      Accepted({"settings", "set", "Pager", "baud=9600", "--profile", "10"}).command);
+  EXPECT_EQ(set.place.class_name, "Pager");
+  EXPECT_EQ(set.place.profile, 10);
+  EXPECT_EQ(set.values, (std::vector<FieldValue>{{"baud", "9600"}}));
+  const auto reset =
+      std::get<SettingsResetCommand>(Accepted({"settings", "reset", "Pager", "a", "b"}).command);
+  EXPECT_EQ(reset.place.profile, 0);
+  EXPECT_EQ(reset.names, (std::vector<std::string>{"a", "b"}));
+  EXPECT_TRUE(std::get<SettingsResetCommand>(Accepted({"settings", "reset", "Pager"}).command)
+                  .names.empty());
+  const auto import = std::get<SettingsImportCommand>(
+      Accepted({"settings", "import", "Beeper", "a.json", "--no-check"}).command);
+  EXPECT_EQ(import.file, "a.json");
+  EXPECT_TRUE(import.is_unchecked);
+  EXPECT_EQ(std::get<SettingsGetCommand>(Accepted({"settings", "get", "Beeper", "x"}).command).name,
+            "x");
+}
+
+TEST(CommandLine, TakesWhatIsChangedByForce) {
+  EXPECT_FALSE(std::get<UnregisterCommand>(Accepted({"unregister"}).command).takes_any_copy);
+  EXPECT_TRUE(
+      std::get<UnregisterCommand>(Accepted({"unregister", "--force"}).command).takes_any_copy);
+  const auto change =
+      std::get<SetCommand>(Accepted({"set", "Night", "up code=1", "--no-check"}).command);
+  EXPECT_EQ(change.file, "Night");
+  EXPECT_EQ(change.values, (std::vector<FieldValue>{{"up code", "1"}}));
+  EXPECT_TRUE(change.is_unchecked);
 }
 
 TEST(CommandLine, TakesTheFieldsOfANewInstance) {
@@ -163,8 +228,9 @@ struct WrongUsage {
 
 const std::vector<WrongUsage>& WrongUsages() {
   static const std::string commands =
-      "the commands are classes, register, unregister, send, add, edit, instances, show, new and "
-      "fields";
+      "the commands are classes, register, unregister, status, doctor, send, add, edit, instances, "
+      "show, new, set, fields, ports, settings and help";
+  static const std::string actions = "the commands are list, get, set, reset, export and import";
   static const std::string events =
       "it takes item-up, item-down, service-up, service-down, trap, none, or a number from 0 to "
       "0xFFFFFFFF";
@@ -174,9 +240,45 @@ const std::vector<WrongUsage>& WrongUsages() {
       {{"--module", "a.dll"}, "COMMAND is missing; " + commands},
       {{"--module", "classes"}, "COMMAND is missing; " + commands},
       {{"frobnicate"}, "'frobnicate' is not a command; " + commands},
-      {{"Send", "Sound", "x"}, "'Send' is not a command; " + commands},
+      {{"Send", "Sound", "x"}, "'Send' is not a command; did you mean 'send'?"},
+      {{"sned", "Sound", "x"}, "'sned' is not a command; did you mean 'send'?"},
+      {{"instance", "."}, "'instance' is not a command; did you mean 'instances'?"},
+      {{"docter"}, "'docter' is not a command; did you mean 'doctor'?"},
+      {{"help", "sedn"}, "'sedn' is not a command; did you mean 'send'?"},
+      {{"help", "settings", "lst"}, "'lst' is not a command of settings; did you mean 'list'?"},
+      {{"help", "send", "x"}, "'x' is not a command of send; there are none"},
+      {{"settings"}, "COMMAND is missing; " + actions},
+      {{"settings", "frob"}, "'frob' is not a command of settings; " + actions},
+      {{"settings", "expotr", "Pager"},
+       "'expotr' is not a command of settings; did you mean 'export'?"},
+      {{"settings", "--profile", "1", "list", "Pager"},
+       "'--profile' is out of place in notifyhost settings list [OPTIONS] CLASS"},
+      {{"settings", "list"}, "CLASS is missing"},
+      {{"settings", "list", "Pager", "x"}, "'x' is not an argument of settings list"},
+      {{"settings", "list", "Pager", "--profile"}, "--profile needs a value"},
+      {{"settings", "list", "Pager", "--profile", "11"},
+       "--profile: Value 11 not in range 0 to 10"},
+      {{"settings", "list", "Pager", "--profile", "x"}, "--profile: Value x not in range 0 to 10"},
+      {{"settings", "list", "Pager", "--profle", "1"},
+       "'--profle' is not an option of settings list; did you mean --profile?"},
+      {{"settings", "get", "Pager"}, "NAME is missing"},
+      {{"settings", "set", "Pager", "x"}, "'x' is not of the form NAME=VALUE"},
+      {{"settings", "import", "Pager"}, "FILE is missing"},
+      {{"settings", "import", "Pager", ""}, "FILE: the name is empty"},
+      {{"settings", "export", "Pager", "--json"}, "'--json' is not an option of settings export"},
+      {{"doctor", ".", "."}, "'.' is not an argument of doctor"},
+      {{"doctor", "--onlin"}, "'--onlin' is not an option of doctor; did you mean --online?"},
+      {{"status", "x"}, "'x' is not an argument of status"},
+      {{"ports", "--module", "a"}, "'--module' is not an option of ports"},
+      {{"set"}, "FILE is missing"},
+      {{"set", "Night", "up code"}, "'up code' is not of the form FIELD=VALUE"},
+      {{"set", "Night", "a=b", "--force"}, "'--force' is not an option of set"},
+      {{"--versoin"}, "'--versoin' is not an option of notifyhost; did you mean --version?"},
+      {{"unregister", "--forse"},
+       "'--forse' is not an option of unregister; did you mean --force?"},
       {{""}, "'' is not a command; " + commands},
-      {{"/help"}, "'/help' is not a command; " + commands},
+      {{"/help"}, "'/help' is not a command; did you mean 'help'?"},
+      {{"/?"}, "'/?' is not a command; " + commands},
       {{"--frobnicate"}, "'--frobnicate' is not an option of notifyhost"},
       {{"-m", "classes"}, "'-m' is out of place in notifyhost classes [OPTIONS]"},
       {{"frobnicate", "classes"}, "'frobnicate' is out of place in notifyhost classes [OPTIONS]"},
@@ -202,7 +304,8 @@ const std::vector<WrongUsage>& WrongUsages() {
       {{"send", "Sound", "x", ""}, "'' is not an argument of send"},
       {{"send", "Sound", "-x"}, "'-x' is not an option of send"},
       {{"send", "--verbose"}, "'--verbose' is not an option of send"},
-      {{"send", "Sound", "x", "--Event", "trap"}, "'--Event' is not an option of send"},
+      {{"send", "Sound", "x", "--Event", "trap"},
+       "'--Event' is not an option of send; did you mean --event?"},
       {{"send", "Sound", "x", "--event"}, "--event needs a value"},
       {{"send", "--event=", "Sound", "x"}, "--event= needs a value"},
       {{"send", "Sound", "x", "--event", ""}, "--event: '' is not an event; " + events},
@@ -237,7 +340,8 @@ const std::vector<WrongUsage>& WrongUsages() {
       {{"instances"}, "DIR is missing"},
       {{"instances", ""}, "DIR: the name is empty"},
       {{"instances", ".", "."}, "'.' is not an argument of instances"},
-      {{"instances", ".", "--json"}, "'--json' is not an option of instances"},
+      {{"instances", ".", "--jsno"},
+       "'--jsno' is not an option of instances; did you mean --json?"},
       {{"instances", ".", "--module", "a.dll"}, "'--module' is not an option of instances"},
       {{"show"}, "FILE is missing"},
       {{"show", "--json"}, "FILE is missing"},
@@ -281,12 +385,15 @@ TEST(CommandLine, NamesTheArgumentThatIsWrong) {
 }
 
 TEST(CommandLine, TellsWhereHelpIs) {
-  EXPECT_EQ(std::get<UsageError>(ParseCommandLine({"frobnicate", "--x"})).text,
-            "notifyhost: 'frobnicate' is not a command; the commands are classes, register, "
-            "unregister, send, add, edit, instances, show, new and fields\nRun notifyhost --help "
-            "for help.\n");
+  EXPECT_EQ(
+      std::get<UsageError>(ParseCommandLine({"frobnicate", "--x"})).text,
+      "notifyhost: 'frobnicate' is not a command; the commands are classes, register, "
+      "unregister, status, doctor, send, add, edit, instances, show, new, set, fields, ports, "
+      "settings and help\nRun notifyhost --help for help.\n");
   EXPECT_EQ(std::get<UsageError>(ParseCommandLine({"send", "Sound"})).text,
             "notifyhost: FILE is missing\nRun notifyhost send --help for help.\n");
+  EXPECT_EQ(std::get<UsageError>(ParseCommandLine({"settings", "get", "Pager"})).text,
+            "notifyhost: NAME is missing\nRun notifyhost settings get --help for help.\n");
 }
 
 TEST(CommandLine, GivesHelp) {
@@ -302,8 +409,9 @@ TEST(CommandLine, GivesHelp) {
 }
 
 TEST(CommandLine, GivesHelpOnEachCommand) {
-  for (const std::string command : {"classes", "register", "unregister", "send", "add", "edit",
-                                    "instances", "show", "new", "fields"}) {
+  for (const std::string command :
+       {"classes", "register", "unregister", "send", "add", "edit", "instances", "show", "new",
+        "fields", "status", "doctor", "set", "ports", "help"}) {
     const std::string help = Help({command, "--help"});
     EXPECT_EQ(Help({command, "-h"}), help);
     EXPECT_EQ(Help({"--help", command}), help);
@@ -318,11 +426,27 @@ TEST(CommandLine, GivesHelpOnEachCommand) {
   }
 }
 
+TEST(CommandLine, GivesTheSameHelpByACommand) {
+  EXPECT_EQ(Help({"help"}), Help({"--help"}));
+  EXPECT_EQ(Help({"help", "send"}), Help({"send", "--help"}));
+  EXPECT_EQ(Help({"help", "settings"}), Help({"settings", "--help"}));
+  EXPECT_EQ(Help({"help", "settings", "get"}), Help({"settings", "get", "--help"}));
+  EXPECT_THAT(Help({"help", "settings", "get"}),
+              HasSubstr("Usage: notifyhost settings get [OPTIONS] CLASS NAME\n"));
+  EXPECT_THAT(Help({"help", "settings"}), HasSubstr("Usage: notifyhost settings COMMAND"));
+  EXPECT_THAT(Help({"help", "doctor"}), HasSubstr("Usage: notifyhost doctor [OPTIONS] [PATH]\n"));
+}
+
+TEST(CommandLine, TellsItsVersion) {
+  EXPECT_EQ(Help({"--version"}), std::string("notifyhost ").append(ProgramVersion()) + "\n");
+}
+
 TEST(CommandLine, OffersAModuleWhereItIsUsed) {
-  for (const char* command : {"classes", "register", "unregister", "send", "add", "edit"}) {
+  for (const char* command :
+       {"classes", "register", "unregister", "send", "add", "edit", "doctor", "status"}) {
     EXPECT_THAT(Help({command, "--help"}), HasSubstr("  --module FILE  ")) << command;
   }
-  for (const char* command : {"instances", "show", "new", "fields"}) {
+  for (const char* command : {"instances", "show", "new", "fields", "set", "ports"}) {
     EXPECT_THAT(Help({command, "--help"}), Not(HasSubstr("--module"))) << command;
   }
 }
@@ -337,7 +461,16 @@ TEST(CommandLine, FitsItsHelpIntoATerminal) {
                                                            {"instances", "-h"},
                                                            {"show", "-h"},
                                                            {"new", "-h"},
-                                                           {"fields", "-h"}}) {
+                                                           {"fields", "-h"},
+                                                           {"doctor", "-h"},
+                                                           {"set", "-h"},
+                                                           {"status", "-h"},
+                                                           {"ports", "-h"},
+                                                           {"settings", "-h"},
+                                                           {"settings", "set", "-h"},
+                                                           {"settings", "reset", "-h"},
+                                                           {"settings", "import", "-h"},
+                                                           {"unregister", "-h"}}) {
     std::istringstream help(Help(arguments));
     std::string line;
     while (std::getline(help, line)) {

@@ -8,6 +8,7 @@
 
 #include "host/outcome/command_failure.h"
 #include "module/class_descriptions.h"
+#include "tests/unit/host/report/kept_text.h"
 
 namespace brantel::host {
 namespace {
@@ -30,7 +31,7 @@ std::optional<std::string> Encode(std::string_view text) {
 }
 
 Instance Make(const std::string& class_name, const std::vector<FieldValue>& values) {
-  return MakeInstance(FindLayout(class_name), values, Encode);
+  return MakeInstance(FindDescription(class_name).instances, values, Encode);
 }
 
 // The message with which these values are refused as wrong usage.
@@ -44,49 +45,62 @@ std::string Refusal(const std::string& class_name, const std::vector<FieldValue>
   return "none";
 }
 
-TEST(FindLayout, TakesAClassNameInAnyLetterCase) {
+TEST(FindDescription, TakesAClassNameInAnyLetterCase) {
   for (const ClassDescription* notifier_class : ClassDescriptions()) {
-    const InstanceLayout* const layout = &notifier_class->instances;
-    EXPECT_EQ(&FindLayout(std::string(layout->class_name)), layout);
+    EXPECT_EQ(&FindDescription(std::string(notifier_class->instances.class_name)), notifier_class);
   }
-  EXPECT_EQ(FindLayout("smtpmail").class_name, "SMTPMail");
-  EXPECT_EQ(FindLayout("BEEPER").class_name, "Beeper");
+  EXPECT_EQ(FindDescription("smtpmail").instances.class_name, "SMTPMail");
+  EXPECT_EQ(FindDescription("BEEPER").instances.class_name, "Beeper");
 }
 
-TEST(FindLayout, TellsWhichClassesThereAre) {
-  std::string names;
-  for (const ClassDescription* notifier_class : ClassDescriptions()) {
-    names.append(names.empty() ? "" : ", ").append(notifier_class->instances.class_name);
+std::string UnknownClass(const std::string& name) {
+  try {
+    FindDescription(name);
+  } catch (const CommandFailure& failure) {
+    EXPECT_EQ(failure.exit_code(), ExitCode::kWrongUsage);
+    return failure.what();
   }
-  for (const std::string name : {"Fax", "", "Beepe", "Beeper "}) {
-    try {
-      FindLayout(name);
-      ADD_FAILURE() << name;
-    } catch (const CommandFailure& failure) {
-      EXPECT_EQ(failure.exit_code(), ExitCode::kWrongUsage);
-      EXPECT_EQ(failure.what(),
-                "CLASS: '" + name + "' is not a notifier class; the classes are " + names);
-    }
-  }
+  return "none";
 }
 
-TEST(FieldTable, TellsWhatEachFieldMayHold) {
-  EXPECT_EQ(FieldTable(FindLayout("Pager")),
-            "Field              Value\n"
-            "pager number       text of at most 1022 bytes\n"
-            "terminal password  text of at most 1022 bytes\n"
-            "pager ID           text of at most 1022 bytes\n"
-            "message            text of at most 1022 bytes\n"
-            "protocol           text of at most 1022 bytes\n"
-            "settings profile   number from 0 to 10\n");
-  EXPECT_EQ(FieldTable(FindLayout("WinPopup")),
-            "Field        Value\n"
-            "destination  text\n"
-            "message      text\n");
-  EXPECT_EQ(FieldTable(FindLayout("Sound")),
-            "Field            Value\n"
-            "wave filename    text of at most 1022 bytes\n"
-            "continuous play  number from -2147483648 to 2147483647\n");
+TEST(FindDescription, TellsWhichClassesThereAre) {
+  for (const std::string name : {"Fax", "", "Notification"}) {
+    EXPECT_EQ(UnknownClass(name),
+              "CLASS: '" + name +
+                  "' is not a notifier class; the classes are SMTPMail, Sound, WinPopup, "
+                  "LaunchProgram, Beeper, Pager and Voice");
+  }
+  EXPECT_EQ(UnknownClass("Beepe"),
+            "CLASS: 'Beepe' is not a notifier class; did you mean 'Beeper'?");
+  EXPECT_EQ(UnknownClass("Pager "),
+            "CLASS: 'Pager ' is not a notifier class; did you mean 'Pager'?");
+}
+
+std::string FieldsOf(const std::string& class_name, ReportForm form) {
+  const KeptText table;
+  WriteFieldTable(ReportWriter(table, form, false), FindDescription(class_name));
+  return table.text();
+}
+
+TEST(WriteFieldTable, TellsWhatEachFieldIsFor) {
+  EXPECT_EQ(FieldsOf("Sound", ReportForm::kText),
+            "Field            Needed  Values                    Default  Meaning\n"
+            "wave filename    yes     full path of a wave file  none     what is played\n"
+            "continuous play  no      0 once, 1 over and over   0        how often it is played\n");
+}
+
+TEST(WriteFieldTable, NamesTheProtocols) {
+  EXPECT_NE(FieldsOf("Pager", ReportForm::kText).find("TAP, SMS-TAP, NTT or UCP-SMS"),
+            std::string::npos);
+}
+
+TEST(WriteFieldTable, TellsProgramsMore) {
+  const std::string lines = FieldsOf("WinPopup", ReportForm::kJson);
+  EXPECT_EQ(lines.substr(0, lines.find('\n')),
+            "{\"class\":\"WinPopup\",\"field\":\"destination\",\"needed\":true,"
+            "\"kind\":\"text\",\"stored\":\"text\","
+            "\"values\":\"name of a computer, user or domain\",\"default\":\"none\","
+            "\"variables\":false,\"secret\":false,\"meaning\":\"where the message pops up\"}");
 }
 
 TEST(FieldValue, IsSplitAtTheFirstEqualsSign) {
@@ -130,10 +144,18 @@ TEST(MakeInstance, StoresNumbersUpToTheirLimits) {
 
 TEST(MakeInstance, RefusesAFieldThatTheClassHasNot) {
   EXPECT_EQ(Refusal("Sound", {{"continuous play", "1"}, {"wave", "x"}}),
-            "'wave' is not a field of Sound; the fields are wave filename, continuous play");
+            "'wave' is not a field of Sound; the fields are wave filename and continuous play");
   EXPECT_EQ(Refusal("Sound", {{"wavefilename", "x"}}),
-            "'wavefilename' is not a field of Sound; the fields are wave filename, continuous "
-            "play");
+            "'wavefilename' is not a field of Sound; did you mean 'wave filename'?");
+}
+
+TEST(ChangeInstance, KeepsWhatIsNotGiven) {
+  const InstanceLayout& layout = FindDescription("Beeper").instances;
+  const Instance before = Make("Beeper", {{"beeper number", "555"}, {"up code", "1"}});
+  const Instance after =
+      ChangeInstance(layout, before, std::vector<FieldValue>{{"up-code", "f\u00FCr"}}, Encode);
+  EXPECT_EQ(after.text(0), "555");
+  EXPECT_EQ(after.text(2), "f\xFCr");
 }
 
 TEST(MakeInstance, RefusesAFieldThatIsGivenTwice) {

@@ -7,6 +7,7 @@
 
 #include "instance/instance_codec.h"
 #include "module/class_descriptions.h"
+#include "tests/unit/host/report/kept_text.h"
 
 namespace brantel::host {
 namespace {
@@ -24,7 +25,18 @@ InstanceFile FileOf(const std::string& name, const std::string& class_name,
       instance.set_text(i, texts[given++]);
     }
   }
-  return {name, &layout, instance, ""};
+  return {.name = name, .layout = &layout, .instance = instance, .stored = instance};
+}
+
+std::string JsonOf(const InstanceFile& file) {
+  return InstanceRecord(file).dump(2) + "\n";
+}
+
+std::string TableOf(std::vector<InstanceFile> files, ReportForm form = ReportForm::kText) {
+  const KeptText table;
+  SortByName(files);
+  WriteInstanceTable(ReportWriter(table, form, false), files);
+  return table.text();
 }
 
 TEST(InstanceText, HasALineForEachField) {
@@ -53,8 +65,8 @@ TEST(InstanceText, HasALineForEachLineOfAValue) {
             "             4<1B>[2J\n");
 }
 
-TEST(InstanceJson, HasTheValuesAsTheyAre) {
-  EXPECT_EQ(InstanceJson(FileOf("Zürich \"7\"", "Sound", {"C:\\a.wav\r\n\x1B ☎"}, -2147483647)),
+TEST(InstanceRecord, HasTheValuesAsTheyAre) {
+  EXPECT_EQ(JsonOf(FileOf("Zürich \"7\"", "Sound", {"C:\\a.wav\r\n\x1B ☎"}, -2147483647)),
             "{\n"
             "  \"class\": \"Sound\",\n"
             "  \"name\": \"Zürich \\\"7\\\"\",\n"
@@ -65,8 +77,8 @@ TEST(InstanceJson, HasTheValuesAsTheyAre) {
             "}\n");
 }
 
-TEST(InstanceJson, KeepsTheOrderOfTheFields) {
-  EXPECT_EQ(InstanceJson(FileOf("Default", "Beeper", {"1", "2", "3", "4", "5", ""}, 10)),
+TEST(InstanceRecord, KeepsTheOrderOfTheFields) {
+  EXPECT_EQ(JsonOf(FileOf("Default", "Beeper", {"1", "2", "3", "4", "5", ""}, 10)),
             "{\n"
             "  \"class\": \"Beeper\",\n"
             "  \"name\": \"Default\",\n"
@@ -83,9 +95,9 @@ TEST(InstanceJson, KeepsTheOrderOfTheFields) {
 }
 
 TEST(InstanceTable, IsSortedByNameAndLetterCaseLast) {
-  EXPECT_EQ(InstanceTable({FileOf("b", "Sound", {"1"}), FileOf("C", "Sound", {"2"}),
-                           FileOf("a2", "Sound", {"3"}), FileOf("A", "Sound", {"4"}),
-                           FileOf("B", "Sound", {"5"}), FileOf("Ä", "Sound", {"6"})}),
+  EXPECT_EQ(TableOf({FileOf("b", "Sound", {"1"}), FileOf("C", "Sound", {"2"}),
+                     FileOf("a2", "Sound", {"3"}), FileOf("A", "Sound", {"4"}),
+                     FileOf("B", "Sound", {"5"}), FileOf("Ä", "Sound", {"6"})}),
             "Name  Class  Summary\n"
             "A     Sound  4\n"
             "a2    Sound  3\n"
@@ -96,31 +108,60 @@ TEST(InstanceTable, IsSortedByNameAndLetterCaseLast) {
 }
 
 TEST(InstanceTable, ShowsTheFirstTextsInOneLine) {
-  EXPECT_EQ(
-      InstanceTable({FileOf("1", "SMTPMail", {"10.0.0.1", "", "a@b", "", "x\r\ny"}),
+  EXPECT_EQ(TableOf({FileOf("1", "SMTPMail", {"10.0.0.1", "", "a@b", "", "x\r\ny"}),
                      FileOf("2", "LaunchProgram", {}),
                      FileOf("3\n", "WinPopup", {"ü", std::string(45, 'x')}),
                      FileOf("4", "WinPopup", {"ü", std::string(46, 'x')}),
                      FileOf("5", "Sound", {"☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎"})}),
-      "Name   Class          Summary\n"
-      "1      SMTPMail       10.0.0.1, a@b, x<0D><0A>y\n"
-      "2      LaunchProgram\n"
-      "3<0A>  WinPopup       ü, xxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxx\n"
-      "4      WinPopup       ü, xxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxx...\n"
-      "5      Sound          ☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎...\n");
+            "Name   Class          Summary\n"
+            "1      SMTPMail       10.0.0.1, a@b, x<0D><0A>y\n"
+            "2      LaunchProgram\n"
+            "3<0A>  WinPopup       ü, xxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxx\n"
+            "4      WinPopup       ü, xxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxx...\n"
+            "5      Sound          ☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎☎...\n");
 }
 
 TEST(InstanceTable, TellsWhatIsWrongWithAFile) {
   InstanceFile damaged = FileOf("Night", "Beeper", {"5551234"});
   damaged.fault = "is damaged: it is short";
-  const InstanceFile refused = {"Office", &FindClassDescription("SMTPMail")->instances,
-                                std::nullopt, "is refused by SMTPMail: it is short"};
-  const InstanceFile foreign = {"notes.txt", nullptr, std::nullopt, "is no instance"};
-  EXPECT_EQ(InstanceTable({damaged, foreign, refused}),
+  const InstanceFile refused = {.name = "Office",
+                                .layout = &FindClassDescription("SMTPMail")->instances,
+                                .fault = "is refused by SMTPMail: it is short"};
+  const InstanceFile foreign = {.name = "notes.txt", .fault = "is no instance"};
+  EXPECT_EQ(TableOf({damaged, foreign, refused}),
             "Name       Class     Summary\n"
             "Night      Beeper    5551234 (is damaged: it is short)\n"
             "notes.txt  -         is no instance\n"
             "Office     SMTPMail  is refused by SMTPMail: it is short\n");
+}
+
+TEST(InstanceTable, TellsProgramsOfFaults) {
+  InstanceFile damaged = FileOf("Night", "Beeper", {"5551234"});
+  damaged.fault = "is damaged";
+  EXPECT_EQ(TableOf({damaged, {.name = "x", .fault = "is no instance"}}, ReportForm::kJson),
+            "{\"name\":\"Night\",\"class\":\"Beeper\",\"summary\":\"5551234 (is damaged)\","
+            "\"fault\":\"is damaged\"}\n"
+            "{\"name\":\"x\",\"class\":null,\"summary\":\"is no instance\","
+            "\"fault\":\"is no instance\"}\n");
+}
+
+TEST(HideSecrets, PutsStarsIntoThePlaceOfPasswords) {
+  InstanceFile file = FileOf("Night", "Pager", {"5551234", "sesame", "007"});
+  EXPECT_EQ(SecretTexts(file), std::vector<std::string>{"sesame"});
+  HideSecrets(file);
+  EXPECT_EQ(file.instance->text(0), "5551234");
+  EXPECT_EQ(file.instance->text(1), "********");
+  EXPECT_EQ(file.stored->text(1), "sesame");
+}
+
+TEST(HideSecrets, LeavesWhatHasNone) {
+  InstanceFile without = FileOf("Night", "Pager", {"5551234", "", "007"});
+  EXPECT_TRUE(SecretTexts(without).empty());
+  HideSecrets(without);
+  EXPECT_EQ(without.instance->text(1), "");
+  InstanceFile unreadable{.name = "x", .fault = "is no instance"};
+  HideSecrets(unreadable);
+  EXPECT_FALSE(unreadable.instance);
 }
 
 }  // namespace
