@@ -29,6 +29,8 @@ struct LineSetup {
   std::uint32_t port = 0;
   std::uint32_t bits_per_second = 0;
   bool is_8n1 = true;
+
+  friend bool operator==(const LineSetup&, const LineSetup&) = default;
 };
 
 // The system as checks see it. Texts are UTF-8; names of files and devices are compared as the

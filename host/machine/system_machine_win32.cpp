@@ -3,6 +3,7 @@
 #include <windows.h>
 #include <mmsystem.h>
 
+#include <algorithm>
 #include <array>
 
 #include "host/machine/messenger_win32.h"
@@ -76,7 +77,10 @@ std::string SystemMachine::RelayGreeting(const std::string& address) {
 }
 
 std::optional<std::string> SystemMachine::ModemAnswer(const LineSetup& setup) {
-  return AskModem(setup);
+  const auto asked = std::ranges::find(asked_modems_, setup, &AskedModem::setup);
+  if (asked != asked_modems_.end()) return asked->answer;
+  asked_modems_.push_back({setup, AskModem(setup)});
+  return asked_modems_.back().answer;
 }
 
 bool SystemMachine::ProbeVoiceLine() {

@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "host/checks/checked_system.h"
 #include "system/registry_settings_win32.h"
@@ -32,6 +33,13 @@ class SystemMachine final : public CheckedSystem {
 
  private:
   const std::optional<std::string>& module_file_;
+  struct AskedModem {
+    LineSetup setup;
+    std::optional<std::string> answer;
+  };
+
+  // Several rules ask one modem, and several instances.
+  std::vector<AskedModem> asked_modems_;
   // Nothing is made where nothing is: who looks at a computer leaves it as it is.
   mutable RegistrySettings settings_{MissingKey::kLeftMissing};
 };

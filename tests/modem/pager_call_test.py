@@ -50,7 +50,7 @@ def test_tap_with_the_settings_of_alternate_2(finished):
         announced(call, "0041791234567", "5550201") + initialised_and_connected("5550201", "ATE0Q0V1X4S7=60") +
         'sending "\n"\n'
         'returned "ID="\n'
-        'Got ID=sending "<1B>PG1secret\n"\n'
+        'Got ID=sending "<1B>PG1********\n"\n'
         "waiting for completion\n"
         'returned "<06>\n<1B>[p\n"\n'
         "Got [p\n"
@@ -116,7 +116,7 @@ def test_ntt(finished):
         'sending "\n"\n'
         'returned "READY\n"\n'
         "READY\n"
-        f'sending "8000C00000********,10000,0312345678AAAAA,0007,015{TEXT}\n"\n'
+        f'sending "8000C00000********,10000,0312345678AAAAA,********,015{TEXT}\n"\n'
         'returned "28\n"\n'
         'returned ""\n'
         "Success!!!!\n"
