@@ -224,9 +224,10 @@ class Runner:
 
     def run(self, suite: Suite) -> Result:
         with contextlib.ExitStack() as stack:
-            # What a person has set for tests of other projects would change which of these are run.
+            # What a person has set for tests of other projects would change which of these are run, and
+            # pictures are not to be made anew by a run that should compare them.
             environment = {variable: text for variable, text in os.environ.items()
-                           if not variable.startswith(("GTEST_", "PYTEST_"))}
+                           if not variable.startswith(("GTEST_", "PYTEST_", "BRANTEL_UPDATE_"))}
             environment |= suite.environment
             if suite.wine:
                 stack.enter_context(virtual_screen(environment))

@@ -4,6 +4,10 @@ Each picture says which Wine drew it. Another one has other frames and letters: 
 be shown whole and at about the same size.
 
 With BRANTEL_UPDATE_PICTURES set the pictures are made anew, and the tests fail: they have compared nothing.
+./test keeps that from them; behind tools/build this sets it, with FOLDER anywhere:
+
+    BRANTEL_UPDATE_PICTURES=1 WINEPREFIX=FOLDER BRANTEL_MODULE="$(tools/wine --path out/win32/*.dll)" \\
+        xvfb-run -a -s "-screen 0 1024x768x24" python3 -m pytest tests/desktop/dialog_pictures_test.py
 """
 
 import os
