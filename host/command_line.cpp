@@ -84,7 +84,7 @@ std::string UsageOf(const CLI::App& parser) {
   for (const CLI::Option* positional : Positionals(parser)) {
     const std::string name = positional->get_name();
     const std::string several = TakesMany(*positional) ? " ..." : "";
-    usage += " " + (IsOptional(*positional) ? "[" + name + several + "]" : name);
+    usage.append(" ").append(IsOptional(*positional) ? "[" + name + several + "]" : name);
   }
   return usage;
 }
@@ -345,7 +345,7 @@ class Parser {
   [[nodiscard]] std::optional<std::string> FindError() const {
     const CLI::App* const chosen = ChosenParser();
     const CLI::App& command = chosen == nullptr ? app_ : *chosen;
-    if (const auto error = FindOutOfPlace(command)) return error;
+    if (auto error = FindOutOfPlace(command)) return error;
     return HasCommands(command) ? FindErrorOfGroup(command) : FindErrorOf(command);
   }
 

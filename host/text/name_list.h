@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <iterator>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -11,6 +12,7 @@ namespace brantel::host {
 template <typename Things, typename NameOf>
 std::vector<std::string> NamesOf(const Things& things, NameOf name_of) {
   std::vector<std::string> names;
+  names.reserve(std::size(things));
   for (const auto& thing : things)
     names.emplace_back(std::invoke(name_of, thing));
   return names;
