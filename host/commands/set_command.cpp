@@ -8,7 +8,7 @@ namespace brantel::host {
 
 const CommandSyntax SetCommand::kSyntax = {
     "set", ModuleUse::kNone, ReportUse::kReport, "Change fields of an instance without a dialog",
-    "  notifyhost set Night \"down code=911\" \"settings profile=1\""};
+    R"(  notifyhost set Night "down code=911" "settings profile=1")"};
 
 void DeclareArguments(CLI::App& parser, SetCommand& command) {
   DeclareFile(parser, command.file, "Instance file of any class");
