@@ -1,6 +1,8 @@
 #include "host/commands/shared_arguments.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
+#include <iterator>
 
 #include "description/settings_profile.h"
 
@@ -46,13 +48,14 @@ void DeclareFile(CLI::App& parser, std::string& file, const std::string& descrip
 
 void DeclareAssignments(CLI::App& parser, const std::string& argument, const std::string& form,
                         std::vector<FieldValue>& values, const std::string& description) {
-  const auto set_values = [form, &values](const CLI::results_t& texts) {
+  const auto parsed = [form](const std::string& text) {
+    const auto value = FieldValue::Parse(text);
+    if (!value) throw CLI::ValidationError("'" + text + "' is not of the form " + form);
+    return *value;
+  };
+  const auto set_values = [parsed, &values](const CLI::results_t& texts) {
     values.clear();
-    for (const std::string& text : texts) {
-      const auto value = FieldValue::Parse(text);
-      if (!value) throw CLI::ValidationError("'" + text + "' is not of the form " + form);
-      values.push_back(*value);
-    }
+    std::ranges::transform(texts, std::back_inserter(values), parsed);
     return true;
   };
   DeclareMany(parser, argument, set_values, description);
