@@ -32,7 +32,8 @@ FAILED = "Failed: 0x80004005 (E_FAIL)"
 TEXTS_IN_A_ROW = [f"alert {number} of 10" for number in range(1, 11)]
 DIGITS_IN_A_ROW = [str(number) for number in range(71, 81)]
 
-# The ports that lead to a modem when a test connects one. Those behind them are the ports of the machine, COM77 none.
+# The ports that lead to a modem when a test connects one. Behind them come those of the machine; COM77 is
+# none.
 PORTS = range(1, 60)
 
 
