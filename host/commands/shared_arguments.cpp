@@ -31,6 +31,31 @@ void DeclareMany(CLI::App& parser, const std::string& argument, const CLI::callb
       ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
 }
 
+std::string EventNames() {
+  std::string names;
+  for (const NamedAlertEvent& named : NamedAlertEvents()) {
+    names += std::string(named.name) + ", ";
+  }
+  return names;
+}
+
+void SetEvent(AlertEvent& event, const std::string& text) {
+  const auto parsed = ParseAlertEvent(text);
+  if (!parsed) {
+    throw CLI::ValidationError("--event", "'" + text + "' is not an event; it takes " +
+                                              EventNames() + "or a number from 0 to 0xFFFFFFFF");
+  }
+  event = *parsed;
+}
+
+void SetVariables(MessageVariables& variables, const std::vector<std::string>& assignments) {
+  for (const std::string& assignment : assignments) {
+    if (!variables.Assign(assignment)) {
+      throw CLI::ValidationError("--set", "'" + assignment + "' is not of the form LETTER=VALUE");
+    }
+  }
+}
+
 }  // namespace
 
 void DeclareClass(CLI::App& parser, std::string& class_name) {
@@ -91,6 +116,31 @@ void DeclareProfile(CLI::App& parser, int& profile) {
       ->option_text("N")
       ->check(CLI::Range(int{kFirstSettingsProfile}, int{kLastSettingsProfile}))
       ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
+}
+
+void DeclareEvent(CLI::App& parser, AlertEvent& event) {
+  parser
+      .add_option_function<std::string>(
+          "--event", [&event](const std::string& text) { SetEvent(event, text); },
+          "What happened: item-up, item-down, service-up,\n"
+          "service-down, trap, or a trigger word such as 3 or\n"
+          "0x10; none for no event. Without it: item-down")
+      ->option_text("EVENT")
+      ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
+}
+
+void DeclareVariables(CLI::App& parser, MessageVariables& variables) {
+  parser
+      .add_option_function<std::vector<std::string>>(
+          "--set",
+          [&variables](const std::vector<std::string>& assignments) {
+            SetVariables(variables, assignments);
+          },
+          "Puts VALUE in the place of %LETTER in the alert's\n"
+          "texts; may be given for several letters. %% becomes\n"
+          "%, and variables without a value stay as they are")
+      ->option_text("LETTER=VALUE")
+      ->allow_extra_args(false);
 }
 
 }  // namespace brantel::host

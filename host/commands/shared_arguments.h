@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "host/alert/alert_event.h"
+#include "host/alert/message_variables.h"
 #include "host/instances/class_fields.h"
 
 namespace CLI {
@@ -31,6 +33,10 @@ void DeclareNames(CLI::App& parser, const std::string& argument, std::vector<std
 void DeclareFlag(CLI::App& parser, const char* name, bool& flag, const char* description);
 void DeclareShowSecrets(CLI::App& parser, bool& shows_secrets);
 void DeclareNoCheck(CLI::App& parser, bool& is_unchecked);
+
+// --event and --set: what an alert tells of.
+void DeclareEvent(CLI::App& parser, AlertEvent& event);
+void DeclareVariables(CLI::App& parser, MessageVariables& variables);
 
 // --profile, from 0 to 10.
 void DeclareProfile(CLI::App& parser, int& profile);
