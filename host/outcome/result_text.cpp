@@ -28,6 +28,7 @@ constexpr std::array kNames = {
     ResultName{0x80070005, "E_ACCESSDENIED"},
     ResultName{0x8007000E, "E_OUTOFMEMORY"},
     ResultName{0x80070057, "E_INVALIDARG"},
+    ResultName{0x80140001, "SMTPMAIL_E_RECIPIENT_REFUSED"},
 };
 
 std::string HexText(std::uint32_t code) {
