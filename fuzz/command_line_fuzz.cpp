@@ -19,19 +19,6 @@ namespace {
 
 using Arguments = std::vector<std::string>;
 
-void AppendVariables(Arguments& arguments, const MessageVariables& variables) {
-  for (const std::string_view letters :
-       {"abcdefghijklmnopqrstuvwxyz", "ABCDEFGHIJKLMNOPQRSTUVWXYZ"}) {
-    for (const char letter : letters) {
-      const std::string variable = {'%', letter};
-      const std::string value = variables.Expand(variable);
-      if (value == variable) continue;
-      arguments.emplace_back("--set");
-      arguments.push_back(letter + ("=" + value));
-    }
-  }
-}
-
 struct GivenFlag {
   const char* name;
   bool is_given;
@@ -47,6 +34,28 @@ Arguments With(Arguments arguments, std::initializer_list<GivenFlag> flags) {
 Arguments WithValues(Arguments arguments, const std::vector<FieldValue>& values) {
   for (const FieldValue& value : values)
     arguments.push_back(value.field + "=" + value.value);
+  return arguments;
+}
+
+// Unless it has no value.
+void AppendOption(Arguments& arguments, const char* name, const std::string& value) {
+  if (!value.empty()) arguments.push_back(name + ("=" + value));
+}
+
+Arguments WithOptions(Arguments arguments, const AlertOptions& options) {
+  const auto& word = options.event.trigger_word;
+  arguments = With(std::move(arguments), {{"--raw-values", options.takes_raw_values},
+                                          {"--timestamps", options.has_times},
+                                          {"--show-secrets", options.shows_secrets}});
+  AppendOption(arguments, "--event", word ? std::to_string(*word) : "none");
+  for (const std::string& assignment : options.variables.assignments())
+    AppendOption(arguments, "--set", assignment);
+  if (options.time_limit) {
+    const std::string milliseconds = std::to_string(1000 + options.time_limit->count() % 1000);
+    AppendOption(arguments, "--timeout",
+                 std::to_string(options.time_limit->count() / 1000) + "." + milliseconds.substr(1));
+  }
+  AppendOption(arguments, "--journal", options.journal);
   return arguments;
 }
 
@@ -73,11 +82,22 @@ struct Writer {
     return arguments;
   }
   Arguments operator()(const SendCommand& command) const {
-    const auto& word = command.event.trigger_word;
-    Arguments arguments = With({"send", "--event", word ? std::to_string(*word) : "none"},
-                               {{"--show-secrets", command.shows_secrets}});
-    AppendVariables(arguments, command.variables);
+    Arguments arguments = WithOptions({"send"}, command.options);
     arguments.insert(arguments.end(), {"--", command.class_name, command.instance_file});
+    return arguments;
+  }
+  Arguments operator()(const TestCommand& command) const {
+    Arguments arguments =
+        WithOptions(With({"test"}, {{"--no-check", command.is_unchecked}}), command.options);
+    arguments.insert(arguments.end(), {"--", command.class_name});
+    return WithValues(std::move(arguments), command.values);
+  }
+  Arguments operator()(const HistoryCommand& command) const {
+    Arguments arguments =
+        With({"history"}, {{"--failed", command.is_failed_only}, {"--follow", command.follows}});
+    AppendOption(arguments, "--since", command.since);
+    AppendOption(arguments, "--journal", command.journal);
+    if (!command.directory.empty()) arguments.insert(arguments.end(), {"--", command.directory});
     return arguments;
   }
   Arguments operator()(const AddCommand& command) const {

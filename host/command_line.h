@@ -10,6 +10,7 @@
 #include "host/commands/doctor_command.h"
 #include "host/commands/fields_command.h"
 #include "host/commands/help_command.h"
+#include "host/commands/history_command.h"
 #include "host/commands/instances_command.h"
 #include "host/commands/new_command.h"
 #include "host/commands/ports_command.h"
@@ -19,17 +20,19 @@
 #include "host/commands/settings_commands.h"
 #include "host/commands/show_command.h"
 #include "host/commands/status_command.h"
+#include "host/commands/test_command.h"
 #include "host/commands/unregister_command.h"
 #include "host/report/report_writer.h"
 
 namespace brantel::host {
 
 // In the order in which help lists them.
-using Command = std::variant<ClassesCommand, RegisterCommand, UnregisterCommand, StatusCommand,
-                             DoctorCommand, SendCommand, AddCommand, EditCommand, InstancesCommand,
-                             ShowCommand, NewCommand, SetCommand, FieldsCommand, PortsCommand,
-                             SettingsListCommand, SettingsGetCommand, SettingsSetCommand,
-                             SettingsResetCommand, SettingsExportCommand, SettingsImportCommand>;
+using Command =
+    std::variant<ClassesCommand, RegisterCommand, UnregisterCommand, StatusCommand, DoctorCommand,
+                 SendCommand, TestCommand, HistoryCommand, AddCommand, EditCommand,
+                 InstancesCommand, ShowCommand, NewCommand, SetCommand, FieldsCommand, PortsCommand,
+                 SettingsListCommand, SettingsGetCommand, SettingsSetCommand, SettingsResetCommand,
+                 SettingsExportCommand, SettingsImportCommand>;
 
 // What the command line asks for.
 struct Invocation {

@@ -9,6 +9,7 @@
 #include <variant>
 #include <vector>
 
+#include "host/attempt/attempt_worker_win32.h"
 #include "host/command_line.h"
 #include "host/commands/command_context_win32.h"
 #include "host/outcome/command_failure.h"
@@ -68,13 +69,21 @@ struct Runner {
   OutputStream errors{STD_ERROR_HANDLE};
 };
 
+// As the process of one alert, which another one has started.
+ExitCode DeliverAsTold(const std::wstring& pipe_name) {
+  const ComApartment apartment;
+  return ServeAttempt(pipe_name);
+}
+
 ExitCode RunHost() {
   const Runner runner;
   const auto print_error = [&](const char* message) {
     runner.errors.Write(std::string("notifyhost: ") + message + "\n");
   };
   try {
-    return std::visit(runner, ParseCommandLine(CommandLineArguments()));
+    const auto arguments = CommandLineArguments();
+    if (const auto pipe_name = AttemptPipeName(arguments)) return DeliverAsTold(*pipe_name);
+    return std::visit(runner, ParseCommandLine(arguments));
   } catch (const CommandFailure& failure) {
     print_error(failure.what());
     return failure.exit_code();

@@ -3,6 +3,7 @@
 import contextlib
 import os
 import pathlib
+import re
 import shutil
 import subprocess
 import tempfile
@@ -63,6 +64,24 @@ def given_or_own_prefix(**variables: str):
     else:
         with wine_prefix(**variables) as (_, environment):
             yield environment
+
+
+# What send tells beside the log: the phases, and at the end the verdict in words, how long it took, and what
+# Send has answered, if that was not S_OK.
+PHASE = re.compile(r"^ +[0-9]+\.[0-9] s  \S.*\n", re.MULTILINE)
+VERDICT = re.compile(r"^.*; [0-9]+\.[0-9] s(?:; (?P<result>0x.*))?\n\Z", re.MULTILINE)
+
+
+def _result_in_a_word(verdict: re.Match) -> str:
+    result = verdict["result"]
+    if result is None:
+        return "Delivered.\n"
+    return f"Failed: {result}\n" if result.startswith("0x8") else f"Delivered: {result}\n"
+
+
+def log_and_result(output: str) -> str:
+    """The notifier's own log of what send has told, and as its last line what Send has answered."""
+    return VERDICT.sub(_result_in_a_word, PHASE.sub("", output))
 
 
 def magic(guid: str) -> bytes:

@@ -42,4 +42,11 @@ std::optional<AlertEvent> ParseAlertEvent(std::string_view text) {
   return std::nullopt;
 }
 
+std::string EventText(const AlertEvent& event) {
+  for (const NamedAlertEvent& named : kNamedEvents) {
+    if (named.event == event) return std::string(named.name);
+  }
+  return std::to_string(*event.trigger_word);
+}
+
 }  // namespace brantel::host

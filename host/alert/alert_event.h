@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <optional>
 #include <span>
+#include <string>
 #include <string_view>
 
 namespace brantel::host {
@@ -33,5 +34,8 @@ std::span<const NamedAlertEvent> NamedAlertEvents();
 // Reads the name of an event, or a trigger word as a decimal or 0x-hexadecimal number of at most 32
 // bits. Nothing when the text is neither.
 std::optional<AlertEvent> ParseAlertEvent(std::string_view text);
+
+// The event as ParseAlertEvent reads it: by its name, or by its trigger word where it has none.
+std::string EventText(const AlertEvent& event);
 
 }  // namespace brantel::host

@@ -14,12 +14,8 @@ static_assert(kServiceUp.trigger_word == kAlertServiceUp);
 static_assert(kServiceDown.trigger_word == kAlertServiceDown);
 static_assert(kTrap.trigger_word == kAlertTrap);
 
-HostCallback::HostCallback(AlertEvent event, MessageVariables variables, const TextSink& output,
-                           LogSecrets secrets)
-    : event_(event),
-      variables_(std::move(variables)),
-      output_(output),
-      secrets_(std::move(secrets)) {}
+HostCallback::HostCallback(AlertEvent event, TextExpander expand, LogTaker take_log)
+    : event_(event), expand_(std::move(expand)), take_log_(std::move(take_log)) {}
 
 HRESULT HostCallback::QueryInterface(REFIID iid, void** object) noexcept {
   if (object == nullptr) return E_POINTER;
@@ -44,7 +40,7 @@ HRESULT HostCallback::ExpandMessage(BSTR* text) noexcept {
   if (text == nullptr) return E_POINTER;
   return GuardExceptions([&]() -> Result {
     const std::string message_template = ToUtf8(Bstr::ViewOf(*text));
-    Bstr expanded(FromUtf8(variables_.Expand(message_template)));
+    Bstr expanded(FromUtf8(expand_(message_template)));
     SysFreeString(*text);
     *text = expanded.release();
     return S_OK;
@@ -53,7 +49,7 @@ HRESULT HostCallback::ExpandMessage(BSTR* text) noexcept {
 
 HRESULT HostCallback::LogMessage(UINT32, BSTR text) noexcept {
   return GuardExceptions([&]() -> Result {
-    output_.Write(log_text_.Render(secrets_.Hide(ToUtf8(Bstr::ViewOf(text)))));
+    take_log_(ToUtf8(Bstr::ViewOf(text)));
     return S_OK;
   });
 }
@@ -63,10 +59,6 @@ HRESULT HostCallback::GetAlertTrigger(UINT32* flags) noexcept {
   if (!event_.trigger_word) return E_FAIL;
   *flags = *event_.trigger_word;
   return S_OK;
-}
-
-void HostCallback::FinishLog() {
-  if (!log_text_.at_line_start()) output_.Write("\n");
 }
 
 }  // namespace brantel::host

@@ -16,6 +16,13 @@ bool MessageVariables::Assign(std::string_view assignment) {
   return true;
 }
 
+std::vector<std::string> MessageVariables::assignments() const {
+  std::vector<std::string> assignments;
+  for (const auto& [letter, value] : values_)
+    assignments.push_back(letter + ("=" + value));
+  return assignments;
+}
+
 std::string MessageVariables::Expand(std::string_view message_template) const {
   std::string text;
   std::string_view rest = message_template;

@@ -3,6 +3,7 @@
 #include <map>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace brantel::host {
 
@@ -13,6 +14,9 @@ class MessageVariables {
   // Takes "LETTER=VALUE"; the value may be empty. A letter that has a value already gets the new
   // one. False, and nothing set, when the text is of another form.
   bool Assign(std::string_view assignment);
+
+  // What makes the same anew, each as Assign takes it.
+  [[nodiscard]] std::vector<std::string> assignments() const;
 
   // The template with its variables filled in and "%%" turned into "%". Values are taken as they
   // are, percent signs and all. What is no variable with a value stays as it stands, so that one

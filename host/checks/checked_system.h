@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "host/settings/line_setup.h"
 #include "system/settings_store.h"
 #include "text/guid.h"
 
@@ -23,15 +24,6 @@ struct Registration {
 enum class MessengerState { kRuns, kStopped, kNotInstalled, kNoLibrary };
 
 enum class VoiceLineState { kThere, kNoTelephony, kNoVoiceLine };
-
-// How a port and its line are set up.
-struct LineSetup {
-  std::uint32_t port = 0;
-  std::uint32_t bits_per_second = 0;
-  bool is_8n1 = true;
-
-  friend bool operator==(const LineSetup&, const LineSetup&) = default;
-};
 
 // The system as checks see it. Texts are UTF-8; names of files and devices are compared as the
 // system does. Only the last three functions touch a device or the network.

@@ -5,6 +5,7 @@
 #include <optional>
 #include <utility>
 
+#include "host/settings/line_setup.h"
 #include "host/text/control_characters.h"
 #include "module/class_descriptions.h"
 
@@ -103,11 +104,7 @@ Diagnosis DiagnoseInstance(const InstanceFile& file, CheckedSystem& system, Reac
   if (!file.stored) return diagnosis;
 
   const ClassDescription& notifier_class = *FindClassDescription(diagnosis.class_name);
-  std::vector<ProfileSetting> settings;
-  if (notifier_class.profile_field) {
-    const std::int32_t profile = file.stored->integer(*notifier_class.profile_field);
-    settings = ReadProfile(system.settings(), notifier_class, profile);
-  }
+  const auto settings = ReadProfileOf(system.settings(), notifier_class, *file.stored);
   const Subject subject{notifier_class, system, &*file.stored, settings};
   const Scope scope{.has_fields = true, .has_settings = true, .reach = reach};
   for (Finding& finding : BrokenRules(subject, scope))

@@ -8,12 +8,14 @@
 #include "host/checks/text_checks.h"
 #include "host/text/letter_case.h"
 #include "launch_program/launch_program_description.h"
-#include "pager/pager_description.h"
 #include "port/com_port_number.h"
-#include "text/leading_number.h"
 
 namespace brantel::host {
 namespace {
+
+std::optional<std::string> ModemAnswer(const Subject& subject) {
+  return subject.system.ModemAnswer(SetupOfLine(subject.notifier_class, subject.settings));
+}
 
 bool IsSeparator(char c) {
   return c == '\\' || c == '/';
@@ -79,27 +81,6 @@ constexpr int kBitsOfHost = 32;
 
 std::optional<std::string> NeededFile(const Registration& registration) {
   return registration.is_needed ? registration.module_file : std::nullopt;
-}
-
-// Of a rate below 300 each class makes one of its own.
-std::uint32_t RateOf(const Subject& subject, std::int32_t selector) {
-  const auto rates = UsualRates();
-  const bool is_index = selector >= 0 && static_cast<std::size_t>(selector) < rates.size();
-  if (is_index) return static_cast<std::uint32_t>(rates[static_cast<std::size_t>(selector)]);
-  if (selector >= rates.front()) return static_cast<std::uint32_t>(selector);
-  return &subject.notifier_class == &kBeeper ? 1200 : 300;
-}
-
-LineSetup SetupOf(const Subject& subject) {
-  LineSetup setup;
-  for (const ProfileSetting& setting : subject.settings) {
-    if (setting.guide->name == "Settings_COMPort")
-      setup.port = ComPortNumber(setting.text).value_or(0);
-    if (setting.guide->name == "Settings_Baud")
-      setup.bits_per_second = RateOf(subject, LeadingNumber(setting.text));
-    if (setting.guide->name == "Settings_8N1") setup.is_8n1 = setting.text == kFramed8N1;
-  }
-  return setup;
 }
 
 }  // namespace
@@ -216,11 +197,11 @@ bool HasRelayThatDoesNotGreet(const CheckedValue& value) {
 }
 
 bool HasPortThatDoesNotOpen(const CheckedValue& value) {
-  return !value.subject.system.ModemAnswer(SetupOf(value.subject));
+  return !ModemAnswer(value.subject);
 }
 
 bool HasModemThatDoesNotAnswer(const CheckedValue& value) {
-  const auto answer = value.subject.system.ModemAnswer(SetupOf(value.subject));
+  const auto answer = ModemAnswer(value.subject);
   return answer && answer->find("OK") == std::string::npos;
 }
 

@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <string>
+#include <string_view>
 
 #include "host/alert/host_callback_win32.h"
 #include "host/commands/command_context_win32.h"
@@ -10,6 +11,7 @@
 #include "host/outcome/result_text.h"
 #include "host/system/file_path_win32.h"
 #include "host/text/control_characters.h"
+#include "host/text/log_text.h"
 #include "notifier/notifier_contract.h"
 #include "system/windows/bstr_win32.h"
 #include "system/windows/com_pointer_win32.h"
@@ -35,13 +37,15 @@ using Dialog = HRESULT (STDMETHODCALLTYPE INotifierConfig::*)(BSTR directory, BS
 // Runs the dialog, prints the log that comes meanwhile, and returns the dialog's own result.
 HRESULT RunDialog(const CreatedNotifier& created, INotifierConfig& configuration, Dialog dialog,
                   const std::wstring& directory, Bstr& name, const TextSink& output) {
-  const auto callback = ComPointer<HostCallback>::Adopt(new HostCallback(kNoEvent, {}, output));
+  LogText log;
+  const auto callback = ComPointer<HostCallback>::Adopt(new HostCallback(
+      kNoEvent, PlainExpander({}), [&](std::string_view text) { output.Write(log.Render(text)); }));
   // A class that cannot deliver on this machine can still be configured here.
   const bool is_bound = SUCCEEDED(created.notifier->Initialize(callback.get()));
   const Bstr directory_argument(directory);
   const HRESULT result = (configuration.*dialog)(directory_argument.get(), name.in_out());
   if (is_bound) created.notifier->Shutdown();
-  callback->FinishLog();
+  if (!log.at_line_start()) output.Write("\n");
   return result;
 }
 

@@ -7,7 +7,7 @@
 namespace brantel::host {
 
 const CommandSyntax SendCommand::kSyntax = {
-    "send", ModuleUse::kModule, ReportUse::kNone, "Deliver an alert",
+    "send", ModuleUse::kModule, ReportUse::kReport, "Deliver an alert",
     "  notifyhost send LaunchProgram C:\\Instances\\Restart.ins\n"
     "  notifyhost send Beeper Night.ins --event service-up\n"
     "  notifyhost send SMTPMail Office.ins --event trap --set n=Router --set C=17\n"
@@ -20,9 +20,7 @@ void DeclareArguments(CLI::App& parser, SendCommand& command) {
                   "Instance file of that class. With \"\" instead of one,\n"
                   "Sound ends the sound that it repeats")
       ->type_name("");
-  DeclareEvent(parser, command.event);
-  DeclareVariables(parser, command.variables);
-  DeclareShowSecrets(parser, command.shows_secrets);
+  DeclareAlertOptions(parser, command.options);
 }
 
 }  // namespace brantel::host

@@ -111,6 +111,20 @@ void DeclareNoCheck(CLI::App& parser, bool& is_unchecked) {
               "anything");
 }
 
+void DeclareJournal(CLI::App& parser, std::string& journal) {
+  const auto set_journal = [&journal](const std::string& file) {
+    if (file.empty()) throw CLI::ValidationError("--journal", "the file name is empty");
+    journal = file;
+  };
+  parser
+      .add_option_function<std::string>("--journal", set_journal,
+                                        "The journal of alerts. Without it:\n"
+                                        "notifyhost.journal in the directory of the instances,\n"
+                                        "or in the working directory where there is none")
+      ->option_text("FILE")
+      ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
+}
+
 void DeclareProfile(CLI::App& parser, int& profile) {
   parser.add_option("--profile", profile, "Settings profile, from 0 to 10. Without it: 0")
       ->option_text("N")

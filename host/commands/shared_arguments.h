@@ -38,6 +38,9 @@ void DeclareNoCheck(CLI::App& parser, bool& is_unchecked);
 void DeclareEvent(CLI::App& parser, AlertEvent& event);
 void DeclareVariables(CLI::App& parser, MessageVariables& variables);
 
+// --journal: the file in which attempts at alerts are noted.
+void DeclareJournal(CLI::App& parser, std::string& journal);
+
 // --profile, from 0 to 10.
 void DeclareProfile(CLI::App& parser, int& profile);
 

@@ -8,20 +8,23 @@
 
 namespace brantel::host {
 
-void CheckBeforeWriting(const ClassDescription& notifier_class, const Instance& stored,
-                        const CommandContext& context) {
+void CheckValues(const ClassDescription& notifier_class, const Instance& stored,
+                 const std::string& consequence, const CommandContext& context) {
   SystemMachine machine(context.module_file);
   const auto findings = CheckValues(notifier_class, stored, machine);
   std::string failures;
   for (const Finding& finding : findings) {
     if (finding.severity == Severity::kFailure) failures += FindingText(finding) + "\n";
   }
-  if (!failures.empty()) {
-    throw CommandFailure(ExitCode::kWrongUsage,
-                         failures + "Nothing is written; --no-check writes it all the same");
-  }
+  if (!failures.empty()) throw CommandFailure(ExitCode::kWrongUsage, failures + consequence);
   for (const Finding& finding : findings)
     context.errors.Write("notifyhost: warning: " + FindingText(finding) + "\n");
+}
+
+void CheckBeforeWriting(const ClassDescription& notifier_class, const Instance& stored,
+                        const CommandContext& context) {
+  CheckValues(notifier_class, stored, "Nothing is written; --no-check writes it all the same",
+              context);
 }
 
 void WriteAndTell(const ClassDescription& notifier_class, const Instance& stored,

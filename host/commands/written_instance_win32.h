@@ -9,7 +9,12 @@
 namespace brantel::host {
 
 // Throws CommandFailure, as of invalid values, when doctor's rules tell of a failure of these
-// values, with all of them. Warnings go to the context's errors. The texts are as they are stored.
+// values, with all of them and with what comes of it. Warnings go to the context's errors. The
+// texts are as they are stored.
+void CheckValues(const ClassDescription& notifier_class, const Instance& stored,
+                 const std::string& consequence, const CommandContext& context);
+
+// The same for an instance that is to be written.
 void CheckBeforeWriting(const ClassDescription& notifier_class, const Instance& stored,
                         const CommandContext& context);
 

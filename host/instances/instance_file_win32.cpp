@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "host/instances/instance_text.h"
+#include "host/instances/journal_name.h"
 #include "host/outcome/command_failure.h"
 #include "host/outcome/system_error_text_win32.h"
 #include "host/system/code_page_text_win32.h"
@@ -45,6 +46,7 @@ InstanceFile ReadExistingInstance(const std::wstring& path) {
 std::vector<InstanceFile> ReadInstanceDirectory(const std::wstring& directory) {
   std::vector<InstanceFile> files;
   for (const std::wstring& name : FilesIn(directory)) {
+    if (IsJournalName(ToUtf8(name))) continue;
     std::wstring file = directory;
     file.append(L"\\").append(name);
     files.push_back(ReadInstanceFile(file));

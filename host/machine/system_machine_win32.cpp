@@ -7,7 +7,7 @@
 #include <array>
 
 #include "host/machine/messenger_win32.h"
-#include "host/machine/modem_answer_win32.h"
+#include "host/machine/modem_line_win32.h"
 #include "host/machine/relay_greeting_win32.h"
 #include "host/machine/voice_line_win32.h"
 #include "host/module/class_catalogue_win32.h"

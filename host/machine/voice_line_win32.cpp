@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <cstring>
+#include <string_view>
 
 #include "host/alert/host_callback_win32.h"
 #include "host/module/created_notifier_win32.h"
@@ -20,11 +21,6 @@ constexpr VersionRange kVersions = {.lowest = 0x00010000, .highest = 0x00050000}
 class DeafReceiver final : public LineMessageReceiver {
  public:
   void Receive(const LineMessage&) override {}
-};
-
-class NoLog final : public TextSink {
- public:
-  void Write(std::string_view) const override {}
 };
 
 bool TakesAutomatedVoice(Telephony& telephony, std::uint32_t application, std::uint32_t device) {
@@ -58,9 +54,8 @@ VoiceLineState StateOfVoiceLine() {
 
 bool OpenVoiceLine(const std::optional<std::string>& module_file) try {
   const CreatedNotifier created = CreateNotifier("Voice", module_file);
-  const NoLog log;
-  const auto callback =
-      ComPointer<HostCallback>::Adopt(new HostCallback(kNoEvent, MessageVariables(), log));
+  const auto callback = ComPointer<HostCallback>::Adopt(
+      new HostCallback(kNoEvent, PlainExpander({}), [](std::string_view) {}));
   if (FAILED(created.notifier->Initialize(callback.get()))) return false;
   created.notifier->Shutdown();
   return true;

@@ -31,21 +31,31 @@ void AppendNumber(std::string& shown, std::uint8_t number) {
   shown += '>';
 }
 
-}  // namespace
-
-std::string ShowControlCharacters(std::string_view text) {
-  std::string shown;
+// The text with what `append` appends in the place of each of its control characters.
+template <typename AppendControl>
+std::string Replaced(std::string_view text, AppendControl append) {
+  std::string replaced;
   while (!text.empty()) {
     const ControlCharacter control = ControlCharacterAt(text);
     if (control.size == 0) {
-      shown += text[0];
+      replaced += text[0];
       text.remove_prefix(1);
     } else {
-      AppendNumber(shown, control.number);
+      append(replaced, control.number);
       text.remove_prefix(control.size);
     }
   }
-  return shown;
+  return replaced;
+}
+
+}  // namespace
+
+std::string ShowControlCharacters(std::string_view text) {
+  return Replaced(text, AppendNumber);
+}
+
+std::string BlankControlCharacters(std::string_view text) {
+  return Replaced(text, [](std::string& replaced, std::uint8_t) { replaced += ' '; });
 }
 
 }  // namespace brantel::host

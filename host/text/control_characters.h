@@ -9,4 +9,7 @@ namespace brantel::host {
 // <1B>: what modems and relays have sent, and what files hold, must not steer the terminal.
 std::string ShowControlCharacters(std::string_view text);
 
+// The text with a blank in the place of each.
+std::string BlankControlCharacters(std::string_view text);
+
 }  // namespace brantel::host

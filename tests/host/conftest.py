@@ -12,8 +12,8 @@ from dataclasses import dataclass
 
 import pytest
 
-from windows_programs import (HOST, ROOT, TIME_LIMIT, WINE, given_or_own_prefix, magic, wait_until,
-                              windows_path)
+from windows_programs import (HOST, ROOT, TIME_LIMIT, WINE, given_or_own_prefix, log_and_result, magic,
+                              wait_until, windows_path)
 
 BUILD = ROOT / "build" / "win32"
 DEMO_PROGRAM = BUILD / "host" / "demo_program" / "demo_program.exe"
@@ -51,6 +51,11 @@ class Outcome:
     exit_code: int
     output: str
     errors: str
+
+    @property
+    def log_and_result(self) -> str:
+        """Of a send."""
+        return log_and_result(self.output)
 
 
 class Registration:

@@ -20,7 +20,21 @@ Options:
   --set LETTER=VALUE    Puts VALUE in the place of %LETTER in the alert's
                         texts; may be given for several letters. %% becomes
                         %, and variables without a value stay as they are
+  --raw-values          Put values of --set in as they are. Otherwise control
+                        characters become blanks, a Beeper gets digits alone,
+                        Voice nothing that makes a path, and a line of a lone
+                        full stop does not end a mail
+  --timeout SECONDS     End the alert when it has taken so many seconds, hang
+                        up, and leave the port free. Without it: none, and a
+                        busy number is dialled for ever. Ctrl-C does the same
+  --timestamps          Begin each line of the log with the seconds since the
+                        start
+  --journal FILE        The journal of alerts. Without it:
+                        notifyhost.journal in the directory of the instances,
+                        or in the working directory where there is none
   --show-secrets        Show passwords, which are hidden otherwise
+  --json                Tell it as JSON for programs, an object a line, with
+                        texts as they are
   --module FILE         Load this module file, registered or not. Without
                         it, send, add and edit go by the registered classes,
                         and what is about the module takes the one beside
@@ -71,7 +85,8 @@ def test_help_lists_the_commands(lone_host, arguments):
         "notifyhost, the reference host of the Brantel_Notifications module\n\n"
         "Usage: notifyhost [OPTIONS] COMMAND [ARGUMENTS]\n")
     for command in ("classes", "register", "unregister", "send", "add", "edit", "instances", "show",
-                    "new", "fields", "status", "doctor", "set", "ports", "settings", "help"):
+                    "new", "fields", "status", "doctor", "set", "ports", "settings", "help", "test",
+                    "history"):
         assert f"\n  {command}  " in outcome.output
     assert ("\nExit codes: 0 delivered or done, 1 failed, 2 wrong usage or invalid values,\n"
             "3 nothing matched\n") in outcome.output
@@ -80,7 +95,7 @@ def test_help_lists_the_commands(lone_host, arguments):
 
 @pytest.mark.parametrize("command, arguments", [
     ("unregister", ""), ("edit", " CLASS DIR NAME"), ("doctor", " [PATH]"),
-    ("settings set", " CLASS [SETTINGS ...]"),
+    ("settings set", " CLASS [SETTINGS ...]"), ("test", " CLASS [FIELDS ...]"), ("history", " [DIR]"),
 ])
 def test_each_command_has_help(lone_host, command, arguments):
     outcome = lone_host(*command.split(), "--help")

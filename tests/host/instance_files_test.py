@@ -157,7 +157,7 @@ def test_module_reads_what_new_writes(registered, demo_program):
     assert registered("new", "LaunchProgram", "Alarm", *arguments).exit_code == 0
     outcome = registered("send", "LaunchProgram", "Alarm", "--set", "n=7",
                          **demo_program.environment)
-    assert (outcome.exit_code, outcome.output, outcome.errors) == (0, "Delivered.\n", "")
+    assert (outcome.exit_code, outcome.log_and_result, outcome.errors) == (0, "Delivered.\n", "")
     program = windows_path(demo_program.program).encode("cp1252")
     assert demo_program.read_report()[0] == program + b" f\xfcr 7"
 

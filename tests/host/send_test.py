@@ -32,7 +32,7 @@ def test_unreadable_instance_is_logged(sender, tmp_path, content):
     if content is not None:
         instance.write_bytes(content)
     outcome = sender("send", "LaunchProgram", "Nacht.ins")
-    assert outcome.output == (f"{windows_path(instance)} - Failed to load notification from disk.\n"
+    assert outcome.log_and_result == (f"{windows_path(instance)} - Failed to load notification from disk.\n"
                               + FAILED)
     assert (outcome.exit_code, outcome.errors) == (1, "")
 
@@ -40,14 +40,14 @@ def test_unreadable_instance_is_logged(sender, tmp_path, content):
 def test_missing_instance_of_any_name(sender, tmp_path):
     outcome = sender("send", "LaunchProgram", "Zürich ☎ 電話.ins")
     path = windows_path(tmp_path / "Zürich ☎ 電話.ins")
-    assert outcome.output == f"{path} - Failed to load notification from disk.\n" + FAILED
+    assert outcome.log_and_result == f"{path} - Failed to load notification from disk.\n" + FAILED
     assert (outcome.exit_code, outcome.errors) == (1, "")
 
 
 def test_empty_file_name_stays_empty(sender):
     """LaunchProgram refuses it without a log line; a full path would be logged."""
     outcome = sender("send", "LaunchProgram", "")
-    assert (outcome.exit_code, outcome.output, outcome.errors) == (1, FAILED, "")
+    assert (outcome.exit_code, outcome.log_and_result, outcome.errors) == (1, FAILED, "")
 
 
 @pytest.mark.parametrize("arguments, options, expected", [
@@ -66,7 +66,7 @@ def test_empty_file_name_stays_empty(sender):
 def test_alert_starts_the_program(sender, demo_program, arguments, options, expected):
     demo_program.store(arguments)
     outcome = sender("send", "LaunchProgram", "demo.ins", *options, **demo_program.environment)
-    assert (outcome.exit_code, outcome.output, outcome.errors) == (0, "Delivered.\n", "")
+    assert (outcome.exit_code, outcome.log_and_result, outcome.errors) == (0, "Delivered.\n", "")
     command_line, directory = demo_program.read_report()
     program = windows_path(demo_program.program).encode("cp1252")
     assert command_line == program + b" " + expected
@@ -77,7 +77,7 @@ def test_send_does_not_wait_for_the_program(sender, demo_program):
     demo_program.store(b"")
     outcome = sender("send", "LaunchProgram", str(demo_program.instance),
                      DEMO_WAIT_FOR=windows_path(demo_program.awaited), **demo_program.environment)
-    assert (outcome.exit_code, outcome.output, outcome.errors) == (0, "Delivered.\n", "")
+    assert (outcome.exit_code, outcome.log_and_result, outcome.errors) == (0, "Delivered.\n", "")
     assert not demo_program.report.exists()
     demo_program.awaited.touch()
     demo_program.read_report()
@@ -86,14 +86,14 @@ def test_send_does_not_wait_for_the_program(sender, demo_program):
 def test_program_that_cannot_be_started(sender, tmp_path):
     write_instance(tmp_path / "none.ins", b"C:\\nowhere\\none.exe", b"", b"")
     outcome = sender("send", "LaunchProgram", "none.ins")
-    assert (outcome.exit_code, outcome.output, outcome.errors) == (1, FAILED, "")
+    assert (outcome.exit_code, outcome.log_and_result, outcome.errors) == (1, FAILED, "")
 
 
 @pytest.mark.parametrize("class_name", ["launchprogram", "LAUNCHPROGRAM"])
 def test_letter_case_of_the_class_does_not_matter(sender, demo_program, class_name):
     demo_program.store(b"")
     outcome = sender("send", class_name, "demo.ins", **demo_program.environment)
-    assert (outcome.exit_code, outcome.output, outcome.errors) == (0, "Delivered.\n", "")
+    assert (outcome.exit_code, outcome.log_and_result, outcome.errors) == (0, "Delivered.\n", "")
     demo_program.read_report()
 
 
@@ -110,13 +110,14 @@ class TestWithoutAModuleBesideTheHost:
     def test_registered_class_is_used(self, registered, lone_host, demo_program):
         demo_program.store(b"")
         outcome = lone_host("send", "LaunchProgram", "demo.ins", **demo_program.environment)
-        assert (outcome.exit_code, outcome.output, outcome.errors) == (0, "Delivered.\n", "")
+        assert (outcome.exit_code, outcome.log_and_result, outcome.errors) == (0, "Delivered.\n", "")
         demo_program.read_report()
 
-    def test_other_class_is_not_registered(self, lone_host):
+    def test_other_class_is_not_known(self, lone_host, tmp_path):
         outcome = lone_host("send", "Fax", "x")
-        assert (outcome.exit_code, outcome.output) == (1, "")
-        assert outcome.errors.startswith("notifyhost: Fax is not registered as ")
+        assert (outcome.exit_code, outcome.output) == (2, "")
+        assert outcome.errors.startswith("notifyhost: CLASS: 'Fax' is not a notifier class; ")
+        assert not (tmp_path / "notifyhost.journal").exists()
 
 
 @pytest.mark.parametrize("missing", ["nowhere.dll", "☎.dll"])

@@ -2,11 +2,14 @@
 
 import pytest
 
-from windows_programs import TIME_LIMIT, wait_until, windows_path
+from windows_programs import TIME_LIMIT, log_and_result, wait_until, windows_path
 
 # The calls of one alert, in order. The host may be held by one reference of its own in the end.
 CALLS = ["loaded", "DllGetClassObject", "CreateInstance", "factory released", "Initialize", "Send",
          "Shutdown", "references to the host: 1", "notifier released", "DllCanUnloadNow", "unloaded"]
+
+
+RECIPIENT_REFUSED = "Failed: 0x80140001 (SMTPMAIL_E_RECIPIENT_REFUSED)\n"
 
 
 @pytest.fixture
@@ -17,14 +20,14 @@ def send(notifyhost, stand_in):
 
 def test_negative_result_is_a_failure(send, stand_in):
     outcome = send("SMTPMail", "x")
-    assert (outcome.exit_code, outcome.output, outcome.errors) == (1, "Failed: 0x80140001\n", "")
+    assert (outcome.exit_code, outcome.log_and_result, outcome.errors) == (1, RECIPIENT_REFUSED, "")
     assert stand_in.trace() == CALLS
 
 
 def test_every_other_result_is_delivery(send, stand_in):
     outcome = send("Sound", "")
     assert (outcome.exit_code, outcome.errors) == (0, "")
-    assert outcome.output == "[]\nDelivered: 0x00000002\n"
+    assert outcome.log_and_result == "[]\nDelivered: 0x00000002\n"
     assert stand_in.trace() == CALLS
 
 
@@ -36,18 +39,18 @@ def test_every_other_result_is_delivery(send, stand_in):
     ("C:\\%n\\%%", "C:\\%n\\%%"),
 ])
 def test_instance_is_named_by_its_full_path(send, file, argument):
-    assert send("Sound", file, "--set", "n=1").output == f"[{argument}]\nDelivered: 0x00000002\n"
+    assert send("Sound", file, "--set", "n=1").log_and_result == f"[{argument}]\nDelivered: 0x00000002\n"
 
 
 def test_log_is_fit_for_a_terminal(send):
     outcome = send("WinPopup", "x")
     assert (outcome.exit_code, outcome.errors) == (0, "")
-    assert outcome.output == ("AT&F\n"
-                              "\n"
-                              "OK\n"
-                              "ID=<1B>[2J\n"
-                              "<06><1B>d<15> café ☎\n"
-                              "Delivered.\n")
+    assert outcome.log_and_result == ("AT&F\n"
+                                      "\n"
+                                      "OK\n"
+                                      "ID=<1B>[2J\n"
+                                      "<06><1B>d<15> café ☎\n"
+                                      "Delivered.\n")
 
 
 @pytest.mark.parametrize("options, expanded", [
@@ -59,7 +62,7 @@ def test_log_is_fit_for_a_terminal(send):
 def test_variables_are_expanded(send, options, expanded):
     outcome = send("LaunchProgram", "x", *options)
     assert (outcome.exit_code, outcome.errors) == (0, "")
-    assert outcome.output == f"{expanded}\n[]\nDelivered.\n"
+    assert outcome.log_and_result == f"{expanded}\n[]\nDelivered.\n"
 
 
 @pytest.mark.parametrize("options, answer", [
@@ -77,23 +80,23 @@ def test_variables_are_expanded(send, options, expanded):
 ])
 def test_event_is_answered(send, options, answer):
     outcome = send("Beeper", "x", *options)
-    assert (outcome.exit_code, outcome.output, outcome.errors) == (0, f"{answer}\nDelivered.\n", "")
+    assert (outcome.exit_code, outcome.log_and_result, outcome.errors) == (0, f"{answer}\nDelivered.\n", "")
 
 
 def test_module_in_use_is_not_unloaded(send, stand_in):
-    assert send("Pager", "x").output == "Delivered.\n"
+    assert send("Pager", "x").log_and_result == "Delivered.\n"
     assert stand_in.trace() == CALLS[:-1]
 
 
 def test_wrong_calls_are_refused(send):
     outcome = send("Voice", "x")
     assert outcome.exit_code == 0
-    assert outcome.output == ("other interface: 0x80004002\n"
-                              "null interface: 0x80004003\n"
-                              "null text: 0x80004003\n"
-                              "null trigger: 0x80004003\n"
-                              "null log: 0x00000000\n"
-                              "Delivered.\n")
+    assert outcome.log_and_result == ("other interface: 0x80004002\n"
+                                      "null interface: 0x80004003\n"
+                                      "null text: 0x80004003\n"
+                                      "null trigger: 0x80004003\n"
+                                      "null log: 0x00000000\n"
+                                      "Delivered.\n")
 
 
 @pytest.mark.parametrize("failing, calls", [
@@ -130,4 +133,4 @@ def test_log_is_printed_as_it_comes(notifyhost, stand_in, tmp_path):
         assert running.poll() is None
         awaited.touch()
         assert running.wait(TIME_LIMIT) == 0
-    assert printed.read_bytes().endswith("caf\u00e9 \u260e\nDelivered.\n".encode())
+    assert log_and_result(printed.read_text()).endswith("caf\u00e9 \u260e\nDelivered.\n")

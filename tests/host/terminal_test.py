@@ -11,7 +11,7 @@ import termios
 import pytest
 
 from conftest import RunningHost
-from windows_programs import TIME_LIMIT, WINE, windows_path
+from windows_programs import TIME_LIMIT, WINE, log_and_result, windows_path
 
 # What Wine's console sends besides text: moves of the cursor, modes, the title.
 ESCAPE = re.compile(r"\x1B(\[[0-9;?]*[A-Za-z]|\][^\x07]*\x07)")
@@ -51,8 +51,8 @@ def test_log_and_result(run_on_terminal, registered, tmp_path):
     exit_code, text = run_on_terminal("send", "LaunchProgram", "Zürich ☎ ж.ins")
     path = windows_path(tmp_path / "Zürich ☎ ж.ins")
     assert exit_code == 1
-    assert text == (f"{path} - Failed to load notification from disk.\n"
-                    "Failed: 0x80004005 (E_FAIL)\n")
+    assert log_and_result(text) == (f"{path} - Failed to load notification from disk.\n"
+                                    "Failed: 0x80004005 (E_FAIL)\n")
 
 
 def test_message_of_wrong_usage(run_on_terminal):

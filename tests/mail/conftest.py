@@ -12,7 +12,7 @@ from dataclasses import dataclass
 import pytest
 
 from windows_programs import (HOST, MODULE, ROOT, TIME_LIMIT, WINE, given_or_own_prefix,
-                              instance_text, magic, windows_path)
+                              instance_text, log_and_result, magic, windows_path)
 
 sys.path.insert(0, str(ROOT))
 
@@ -60,12 +60,12 @@ class Mailer:
         # Into a file: Wine's own processes may keep a pipe open for a while.
         with tempfile.TemporaryFile() as output:
             done = subprocess.run(
-                [WINE, HOST, "send", "SMTPMail", windows_path(instance), "--module",
+                [WINE, HOST, "send", "SMTPMail", windows_path(instance), "--raw-values", "--module",
                  windows_path(MODULE), *arguments],
                 env=environment, stdin=subprocess.DEVNULL, stdout=output,
                 stderr=subprocess.STDOUT, timeout=TIME_LIMIT)
             output.seek(0)
-            return Outcome(done.returncode, output.read())
+            return Outcome(done.returncode, log_and_result(output.read().decode()).encode())
 
 
 @pytest.fixture

@@ -11,13 +11,14 @@ import itertools
 import os
 import pathlib
 import pty
+import re
 import subprocess
 from dataclasses import dataclass, field
 
 import pytest
 
 from windows_programs import (HOST, MODULE, ROOT, TIME_LIMIT, WINE, instance_integer, instance_text,
-                              magic, wait_until, wine_prefix)
+                              log_and_result, magic, wait_until, wine_prefix)
 
 MODEMSIM = ROOT / "build" / "sanitize" / "sim" / "modemsim"
 
@@ -80,7 +81,13 @@ class Call:
     modem: Modem | None
 
     def output(self) -> str:
-        return self.output_file.read_text()
+        return log_and_result(self.output_file.read_text())
+
+    def told(self) -> list[str]:
+        """What send has told beside the log: its phases and its verdict, without the times."""
+        lines = self.output_file.read_text().splitlines()
+        phases = [match[1] for line in lines if (match := re.fullmatch(r" +[0-9]+\.[0-9] s  (\S.*)", line))]
+        return [*phases, re.sub(r"; [0-9]+\.[0-9] s(?=$|;)", "", lines[-1])]
 
     def end(self) -> "Call":
         self.process.wait(TIME_LIMIT)
@@ -144,7 +151,7 @@ class Switchboard:
         return wait_for_settings(call, "Sending...\n")
 
     def start_page(self, protocol: str, number: str, text: str, pager_id="0041791234567", password="",
-                   profile=0, modem: Modem | None = None, **settings: str) -> Call:
+                   profile=0, modem: Modem | None = None, options=(), **settings: str) -> Call:
         """Sends a page to a paging centre, through a modem of its own unless one is given. Settings by
         their names without "Settings_"."""
         if modem is None:
@@ -152,7 +159,7 @@ class Switchboard:
         self.store_settings("Pager", profile, {"COMPort": modem.com_port, "Baud": "", "ModemString": "",
                                                "8N1": "", **settings})
         instance = self.store_pager(protocol, number, pager_id, password, profile)
-        call = self.start_host("Pager", instance, modem, "--set", f"C={text}")
+        call = self.start_host("Pager", instance, modem, "--set", f"C={text}", *options)
         return wait_for_settings(call, "Sending message to ")
 
     def store_beeper(self, number: str, profile: int) -> pathlib.Path:
@@ -173,10 +180,12 @@ class Switchboard:
 
     def start_host(self, notifier_class: str, instance: pathlib.Path, modem: Modem | None,
                    *options: str) -> Call:
+        """What is sent is the test's own: none of it is to be made harmless."""
         output_file = self.folder / f"output{next(self.free_names)}"
         with output_file.open("w") as output:
             process = subprocess.Popen(
-                [WINE, HOST, "--module", MODULE, "send", notifier_class, instance.name, *options],
+                [WINE, HOST, "--module", MODULE, "send", notifier_class, instance.name,
+                 "--raw-values", *options],
                 cwd=self.folder, env=self.environment, stdin=subprocess.DEVNULL, stdout=output,
                 stderr=subprocess.STDOUT)
         call = Call(process, output_file, modem)

@@ -80,7 +80,7 @@ class Office:
         instance, report = self.folder / "instance", self.folder / "report"
         instance.write_bytes(MAGIC + instance_text(destination) + instance_text(message))
         report.unlink(missing_ok=True)
-        done = self.wine(host, "--module", MODULE, "send", "WinPopup", windows_path(instance),
+        done = self.wine(host, "--module", MODULE, "send", "WinPopup", "--raw-values", windows_path(instance),
                          *options, cwd=cwd, MESSENGER_REPORT=windows_path(report), **environment)
         lines = report.read_text().splitlines() if report.exists() else []
         return Outcome(done.returncode, done.stdout, lines)

@@ -13,7 +13,7 @@ import pytest
 
 from captured_sound import Capture, make_wave
 from windows_programs import (HOST, MODULE, ROOT, TIME_LIMIT, WINE, instance_integer, instance_text,
-                              magic, running_driver, windows_path, wine_prefix)
+                              log_and_result, magic, running_driver, windows_path, wine_prefix)
 
 EXCHANGE = ROOT / "build" / "win32" / "sim" / "telephony" / "tapi32.dll"
 
@@ -61,7 +61,7 @@ class Call:
     output_file: pathlib.Path
 
     def output(self) -> str:
-        return self.output_file.read_text()
+        return log_and_result(self.output_file.read_text())
 
     def end(self) -> "Call":
         self.process.wait(TIME_LIMIT)
@@ -126,7 +126,7 @@ class Telephone:
         output_file = self.folder / "output"
         with output_file.open("w") as output:
             process = subprocess.Popen(
-                [WINE, host, "--module", MODULE, "send", "Voice", instance, "--event", event,
+                [WINE, host, "--module", MODULE, "send", "Voice", instance, "--raw-values", "--event", event,
                  "--set", f"C={device_message}", "--set", f"n={device_name}", *options],
                 cwd=self.folder, env=environment or self.environment, stdin=subprocess.DEVNULL,
                 stdout=output, stderr=subprocess.STDOUT)

@@ -15,7 +15,9 @@
 // dialogs.
 //
 // The calls are written, one a line, to the file that the environment variable STAND_IN_TRACE
-// names. The call that STAND_IN_FAILS names fails with E_ACCESSDENIED.
+// names. The call that STAND_IN_FAILS names fails with E_ACCESSDENIED. Send returns when the file
+// that STAND_IN_WAIT_FOR names is there; where STAND_IN_DIES has a value, it ends its process
+// instead.
 #include <windows.h>
 #include <oleauto.h>
 
@@ -222,6 +224,7 @@ class StandInNotifier final : public Counted<INotifier, INotifierConfig> {
   HRESULT STDMETHODCALLTYPE Send(BSTR instance) noexcept override {
     Called("Send");
     const HRESULT result = row_.send(*host_.get(), Bstr::ViewOf(instance));
+    if (!Setting(L"STAND_IN_DIES").empty()) TerminateProcess(GetCurrentProcess(), 3);
     WaitForFile(Setting(L"STAND_IN_WAIT_FOR"));
     return result;
   }

@@ -94,26 +94,60 @@ TEST(CommandLine, TakesWhatLooksLikeAnOptionBehindTwoDashes) {
   const SendCommand command = AcceptedSend({"send", "--event", "trap", "--", "Sound", "--set"});
   EXPECT_EQ(command.class_name, "Sound");
   EXPECT_EQ(command.instance_file, "--set");
-  EXPECT_EQ(command.event, kTrap);
+  EXPECT_EQ(command.options.event, kTrap);
   EXPECT_EQ(AcceptedSend({"send", "Sound", "--", "--"}).instance_file, "--");
 }
 
 TEST(CommandLine, TakesTheEventOfSend) {
-  EXPECT_EQ(AcceptedSend({"send", "Beeper", "x"}).event, kItemDown);
-  EXPECT_EQ(AcceptedSend({"send", "Beeper", "x", "--event", "service-up"}).event, kServiceUp);
-  EXPECT_EQ(AcceptedSend({"send", "--event=none", "Beeper", "x"}).event, kNoEvent);
-  EXPECT_EQ(AcceptedSend({"send", "Beeper", "--event", "0x14", "x"}).event, AlertEvent{20});
+  EXPECT_EQ(AcceptedSend({"send", "Beeper", "x"}).options.event, kItemDown);
+  EXPECT_EQ(AcceptedSend({"send", "Beeper", "x", "--event", "service-up"}).options.event,
+            kServiceUp);
+  EXPECT_EQ(AcceptedSend({"send", "--event=none", "Beeper", "x"}).options.event, kNoEvent);
+  EXPECT_EQ(AcceptedSend({"send", "Beeper", "--event", "0x14", "x"}).options.event, AlertEvent{20});
 }
 
 TEST(CommandLine, TakesTheVariablesOfSend) {
   const auto expand = [](const Arguments& arguments) {
-    return AcceptedSend(arguments).variables.Expand("%n|%C");
+    return AcceptedSend(arguments).options.variables.Expand("%n|%C");
   };
   EXPECT_EQ(expand({"send", "Beeper", "x"}), "%n|%C");
   EXPECT_EQ(expand({"send", "--set", "n=Router 7", "Beeper", "--set", "C=17", "x"}), "Router 7|17");
   EXPECT_EQ(expand({"send", "Beeper", "x", "--set", "n=", "--set=C=a=b"}), "|a=b");
   EXPECT_EQ(expand({"send", "Beeper", "x", "--set", "n=[1,2]", "--set", "C=--set"}), "[1,2]|--set");
   EXPECT_EQ(expand({"send", "Beeper", "x", "--set", "n=1", "--set", "n=2"}), "2|%C");
+}
+
+TEST(CommandLine, TakesHowAnAlertIsSent) {
+  const AlertOptions plain = AcceptedSend({"send", "Beeper", "x"}).options;
+  EXPECT_EQ(plain.time_limit, std::nullopt);
+  EXPECT_FALSE(plain.takes_raw_values || plain.has_times || plain.shows_secrets);
+  EXPECT_EQ(plain.journal, "");
+  const auto test = std::get<TestCommand>(
+      Accepted({"test", "Beeper", "up-code=1", "--timeout", "0.25", "--raw-values", "--timestamps",
+                "--journal", "C:\\a.journal", "--no-check"})
+          .command);
+  EXPECT_EQ(test.class_name, "Beeper");
+  EXPECT_EQ(test.values, (std::vector<FieldValue>{{"up-code", "1"}}));
+  EXPECT_TRUE(test.is_unchecked);
+  EXPECT_EQ(test.options.time_limit, std::chrono::milliseconds(250));
+  EXPECT_TRUE(test.options.takes_raw_values && test.options.has_times);
+  EXPECT_EQ(test.options.journal, "C:\\a.journal");
+  EXPECT_EQ(AcceptedSend({"send", "Beeper", "x", "--timeout=86400"}).options.time_limit,
+            std::chrono::hours(24));
+}
+
+TEST(CommandLine, TakesWhatIsToldOfTheJournal) {
+  const auto history = [](const Arguments& arguments) {
+    return std::get<HistoryCommand>(Accepted(arguments).command);
+  };
+  EXPECT_EQ(history({"history"}).directory, "");
+  EXPECT_FALSE(history({"history"}).follows || history({"history"}).is_failed_only);
+  const HistoryCommand all = history(
+      {"history", "C:\\Instances", "--failed", "--since", "12h", "--follow", "--journal", "x"});
+  EXPECT_EQ(all.directory, "C:\\Instances");
+  EXPECT_TRUE(all.follows && all.is_failed_only);
+  EXPECT_EQ(all.since, "12h");
+  EXPECT_EQ(all.journal, "x");
 }
 
 TEST(CommandLine, TakesClassDirectoryAndNameOfTheDialogs) {
@@ -228,7 +262,8 @@ struct WrongUsage {
 
 const std::vector<WrongUsage>& WrongUsages() {
   static const std::string commands =
-      "the commands are classes, register, unregister, status, doctor, send, add, edit, instances, "
+      "the commands are classes, register, unregister, status, doctor, send, test, history, add, "
+      "edit, instances, "
       "show, new, set, fields, ports, settings and help";
   static const std::string actions = "the commands are list, get, set, reset, export and import";
   static const std::string events =
@@ -308,6 +343,20 @@ const std::vector<WrongUsage>& WrongUsages() {
        "'--Event' is not an option of send; did you mean --event?"},
       {{"send", "Sound", "x", "--event"}, "--event needs a value"},
       {{"send", "--event=", "Sound", "x"}, "--event= needs a value"},
+      {{"send", "Sound", "x", "--timeout", "soon"},
+       "--timeout: 'soon' is no number of seconds from 0.001 to 86400"},
+      {{"send", "Sound", "x", "--timeout", "nan"},
+       "--timeout: 'nan' is no number of seconds from 0.001 to 86400"},
+      {{"send", "Sound", "x", "--timeout", "5s"},
+       "--timeout: '5s' is no number of seconds from 0.001 to 86400"},
+      {{"send", "Sound", "x", "--timeout", "0"},
+       "--timeout: '0' is no number of seconds from 0.001 to 86400"},
+      {{"send", "Sound", "x", "--timeout", "-1"},
+       "--timeout: '-1' is no number of seconds from 0.001 to 86400"},
+      {{"send", "Sound", "x", "--timeout", "86401"},
+       "--timeout: '86401' is no number of seconds from 0.001 to 86400"},
+      {{"send", "Sound", "x", "--journal="}, "--journal= needs a value"},
+      {{"send", "Sound", "x", "--journal", ""}, "--journal: the file name is empty"},
       {{"send", "Sound", "x", "--event", ""}, "--event: '' is not an event; " + events},
       {{"send", "Sound", "x", "--event", "down"}, "--event: 'down' is not an event; " + events},
       {{"send", "Sound", "x", "--event", "-1"}, "--event: '-1' is not an event; " + events},
@@ -385,11 +434,11 @@ TEST(CommandLine, NamesTheArgumentThatIsWrong) {
 }
 
 TEST(CommandLine, TellsWhereHelpIs) {
-  EXPECT_EQ(
-      std::get<UsageError>(ParseCommandLine({"frobnicate", "--x"})).text,
-      "notifyhost: 'frobnicate' is not a command; the commands are classes, register, "
-      "unregister, status, doctor, send, add, edit, instances, show, new, set, fields, ports, "
-      "settings and help\nRun notifyhost --help for help.\n");
+  EXPECT_EQ(std::get<UsageError>(ParseCommandLine({"frobnicate", "--x"})).text,
+            "notifyhost: 'frobnicate' is not a command; the commands are classes, register, "
+            "unregister, status, doctor, send, test, history, add, edit, instances, show, new, "
+            "set, fields, ports, "
+            "settings and help\nRun notifyhost --help for help.\n");
   EXPECT_EQ(std::get<UsageError>(ParseCommandLine({"send", "Sound"})).text,
             "notifyhost: FILE is missing\nRun notifyhost send --help for help.\n");
   EXPECT_EQ(std::get<UsageError>(ParseCommandLine({"settings", "get", "Pager"})).text,

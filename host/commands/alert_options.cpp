@@ -1,0 +1,54 @@
+#include "host/commands/alert_options.h"
+
+#include <CLI/CLI.hpp>
+
+#include "host/commands/shared_arguments.h"
+
+namespace brantel::host {
+namespace {
+
+constexpr double kShortestLimit = 0.001;
+constexpr double kLongestLimit = 86400;  // seconds, a day
+
+void SetTimeLimit(AlertOptions& options, const std::string& text) {
+  double seconds = 0;
+  const bool is_number = CLI::detail::lexical_cast(text, seconds);
+  // Written so that what is no number at all is out of range, too.
+  if (!is_number || !(seconds >= kShortestLimit && seconds <= kLongestLimit)) {
+    throw CLI::ValidationError("--timeout",
+                               "'" + text + "' is no number of seconds from 0.001 to 86400");
+  }
+  options.time_limit =
+      std::chrono::round<std::chrono::milliseconds>(std::chrono::duration<double>(seconds));
+}
+
+void DeclareTimeLimit(CLI::App& parser, AlertOptions& options) {
+  parser
+      .add_option_function<std::string>(
+          "--timeout", [&options](const std::string& text) { SetTimeLimit(options, text); },
+          "End the alert when it has taken so many seconds, hang\n"
+          "up, and leave the port free. Without it: none, and a\n"
+          "busy number is dialled for ever. Ctrl-C does the same")
+      ->option_text("SECONDS")
+      ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
+}
+
+}  // namespace
+
+void DeclareAlertOptions(CLI::App& parser, AlertOptions& options) {
+  DeclareEvent(parser, options.event);
+  DeclareVariables(parser, options.variables);
+  DeclareFlag(parser, "--raw-values", options.takes_raw_values,
+              "Put values of --set in as they are. Otherwise control\n"
+              "characters become blanks, a Beeper gets digits alone,\n"
+              "Voice nothing that makes a path, and a line of a lone\n"
+              "full stop does not end a mail");
+  DeclareTimeLimit(parser, options);
+  DeclareFlag(parser, "--timestamps", options.has_times,
+              "Begin each line of the log with the seconds since the\n"
+              "start");
+  DeclareJournal(parser, options.journal);
+  DeclareShowSecrets(parser, options.shows_secrets);
+}
+
+}  // namespace brantel::host

@@ -1,0 +1,55 @@
+#include "host/commands/history_command.h"
+
+#include "host/commands/command_context_win32.h"
+#include "host/instances/journal_name.h"
+#include "host/journal/journal_file_win32.h"
+#include "host/journal/journal_history.h"
+#include "host/system/file_path_win32.h"
+#include "host/system/interruption_win32.h"
+#include "host/system/present_time_win32.h"
+#include "host/system/running_process_win32.h"
+#include "system/windows/utf8_text_win32.h"
+
+namespace brantel::host {
+namespace {
+
+constexpr DWORD kPollMilliseconds = 500;
+
+JournalFile JournalOf(const HistoryCommand& command) {
+  if (!command.journal.empty()) return JournalFile(FullPath(FromUtf8(command.journal)));
+  const std::wstring name = FromUtf8(kJournalName);
+  if (command.directory.empty()) return JournalFile(FullPath(name));
+  return JournalFile(ExistingDirectory(FromUtf8(command.directory)) + L"\\" + name);
+}
+
+std::optional<PointInTime> Since(const HistoryCommand& command) {
+  if (command.since.empty()) return std::nullopt;
+  const auto since = ParsePastTime(command.since, PresentTime());
+  if (!since) {
+    throw CommandFailure(ExitCode::kWrongUsage,
+                         "--since: '" + command.since +
+                             "' is no time; it takes an age such as 90s, 30m, 12h or 7d, a day "
+                             "such as 2026-11-22, or a minute such as 2026-11-22T03:12");
+  }
+  return since;
+}
+
+bool RunsStill(const JournalEntry& entry) {
+  return entry.machine == ComputerName() && IsRunning(entry.process, entry.began);
+}
+
+}  // namespace
+
+ExitCode Run(const HistoryCommand& command, const CommandContext& context) {
+  const JournalFile journal = JournalOf(command);
+  JournalHistory history(context.report, {command.is_failed_only, Since(command)}, RunsStill);
+  history.Tell(ReadJournal(journal.Read()));
+  if (command.follows) {
+    const Interruption interruption;
+    while (WaitForSingleObject(interruption.event(), kPollMilliseconds) == WAIT_TIMEOUT)
+      history.Tell(ReadJournal(journal.Read()));
+  }
+  return history.has_told() ? ExitCode::kDone : ExitCode::kNothingMatched;
+}
+
+}  // namespace brantel::host

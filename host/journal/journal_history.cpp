@@ -1,0 +1,97 @@
+#include "host/journal/journal_history.h"
+
+#include <cstddef>
+#include <string_view>
+#include <utility>
+
+#include "host/text/control_characters.h"
+#include "host/text/seconds_text.h"
+
+namespace brantel::host {
+namespace {
+
+std::string_view NameOf(AttemptState state) {
+  switch (state) {
+    case AttemptState::kRunning:
+      return "running";
+    case AttemptState::kDelivered:
+      return "delivered";
+    case AttemptState::kFailed:
+      return "failed";
+    case AttemptState::kCutOff:
+      break;
+  }
+  return "cut off";
+}
+
+Colour ColourOf(AttemptState state) {
+  switch (state) {
+    case AttemptState::kRunning:
+      return Colour::kYellow;
+    case AttemptState::kDelivered:
+      return Colour::kGreen;
+    case AttemptState::kFailed:
+    case AttemptState::kCutOff:
+      break;
+  }
+  return Colour::kRed;
+}
+
+// What it is about, such as "Beeper Night, item-down".
+std::string Subject(const JournalEntry& entry) {
+  const std::string file = entry.instance.substr(entry.instance.rfind('\\') + 1);
+  return entry.class_name + (file.empty() ? "" : " " + file) + ", " + entry.event;
+}
+
+std::string Words(const JournalEntry& entry) {
+  const std::string took =
+      entry.end ? RightAligned(SecondsText(entry.end->seconds), kSecondsWidth) + "  " : "";
+  return took +
+         ShowControlCharacters(Subject(entry) + (entry.end ? ": " + entry.end->verdict : ""));
+}
+
+Record RecordOf(const JournalEntry& entry, AttemptState state) {
+  Record record = {{"began", TimeText(entry.began)}, {"command", entry.command},
+                   {"class", entry.class_name},      {"instance", entry.instance},
+                   {"event", entry.event},           {"state", NameOf(state)}};
+  if (!entry.end) return record;
+  record["seconds"] = entry.end->seconds;
+  record["verdict"] = entry.end->verdict;
+  record["result"] = entry.end->result;
+  record["log"] = entry.end->log;
+  return record;
+}
+
+}  // namespace
+
+JournalHistory::JournalHistory(const ReportWriter& report, HistoryFilter filter,
+                               RunsStill runs_still)
+    : report_(report), filter_(filter), runs_still_(std::move(runs_still)) {}
+
+void JournalHistory::Tell(const std::vector<JournalEntry>& entries) {
+  constexpr std::size_t kStateWidth = 10;
+  for (const JournalEntry& entry : entries) {
+    const AttemptState state = StateOf(entry);
+    if (!Matches(entry, state)) continue;
+    const auto [told, is_new] = told_.emplace(entry.id, state);
+    if (!is_new && told->second == state) continue;
+    told->second = state;
+    const std::string name(NameOf(state));
+    report_.Entry(ShortTimeText(entry.began) + "  " + report_.Painted(ColourOf(state), name) +
+                      std::string(kStateWidth - name.size(), ' ') + Words(entry) + "\n",
+                  RecordOf(entry, state));
+  }
+}
+
+AttemptState JournalHistory::StateOf(const JournalEntry& entry) const {
+  if (entry.end) return entry.end->is_delivered ? AttemptState::kDelivered : AttemptState::kFailed;
+  return runs_still_(entry) ? AttemptState::kRunning : AttemptState::kCutOff;
+}
+
+bool JournalHistory::Matches(const JournalEntry& entry, AttemptState state) const {
+  const bool has_failed = state == AttemptState::kFailed || state == AttemptState::kCutOff;
+  return (has_failed || !filter_.is_failed_only) &&
+         (!filter_.since || entry.began.utc >= filter_.since->utc);
+}
+
+}  // namespace brantel::host
