@@ -237,9 +237,9 @@ constexpr auto kRows = std::to_array<CourseRow>({
 
     // What a page cannot do without.
     Refuses(kPagers, Line(log_text::kNoPhoneNumber),
-            "the pager number is missing or has less than three characters", "give the number of the centre's modem"),
+            "the pager number is missing or has fewer than three characters", "give the number of the centre's modem"),
     Refuses(kPagers, Line(log_text::kNoPagerId),
-            "the pager ID is missing or has less than three characters", "give the pager ID"),
+            "the pager ID is missing or has fewer than three characters", "give the pager ID"),
     Refuses(kPagers, Line(log_text::kNoMessage),
             "the message is empty", "give the instance a message, and values to its variables"),
 
@@ -376,6 +376,7 @@ constexpr auto kRows = std::to_array<CourseRow>({
     Refuses(kUcp, Answer("/N/25", kInPage), "the centre refused the message: error 25, requested standard text not valid", kAskService),
     Refuses(kUcp, Answer("/N/26", kInPage), "the centre refused the message: error 26, message type not valid for the pager", kSeePagerId),
     Refuses(kUcp, Answer("/N/27", kInPage), "the centre refused the message: error 27, message not found", kAskService),
+    Refuses(kUcp, Answer("/N/28", kInPage), "the centre refused the message: error 28, invalid character set", kAskService),
     Refuses(kUcp, Answer("/N/30", kInPage), "the centre refused the message: error 30, the subscriber hung up", kTryLater),
     Refuses(kUcp, Answer("/N/31", kInPage), "the centre refused the message: error 31, fax group not supported", kSeePagerId),
     Refuses(kUcp, Answer("/N/32", kInPage), "the centre refused the message: error 32, fax message type not supported", kSeePagerId),
@@ -385,7 +386,14 @@ constexpr auto kRows = std::to_array<CourseRow>({
     Refuses(kUcp, Answer("/N/36", kInPage), "the centre refused the message: error 36, identifier already in use", kAskService),
     Refuses(kUcp, Answer("/N/37", kInPage), "the centre refused the message: error 37, delivery in progress", kTryLater),
     Refuses(kUcp, Answer("/N/38", kInPage), "the centre refused the message: error 38, message forwarded", kAskService),
-    Refuses(kUcp, Answer("/N/", kInPage), "the centre refused the message with an error that has no published meaning: {|answer}",
+    Refuses(kUcp, Answer("/N/50", kInPage), "the centre refused the message: error 50, low network status", kTryLater),
+    Refuses(kUcp, Answer("/N/51", kInPage), "the centre refused the message: error 51, legitimisation code for standard text, failure", kAskService),
+    Refuses(kUcp, Answer("/N/53", kInPage), "the centre refused the message: error 53, operation partially successful", kAskService),
+    Refuses(kUcp, Answer("/N/54", kInPage), "the centre refused the message: error 54, operation not successful", kTryLater),
+    Refuses(kUcp, Answer("/N/55", kInPage), "the centre refused the message: error 55, system error", kTryLater),
+    Refuses(kUcp, Answer("/N/66", kInPage), "the centre refused the message: error 66, operation restricted to mobile subscribers", kSeePagerId),
+    Refuses(kUcp, Answer("/N/68", kInPage), "the centre refused the message: error 68, invalid address type", kSeePagerId),
+    Refuses(kUcp, Answer("/N/", kInPage), "the centre refused the message: {|answer}",
             kAskService),
     Takes(kUcp, Answer("/A/", kInPage), "the centre took the message"),
     Troubles(kUcp, Answer("NO CARRIER", kInPage), "the centre hung up instead of answering the message", kTryLater),
@@ -452,7 +460,6 @@ constexpr auto kRows = std::to_array<CourseRow>({
 
     // Mail: the replies (RFC 5321).
     Tells(kMail, Reply("2", kInRelay), "the relay greets"),
-    Refuses(kMail, Reply("421", kInRelay), "the relay takes no mail for now: {|answer}", kTryLater),
     Refuses(kMail, Reply("4", kInRelay), "the relay takes no mail for now: {|answer}", kTryLater),
     Refuses(kMail, Reply("5", kInRelay), "the relay takes no mail from this computer: {|answer}", kAskPostmaster),
     Troubles(kMail, AnyReply(kInRelay), "what answers at the relay's address does not greet like a relay: {|answer}",

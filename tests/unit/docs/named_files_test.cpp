@@ -15,9 +15,10 @@ namespace {
 
 std::vector<std::string> Documents() {
   std::vector<std::string> documents = {"README.md"};
-  for (const auto& entry : std::filesystem::directory_iterator(ProjectFile("docs"))) {
+  const auto root = ProjectFile("");
+  for (const auto& entry : std::filesystem::recursive_directory_iterator(root / "docs")) {
     if (entry.path().extension() == ".md")
-      documents.push_back("docs/" + entry.path().filename().string());
+      documents.push_back(entry.path().lexically_relative(root).generic_string());
   }
   return documents;
 }
