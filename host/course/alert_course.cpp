@@ -248,8 +248,13 @@ class AlertCourse::Impl {
     if (note.row->bearing == Bearing::kTaken) {
       return {true, note.words, std::string(note.row->advice)};
     }
+    const std::string advice(note.row->advice);
+    if (reason_ && reason_->row->bearing == Bearing::kRefusal) {
+      return {true, "not delivered: " + reason_->words + ", although Send returned success",
+              advice};
+    }
     const std::string reason = reason_ ? "; " + reason_->words : "";
-    return {true, "not confirmed: " + note.words + reason, std::string(note.row->advice)};
+    return {true, "not confirmed: " + note.words + reason, advice};
   }
 
   [[nodiscard]] std::string TakenWords() const {

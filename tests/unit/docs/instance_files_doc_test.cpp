@@ -1,10 +1,7 @@
 // docs/instance_files.md is made from the tables that read and write the files, so that it cannot
-// say anything else. With BRANTEL_WRITE_DOCS set in the environment this test writes it; without,
-// it compares.
+// say anything else.
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <fstream>
 #include <limits>
 #include <sstream>
 #include <string>
@@ -13,7 +10,7 @@
 
 #include "instance/instance_codec.h"
 #include "module/class_descriptions.h"
-#include "tests/unit/project_file.h"
+#include "tests/unit/made_file.h"
 
 namespace brantel {
 namespace {
@@ -152,13 +149,7 @@ std::string MakeDocument() {
 }
 
 TEST(InstanceFilesDocument, SaysWhatTheTablesSay) {
-  const std::string expected = MakeDocument();
-  if (std::getenv("BRANTEL_WRITE_DOCS") != nullptr) {
-    std::ofstream(ProjectFile(kDocument), std::ios::binary) << expected;
-    FAIL() << "written anew; look at it, and run the tests without BRANTEL_WRITE_DOCS";
-  }
-  EXPECT_EQ(ReadProjectFile(kDocument), expected)
-      << "run the unit tests with BRANTEL_WRITE_DOCS=1 to write it anew";
+  ExpectMadeFile(kDocument, MakeDocument());
 }
 
 }  // namespace

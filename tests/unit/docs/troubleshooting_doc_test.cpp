@@ -105,6 +105,7 @@ constexpr std::array kQuestions = {Question{Stage::kModem, "the initialisation"}
                                    Question{Stage::kData, "DATA"},
                                    Question{Stage::kText, "the message"},
                                    Question{Stage::kTextEnd, "the full stop"},
+                                   Question{Stage::kTalk, "the connection"},
                                    Question{Stage::kEnding, "the hang-up"}};
 
 std::string QuestionsOf(const CourseRow& row) {

@@ -244,6 +244,13 @@ TEST(AlertCourse, TellsOfRecipientsThatWereRefused) {
             "   take the mail for one that was not delivered\n");
 }
 
+// A recipient whose reply had no code makes the result a success, whatever came after.
+TEST(AlertCourse, TellsOfAMessageThatWasRefusedAlthoughSendSucceeded) {
+  EXPECT_EQ(Returned(MailCourse(), MailOf("a") + Log{"554 spam\r\n", "QUIT\r\n"}, kOk),
+            "0  not delivered: the relay refused the message: 554 spam, although Send returned "
+            "success\n   take the mail for one that was not delivered\n");
+}
+
 // The same words as ever when nothing is known of the instance.
 TEST(AlertCourse, NeedsNoInstance) {
   EXPECT_EQ(
