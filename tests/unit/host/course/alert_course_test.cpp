@@ -10,6 +10,7 @@
 #include "beeper/beeper_description.h"
 #include "host/outcome/command_failure.h"
 #include "launch_program/launch_program_description.h"
+#include "module/class_descriptions.h"
 #include "pager/pager_description.h"
 #include "smtp_mail/smtp_mail_description.h"
 #include "sound/sound_description.h"
@@ -294,6 +295,13 @@ TEST(AlertCourse, TellsOfClassesThatLogNothing) {
   EXPECT_EQ(told("LaunchProgram", program, static_cast<std::int32_t>(0x8007000E)),
             "not delivered: the host could not fill in a text of the alert (0x8007000E "
             "(E_OUTOFMEMORY))");
+}
+
+TEST(AlertCourse, HasAWayForEachClass) {
+  for (const ClassDescription* const notifier_class : ClassDescriptions()) {
+    const AlertCourse course(notifier_class->instances.class_name, std::nullopt);
+    EXPECT_TRUE(course.Finish(AttemptEnd::kReturned, kOk).delivered);
+  }
 }
 
 TEST(AlertCourse, RefusesAClassThatThereIsNot) {
