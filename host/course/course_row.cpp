@@ -626,7 +626,7 @@ constexpr auto kRows = std::to_array<CourseRow>({
            Stage::kLine, "choosing a telephone line", "a line is looked at; its number"),
     Tells(kVoice, LineStart("ApiVer="), "the version of telephony that the line has"),
     Begins(kVoice, LineStart(log_text::kCapabilitiesRead),
-           Stage::kLine, "opening the telephone line", "what the line can do has been read"),
+           Stage::kLine, "calling{ |number}", "what the line can do has been read"),
     Causes(kVoice, LineStart(log_text::kCapabilitiesNotRead), "a line did not tell what it can do", kSeeTelephony),
     Causes(kVoice, LineStart(log_text::kDeviceBadDeviceId), "a line that telephony counts is not there", kSeeTelephony),
     Causes(kVoice, LineStart(log_text::kDeviceNoDriver), "the driver of a line is missing", kSeeTelephony),

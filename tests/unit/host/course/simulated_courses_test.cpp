@@ -11,57 +11,18 @@
 
 #include "beeper/beeper.h"
 #include "beeper/beeper_description.h"
-#include "host/course/alert_course.h"
-#include "host/text/log_text.h"
 #include "instance/instance_codec.h"
 #include "pager/pager.h"
 #include "pager/pager_description.h"
 #include "sim/telephone_book.h"
+#include "tests/unit/host/course/following_host.h"
 #include "tests/unit/host/course/simulated_line.h"
-#include "tests/unit/host/course/told_course.h"
 #include "tests/unit/instance/fake_instance_files.h"
 #include "tests/unit/made_file.h"
 #include "tests/unit/system/fake_settings_store.h"
 
 namespace brantel::host {
 namespace {
-
-// A host that has what it is told followed and written down.
-class FollowingHost final : public NotifierHost {
- public:
-  explicit FollowingHost(AlertCourse course) : course_(std::move(course)) {}
-
-  Result ExpandMessage(std::string& text, EmptyText) override {
-    if (text == "%C") text = "17";
-    return kOk;
-  }
-
-  void LogMessage(std::string_view bytes) override {
-    const std::string text = InUtf8(bytes);
-    written_ += lines_.Render(text);
-    if (const auto phase = course_.Take(text)) phases_ += "   > " + *phase + "\n";
-    if (lines_.at_line_start()) written_ += std::exchange(phases_, "");
-  }
-  void LogMessage(std::u16string_view text) override {
-    LogMessage(std::string(text.begin(), text.end()));
-  }
-
-  Result GetAlertTrigger(std::uint32_t& word) override {
-    word = 2;
-    return kOk;
-  }
-
-  std::string Finish(Result result) {
-    if (!lines_.at_line_start()) written_ += "\n";
-    return written_ + phases_ + TextOf(course_.Finish(AttemptEnd::kReturned, result));
-  }
-
- private:
-  AlertCourse course_;
-  LogText lines_;
-  std::string written_;
-  std::string phases_;  // that have begun in the line that is not at its end
-};
 
 Instance BeepTo(const std::string& number) {
   Instance instance(beeper_field::kFieldCount);
@@ -91,7 +52,7 @@ class Caller {
     files_.files["alert"] = EncodeInstance(kBeeper.instances, instance);
     FollowingHost host({"Beeper", instance});
     Beeper beeper(files_, settings_, line_, line_);
-    return host.Finish(beeper.Send({u"alert", "alert"}, &host));
+    return host.Finish(AttemptEnd::kReturned, beeper.Send({u"alert", "alert"}, &host));
   }
 
   std::string Page(const std::string& number, const std::string& protocol) {
@@ -99,7 +60,7 @@ class Caller {
     files_.files["alert"] = EncodeInstance(kPager.instances, instance);
     FollowingHost host({"Pager", instance});
     Pager pager(files_, settings_, line_, line_, ucp_counter_);
-    return host.Finish(pager.Send({u"alert", "alert"}, &host));
+    return host.Finish(AttemptEnd::kReturned, pager.Send({u"alert", "alert"}, &host));
   }
 
  private:
