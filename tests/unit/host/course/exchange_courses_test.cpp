@@ -3,14 +3,21 @@
 // and the phase that has begun with one behind it; then the verdict.
 #include <gtest/gtest.h>
 
-#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
+#include <span>
 #include <sstream>
 #include <string>
+#include <vector>
 
 #include "instance/instance_codec.h"
+#include "sim/exchange_script.h"
 #include "sim/telephone_exchange.h"
+#include "sim/timeline.h"
+#include "sim/transcript.h"
 #include "telephone/line_constants.h"
 #include "tests/unit/host/course/following_host.h"
 #include "tests/unit/instance/fake_instance_files.h"
