@@ -10,6 +10,7 @@
 #include "host/course/course_row.h"
 #include "host/course/log_reader.h"
 #include "host/course/particulars.h"
+#include "host/course/recipient_tally.h"
 #include "host/instances/class_fields.h"
 #include "host/outcome/result_text.h"
 #include "host/text/letter_case.h"
@@ -108,27 +109,6 @@ bool IsReason(Bearing bearing) {
   return bearing == Bearing::kRefusal || bearing == Bearing::kTrouble || bearing == Bearing::kHint;
 }
 
-// Whom a mail is for, and what the relay has said of that.
-struct Recipient {
-  std::string address;
-  bool is_accepted = false;
-  std::string refusal{};
-};
-
-// "1 of 3 recipients was", and what is said of so many.
-std::string OfRecipients(std::size_t count, std::size_t all, std::string_view what) {
-  return std::to_string(count) + " of " + std::to_string(all) + " recipients " +
-         (count == 1 ? "was " : "were ") + std::string(what);
-}
-
-std::string Join(const std::vector<std::string>& clauses, std::string_view separator) {
-  std::string joined;
-  for (const std::string& clause : clauses) {
-    joined += (joined.empty() ? "" : std::string(separator)) + clause;
-  }
-  return joined;
-}
-
 }  // namespace
 
 class AlertCourse::Impl {
@@ -206,7 +186,7 @@ class AlertCourse::Impl {
     has_gone_out_ = has_gone_out_ || GoesOut(stage);
     const unsigned tries = ++tries_.at(static_cast<std::size_t>(stage));
     particulars_["try"] = tries == 1 ? "" : "try " + std::to_string(tries);
-    if (stage == Stage::kRecipient) recipients_.push_back({particulars_["rest"]});
+    if (stage == Stage::kRecipient) recipients_.Name(particulars_["rest"]);
   }
 
   void EnterPhase(std::string_view phase) {
@@ -229,9 +209,11 @@ class AlertCourse::Impl {
   }
 
   void Answered(Bearing bearing) {
-    Recipient& recipient = recipients_.back();
-    recipient.is_accepted = bearing == Bearing::kAccepted;
-    recipient.refusal = recipient.is_accepted ? "" : particulars_["answer"];
+    if (bearing == Bearing::kAccepted) {
+      recipients_.Accept();
+    } else {
+      recipients_.Refuse(particulars_["answer"]);
+    }
   }
 
   [[nodiscard]] Note NoteOf(Speaker speaker, Stage stage, std::string_view said = {}) const {
@@ -258,7 +240,7 @@ class AlertCourse::Impl {
   }
 
   [[nodiscard]] std::string TakenWords() const {
-    std::vector<std::string> remarks = RecipientRemarks();
+    std::vector<std::string> remarks = recipients_.Remarks();
     for (const Note& remark : remarks_) {
       remarks.push_back(remark.words);
     }
@@ -270,31 +252,6 @@ class AlertCourse::Impl {
   [[nodiscard]] std::string TakenAdvice() const {
     const bool has_advice = !taken_->advice.empty() || remarks_.empty();
     return std::string(has_advice ? taken_->advice : remarks_.front().row->advice);
-  }
-
-  [[nodiscard]] std::vector<std::string> RecipientRemarks() const {
-    constexpr std::size_t kMostNamed = 3;
-    std::vector<std::string> refusals;
-    std::size_t silent = 0;
-    for (const Recipient& recipient : recipients_) {
-      if (recipient.is_accepted) continue;
-      if (recipient.refusal.empty()) {
-        ++silent;
-      } else {
-        refusals.push_back(recipient.address + " (" + recipient.refusal + ")");
-      }
-    }
-    std::vector<std::string> remarks;
-    if (silent > 0) remarks.push_back(OfRecipients(silent, recipients_.size(), "not answered"));
-    if (!refusals.empty()) {
-      const std::string count = OfRecipients(refusals.size(), recipients_.size(), "refused: ");
-      if (refusals.size() > kMostNamed) {
-        refusals.resize(kMostNamed);
-        refusals.emplace_back("...");
-      }
-      remarks.push_back(count + Join(refusals, ", "));
-    }
-    return remarks;
   }
 
   [[nodiscard]] Verdict Failure(std::int32_t result) const {
@@ -310,7 +267,7 @@ class AlertCourse::Impl {
   }
 
   [[nodiscard]] Note WhyFailed(std::int32_t result) const {
-    const Note told_by_result = NoteOf(Speaker::kFailure, stage_, ResultText(result));
+    Note told_by_result = NoteOf(Speaker::kFailure, stage_, ResultText(result));
     // What is not the module's own comes from the host that it asked.
     if (told_by_result.row->sign.match == Match::kAnything) return told_by_result;
     if (reason_) return *reason_;
@@ -325,8 +282,7 @@ class AlertCourse::Impl {
   }
 
   [[nodiscard]] bool HasNoRecipient() const {
-    return recipients_.size() > 1 && work_ == Stage::kRecipient &&
-           std::ranges::none_of(recipients_, &Recipient::is_accepted);
+    return recipients_.size() > 1 && work_ == Stage::kRecipient && !recipients_.HasAccepted();
   }
 
   [[nodiscard]] Verdict WithoutResult(AttemptEnd end) const {
@@ -351,7 +307,7 @@ class AlertCourse::Impl {
   std::optional<Note> cause_;
   const CourseRow* taken_ = nullptr;
   std::vector<Note> remarks_;
-  std::vector<Recipient> recipients_;
+  RecipientTally recipients_;
 };
 
 AlertCourse::AlertCourse(std::string_view class_name, const std::optional<Instance>& instance)
