@@ -25,12 +25,6 @@ bool HasSeparator(std::string_view path) {
   return path.find_first_of("\\/") != std::string_view::npos;
 }
 
-// Even the question whether a file is there would offer that computer the account's credentials, so
-// it is not asked.
-bool LeadsToAnotherComputer(std::string_view path) {
-  return path.size() > 1 && IsSeparator(path[0]) && IsSeparator(path[1]);
-}
-
 std::string_view LastComponent(std::string_view path) {
   return path.substr(path.find_last_of("\\/:") + 1);
 }
@@ -84,6 +78,10 @@ std::optional<std::string> NeededFile(const Registration& registration) {
 }
 
 }  // namespace
+
+bool LeadsToAnotherComputer(std::string_view path) {
+  return path.size() > 1 && IsSeparator(path[0]) && IsSeparator(path[1]);
+}
 
 bool IsOnAnotherComputer(const CheckedValue& value) {
   return LeadsToAnotherComputer(value.text);

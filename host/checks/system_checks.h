@@ -1,8 +1,14 @@
 #pragma once
 
+#include <string_view>
+
 #include "host/checks/rule.h"
 
 namespace brantel::host {
+
+// Whether a path is one of another computer. Even the question whether a file is there would offer
+// that computer the account's credentials, so it is not asked.
+bool LeadsToAnotherComputer(std::string_view path);
 
 // Checks of what a value names on this computer: each says whether the value breaks its rule.
 
