@@ -14,6 +14,7 @@
 #include "host/commands/instances_command.h"
 #include "host/commands/new_command.h"
 #include "host/commands/ports_command.h"
+#include "host/commands/preview_command.h"
 #include "host/commands/register_command.h"
 #include "host/commands/send_command.h"
 #include "host/commands/set_command.h"
@@ -29,7 +30,7 @@ namespace brantel::host {
 // In the order in which help lists them.
 using Command =
     std::variant<ClassesCommand, RegisterCommand, UnregisterCommand, StatusCommand, DoctorCommand,
-                 SendCommand, TestCommand, HistoryCommand, AddCommand, EditCommand,
+                 PreviewCommand, SendCommand, TestCommand, HistoryCommand, AddCommand, EditCommand,
                  InstancesCommand, ShowCommand, NewCommand, SetCommand, FieldsCommand, PortsCommand,
                  SettingsListCommand, SettingsGetCommand, SettingsSetCommand, SettingsResetCommand,
                  SettingsExportCommand, SettingsImportCommand>;

@@ -86,7 +86,7 @@ def test_help_lists_the_commands(lone_host, arguments):
         "Usage: notifyhost [OPTIONS] COMMAND [ARGUMENTS]\n")
     for command in ("classes", "register", "unregister", "send", "add", "edit", "instances", "show",
                     "new", "fields", "status", "doctor", "set", "ports", "settings", "help", "test",
-                    "history"):
+                    "history", "preview"):
         assert f"\n  {command}  " in outcome.output
     assert ("\nExit codes: 0 delivered or done, 1 failed, 2 wrong usage or invalid values,\n"
             "3 nothing matched\n") in outcome.output
@@ -94,7 +94,7 @@ def test_help_lists_the_commands(lone_host, arguments):
 
 
 @pytest.mark.parametrize("command, arguments", [
-    ("unregister", ""), ("edit", " CLASS DIR NAME"), ("doctor", " [PATH]"),
+    ("unregister", ""), ("edit", " CLASS DIR NAME"), ("doctor", " [PATH]"), ("preview", " FILE"),
     ("settings set", " CLASS [SETTINGS ...]"), ("test", " CLASS [FIELDS ...]"), ("history", " [DIR]"),
 ])
 def test_each_command_has_help(lone_host, command, arguments):

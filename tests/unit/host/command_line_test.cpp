@@ -42,6 +42,7 @@ TEST(CommandLine, ChoosesTheCommand) {
   EXPECT_TRUE(std::holds_alternative<RegisterCommand>(Accepted({"register"}).command));
   EXPECT_TRUE(std::holds_alternative<UnregisterCommand>(Accepted({"unregister"}).command));
   EXPECT_TRUE(std::holds_alternative<SendCommand>(Accepted({"send", "Sound", "a.ins"}).command));
+  EXPECT_TRUE(std::holds_alternative<PreviewCommand>(Accepted({"preview", "a"}).command));
   EXPECT_TRUE(std::holds_alternative<AddCommand>(Accepted({"add", "Sound", "."}).command));
   EXPECT_TRUE(std::holds_alternative<EditCommand>(Accepted({"edit", "Sound", ".", "a"}).command));
   EXPECT_TRUE(std::holds_alternative<InstancesCommand>(Accepted({"instances", "."}).command));
@@ -262,7 +263,8 @@ struct WrongUsage {
 
 const std::vector<WrongUsage>& WrongUsages() {
   static const std::string commands =
-      "the commands are classes, register, unregister, status, doctor, send, test, history, add, "
+      "the commands are classes, register, unregister, status, doctor, preview, send, test, "
+      "history, add, "
       "edit, instances, "
       "show, new, set, fields, ports, settings and help";
   static const std::string actions = "the commands are list, get, set, reset, export and import";
@@ -434,11 +436,12 @@ TEST(CommandLine, NamesTheArgumentThatIsWrong) {
 }
 
 TEST(CommandLine, TellsWhereHelpIs) {
-  EXPECT_EQ(std::get<UsageError>(ParseCommandLine({"frobnicate", "--x"})).text,
-            "notifyhost: 'frobnicate' is not a command; the commands are classes, register, "
-            "unregister, status, doctor, send, test, history, add, edit, instances, show, new, "
-            "set, fields, ports, "
-            "settings and help\nRun notifyhost --help for help.\n");
+  EXPECT_EQ(
+      std::get<UsageError>(ParseCommandLine({"frobnicate", "--x"})).text,
+      "notifyhost: 'frobnicate' is not a command; the commands are classes, register, "
+      "unregister, status, doctor, preview, send, test, history, add, edit, instances, show, new, "
+      "set, fields, ports, "
+      "settings and help\nRun notifyhost --help for help.\n");
   EXPECT_EQ(std::get<UsageError>(ParseCommandLine({"send", "Sound"})).text,
             "notifyhost: FILE is missing\nRun notifyhost send --help for help.\n");
   EXPECT_EQ(std::get<UsageError>(ParseCommandLine({"settings", "get", "Pager"})).text,
