@@ -127,7 +127,7 @@ DeliveryTime PreviewPager(Rehearsal& rehearsal) {
   return TimeOfPage(rehearsal.clock().passed(), course.most_time);
 }
 
-DeliveryTime PreviewMail(Rehearsal& rehearsal) {
+DeliveryTime PreviewSMTPMail(Rehearsal& rehearsal) {
   const PreviewSources& sources = rehearsal.sources();
   PaperRelay relay(sources.mail_network, rehearsal.clock(), rehearsal.parts());
   SmtpState state;
@@ -150,7 +150,7 @@ std::string PopupWords(std::string_view buffer, std::size_t characters) {
          " characters left out";
 }
 
-DeliveryTime PreviewPopup(Rehearsal& rehearsal) {
+DeliveryTime PreviewWinPopup(Rehearsal& rehearsal) {
   const PreviewSources& sources = rehearsal.sources();
   PaperMessenger messenger(sources.texts, rehearsal.parts());
   WinPopup popup(sources.files, sources.sockets, messenger,
@@ -169,7 +169,7 @@ DeliveryTime PreviewSound(Rehearsal& rehearsal) {
   return TimeOfSound(rehearsal.clock().passed());
 }
 
-DeliveryTime PreviewProgram(Rehearsal& rehearsal) {
+DeliveryTime PreviewLaunchProgram(Rehearsal& rehearsal) {
   PaperStarter starter(rehearsal.parts());
   LaunchProgram program(rehearsal.sources().files, starter);
   rehearsal.Deliver(program);
@@ -242,12 +242,11 @@ struct ClassPreview {
   DeliveryTime (*preview)(Rehearsal& rehearsal);
 };
 
+#define NOTIFIER_CLASS(name, folder) ClassPreview{k##name, Preview##name},
 constexpr std::array kClassPreviews = {
-    ClassPreview{kBeeper, PreviewBeeper}, ClassPreview{kPager, PreviewPager},
-    ClassPreview{kSMTPMail, PreviewMail}, ClassPreview{kWinPopup, PreviewPopup},
-    ClassPreview{kSound, PreviewSound},   ClassPreview{kLaunchProgram, PreviewProgram},
-    ClassPreview{kVoice, PreviewVoice},
+#include "module/notifier_classes.def"
 };
+#undef NOTIFIER_CLASS
 
 }  // namespace
 
