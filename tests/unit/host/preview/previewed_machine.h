@@ -48,13 +48,13 @@ class KnownAddress final : public MailNetwork {
 struct PreviewedMachine {
   // Stores an instance with these texts and numbers, each by its field.
   void Store(const ClassDescription& of_class,
-             std::initializer_list<std::pair<std::size_t, std::string>> texts,
-             std::initializer_list<std::pair<std::size_t, std::int32_t>> numbers = {}) {
+             std::initializer_list<std::pair<std::size_t, std::string>> text_fields,
+             std::initializer_list<std::pair<std::size_t, std::int32_t>> number_fields = {}) {
     notifier_class = &of_class;
     Instance instance(of_class.instances.fields.size());
-    for (const auto& [field, text] : texts)
+    for (const auto& [field, text] : text_fields)
       instance.set_text(field, text);
-    for (const auto& [field, number] : numbers)
+    for (const auto& [field, number] : number_fields)
       instance.set_integer(field, number);
     files.files["alert"] = EncodeInstance(of_class.instances, instance);
   }
@@ -68,13 +68,14 @@ struct PreviewedMachine {
                          .mail_network = addresses,
                          .waves = waves,
                          .code_page = kCodePage1252,
-                         .texts = {SameText, SameText, NarrowText}},
+                         .texts = texts},
                         {.notifier_class = *notifier_class,
                          .instance = {u"alert", "alert"},
                          .event = event,
                          .variables = variables});
   }
 
+  TextConversions texts{SameText, SameText, NarrowText};
   const ClassDescription* notifier_class = nullptr;
   AlertEvent event = kItemDown;
   MessageVariables variables;
