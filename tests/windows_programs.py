@@ -1,6 +1,7 @@
 """What the suites have in common that run Windows programs: where these are, and how they run."""
 
 import contextlib
+import json
 import os
 import pathlib
 import re
@@ -98,6 +99,25 @@ def instance_text(text: str | bytes) -> bytes:
 def instance_integer(number: int) -> bytes:
     """A number as instance files have it."""
     return number.to_bytes(4, "little", signed=True)
+
+
+@dataclass(frozen=True)
+class PreviewPart:
+    """A thing that an alert would send, as the host tells of it."""
+    what: str
+    words: str
+    bytes: bytes
+
+
+def preview(instance, *options: str, environment: dict[str, str], folder=None) -> list[PreviewPart]:
+    """What the host says that an alert of this instance would send, without the time that it takes."""
+    done = subprocess.run([WINE, HOST, "preview", instance, *options, "--json", "--show-secrets"],
+                          env=environment, cwd=folder, stdin=subprocess.DEVNULL, capture_output=True,
+                          timeout=TIME_LIMIT)
+    assert (done.returncode, done.stderr) == (0, b"")
+    parts = [json.loads(line) for line in done.stdout.decode().splitlines()]
+    assert parts.pop()["part"] == "time"
+    return [PreviewPart(part["part"], part["words"], bytes.fromhex(part["bytes"])) for part in parts]
 
 
 @dataclass

@@ -7,7 +7,7 @@ import pytest
 
 from captured_sound import Capture, make_wave
 from conftest import sound_instance
-from windows_programs import TIME_LIMIT, WINE, wait_until, windows_path
+from windows_programs import TIME_LIMIT, WINE, preview, wait_until, windows_path
 
 ONCE = b"\0\0\0\0"
 ON_AND_ON = b"\1\0\0\0"
@@ -154,3 +154,14 @@ def test_an_instance_that_cannot_be_loaded_fails_and_leaves_a_loop_alone(sounds)
     assert sounds.driver("send", windows_path(sounds.folder / "none")) == "result 80004005"
     wait_until(lambda: sounds.capture.size(0) > 2 * len(samples))
     assert sounds.stop() == "result 00000000"
+
+
+def test_a_preview_names_the_sound_and_plays_nothing(sounds, wine_environment):
+    samples = sounds.make_wave("bell.wav")
+    environment = {**wine_environment, "ALSA_CONFIG_PATH": str(sounds.capture.configuration)}
+    assert sounds.send("bell.wav", ONCE) == "result 00000000"
+
+    [part] = preview(windows_path(sounds.folder / "instance"), environment=environment)
+    assert part.bytes.decode() == windows_path(sounds.folder / "bell.wav")
+    assert part.words == "played once; 0.3 s long"
+    assert sounds.capture.sounds() == [samples]

@@ -11,8 +11,8 @@ from dataclasses import dataclass
 
 import pytest
 
-from windows_programs import (HOST, MODULE, ROOT, TIME_LIMIT, WINE, given_or_own_prefix,
-                              instance_text, log_and_result, magic, windows_path)
+from windows_programs import (HOST, MODULE, ROOT, TIME_LIMIT, WINE, PreviewPart, given_or_own_prefix,
+                              instance_text, log_and_result, magic, preview, windows_path)
 
 sys.path.insert(0, str(ROOT))
 
@@ -52,10 +52,12 @@ class Mailer:
         file.write_bytes(SMTP_MAIL_MAGIC + b"".join(map(instance_text, fields)))
         return file
 
+    def preview(self, *arguments: str, locale: str | None = None, **fields) -> list[PreviewPart]:
+        return preview(windows_path(self.store(**fields)), *arguments,
+                       environment=self._environment_in(locale))
+
     def send(self, *arguments: str, locale: str | None = None, **fields) -> Outcome:
-        environment = dict(self._environment)
-        if locale:
-            environment["LC_ALL"] = locale
+        environment = self._environment_in(locale)
         instance = self.store(**fields)
         # Into a file: Wine's own processes may keep a pipe open for a while.
         with tempfile.TemporaryFile() as output:
@@ -66,6 +68,9 @@ class Mailer:
                 stderr=subprocess.STDOUT, timeout=TIME_LIMIT)
             output.seek(0)
             return Outcome(done.returncode, log_and_result(output.read().decode()).encode())
+
+    def _environment_in(self, locale: str | None) -> dict[str, str]:
+        return {**self._environment, **({"LC_ALL": locale} if locale else {})}
 
 
 @pytest.fixture

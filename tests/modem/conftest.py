@@ -6,6 +6,7 @@ starts. A call takes as long as its waits, so the calls of several tests go on a
 on a port of its own.
 """
 
+import ast
 import concurrent.futures
 import itertools
 import os
@@ -17,8 +18,8 @@ from dataclasses import dataclass, field
 
 import pytest
 
-from windows_programs import (HOST, MODULE, ROOT, TIME_LIMIT, WINE, instance_integer, instance_text,
-                              log_and_result, magic, wait_until, wine_prefix)
+from windows_programs import (HOST, MODULE, ROOT, TIME_LIMIT, WINE, PreviewPart, instance_integer,
+                              instance_text, log_and_result, magic, preview, wait_until, wine_prefix)
 
 MODEMSIM = ROOT / "build" / "sanitize" / "sim" / "modemsim"
 
@@ -61,6 +62,10 @@ class Modem:
     def said(self, who: str) -> list[str]:
         return [what for _, speaker, what in self.events() if speaker == who]
 
+    def received(self) -> bytes:
+        """All that hosts have sent. Transcripts show bytes as Python does."""
+        return b"".join(map(ast.literal_eval, ("b" + said for said in self.said("host"))))
+
     def losses_of_dtr(self) -> int:
         """How often a host that had sent something has closed the port."""
         return self.said("modem").count("loses DTR")
@@ -79,6 +84,8 @@ class Call:
     process: subprocess.Popen
     output_file: pathlib.Path
     modem: Modem | None
+    instance: pathlib.Path
+    options: tuple[str, ...]
 
     def output(self) -> str:
         return log_and_result(self.output_file.read_text())
@@ -188,9 +195,13 @@ class Switchboard:
                  "--raw-values", *options],
                 cwd=self.folder, env=self.environment, stdin=subprocess.DEVNULL, stdout=output,
                 stderr=subprocess.STDOUT)
-        call = Call(process, output_file, modem)
+        call = Call(process, output_file, modem, instance, options)
         self.calls.append(call)
         return call
+
+    def preview(self, call: Call) -> list[PreviewPart]:
+        """What the host says of the same alert, by the settings as they are now."""
+        return preview(call.instance.name, *call.options, environment=self.environment, folder=self.folder)
 
     def close(self) -> None:
         for call in self.calls:

@@ -11,8 +11,8 @@ from dataclasses import dataclass
 
 import pytest
 
-from windows_programs import (HOST, MODULE, ROOT, TIME_LIMIT, WINE, instance_text, magic, windows_path,
-                              wine_prefix)
+from windows_programs import (HOST, MODULE, ROOT, TIME_LIMIT, WINE, PreviewPart, instance_text, magic,
+                              preview, windows_path, wine_prefix)
 
 STAND_INS = ROOT / "build" / "win32" / "sim" / "messenger"
 DIALOG_TESTS = ROOT / "build" / "win32-tests" / "tests" / "popup" / "popup_tests.exe"
@@ -74,11 +74,20 @@ class Office:
     def install(self, variant: str, name: str = "netapi32.dll") -> None:
         shutil.copy(STAND_INS / variant / "netapi32.dll", self.system_directory / name)
 
+    def store_instance(self, destination: bytes, message: bytes) -> pathlib.Path:
+        instance = self.folder / "instance"
+        instance.write_bytes(MAGIC + instance_text(destination) + instance_text(message))
+        return instance
+
+    def preview(self, destination: bytes, message: bytes, *options: str, **environment) -> list[PreviewPart]:
+        """What the host says of such an alert."""
+        return preview(windows_path(self.store_instance(destination, message)), *options,
+                       environment={**self.environment, **environment})
+
     def send(self, destination: bytes, message: bytes, *options: str, host=HOST, cwd=None,
              **environment) -> Outcome:
         """Sends an alert with the instance's fields as these bytes."""
-        instance, report = self.folder / "instance", self.folder / "report"
-        instance.write_bytes(MAGIC + instance_text(destination) + instance_text(message))
+        instance, report = self.store_instance(destination, message), self.folder / "report"
         report.unlink(missing_ok=True)
         done = self.wine(host, "--module", MODULE, "send", "WinPopup", "--raw-values", windows_path(instance),
                          *options, cwd=cwd, MESSENGER_REPORT=windows_path(report), **environment)

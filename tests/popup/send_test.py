@@ -189,3 +189,26 @@ def test_on_the_windows_95_family_nothing_is_sent_and_that_succeeds(office, wind
     assert outcome.exit_code == 0
     assert outcome.report == [r"loaded C:\windows\system32\svrapi.dll",
                               r"unloaded C:\windows\system32\svrapi.dll"]
+
+
+# What a preview says of a pop-up.
+
+@pytest.mark.parametrize("locale, destination, message", [
+    ("C.UTF-8", b"OPS", b"%n is down"),
+    ("C.UTF-8", b"(local)", "K\u00fchlung: 5 \u20ac".encode("cp1252")),
+    ("C.UTF-8", b"pc9", b"%n" * 200),
+    ("ja_JP.UTF-8", b"pc9", "\u96fb\u8a71 %n down".encode("cp932")),
+])
+def test_a_preview_is_what_the_messenger_service_gets(office, locale, destination, message):
+    variables = ("--set", "n=router7")
+    [part] = office.preview(destination, message, *variables, LC_ALL=locale)
+    [popup] = office.send(destination, message, *variables, LC_ALL=locale).popups
+    assert part.bytes == popup.buffer
+    assert part.words.startswith(f"for {popup.destination}; ")
+
+
+def test_a_preview_asks_no_messenger_service(office):
+    report = office.folder / "report"
+    report.unlink(missing_ok=True)
+    office.preview(b"OPS", b"router7 is down", MESSENGER_REPORT=windows_path(report))
+    assert not report.exists()

@@ -12,8 +12,9 @@ from dataclasses import dataclass, field
 import pytest
 
 from captured_sound import Capture, make_wave
-from windows_programs import (HOST, MODULE, ROOT, TIME_LIMIT, WINE, instance_integer, instance_text,
-                              log_and_result, magic, running_driver, windows_path, wine_prefix)
+from windows_programs import (HOST, MODULE, ROOT, TIME_LIMIT, WINE, PreviewPart, instance_integer,
+                              instance_text, log_and_result, magic, preview, running_driver,
+                              windows_path, wine_prefix)
 
 EXCHANGE = ROOT / "build" / "win32" / "sim" / "telephony" / "tapi32.dll"
 
@@ -132,6 +133,10 @@ class Telephone:
                 stdout=output, stderr=subprocess.STDOUT)
         self.running.append(process)
         return Call(process, output_file)
+
+    def preview(self, *options: str, **fields) -> list[PreviewPart]:
+        """What the host says of an alert of such an instance."""
+        return preview(self.store(**fields), *options, environment=self.environment, folder=self.folder)
 
     def call(self, **arguments) -> Call:
         return self.start(**arguments).end()

@@ -264,3 +264,24 @@ def test_a_line_that_will_not_close_is_tried_again(telephone):
     assert len(shutdowns) == 3
     assert 0.48 <= shutdowns[1] - shutdowns[0] < 20
     assert call.process.returncode == 1
+
+
+@pytest.mark.parametrize("event", ["item-down", "service-down"])
+def test_a_preview_is_whom_the_exchange_calls_and_what_is_heard(telephone, event):
+    waves = {name: telephone.make_wave(name, seconds)
+             for name, seconds in {"repeat.wav": 60, "device.wav": 0.2, "item_down.wav": 0.3,
+                                   "service_down.wav": 0.4}.items()}
+    parts = telephone.preview("--event", event, "--set", "C=device.wav", number="0,555 0100")
+    assert telephone.transcript() == []
+    call = telephone.start(event=event, number="0,555 0100")
+    wait_until(lambda: telephone.capture.sounds())
+    telephone.press("5")
+    assert call.end().process.returncode == 0
+
+    number, repeat, *messages = (part.bytes.decode() for part in parts)
+    assert any(line.endswith(f"lineMakeCall {number}") for line in telephone.transcript())
+    cut, *heard = telephone.capture.sounds()
+    assert cut and waves[repeat].startswith(cut)
+    assert [waves[message] for message in messages] == heard
+    assert [part.words for part in parts if part.what.startswith("message for")] == \
+        [f"{len(sound) / (RATE * FRAME):.1f} s long" for sound in heard]
