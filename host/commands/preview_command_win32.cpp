@@ -1,6 +1,8 @@
 #include "host/commands/preview_command.h"
 
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "host/commands/command_context_win32.h"
 #include "host/instances/instance_file_win32.h"
@@ -25,35 +27,34 @@
 namespace brantel::host {
 namespace {
 
+constexpr TextConversions kTexts = {
+    .to_utf8 = FromCodePage,
+    .to_code_page = [](std::string_view text) { return ToAnsi(FromUtf8(text)); },
+    .utf16_to_utf8 =
+        [](std::u16string_view text) { return ToUtf8(std::wstring(text.begin(), text.end())); },
+};
+
 Preview PreviewOnThisComputer(const PreviewedAlert& alert) {
   // A key that is not there is not made either.
   RegistrySettings settings{MissingKey::kLeftMissing};
   SystemMailEnvironment mail_environment;
   const SystemMailNetwork mail_network;
   SystemRiffFiles waves;
-  const PreviewSources sources = {
-      .files = disk_instance_files,
-      .settings = settings,
-      .sockets = win_sock,
-      .machine_name = system_machine_name,
-      .mail_environment = mail_environment,
-      .mail_network = mail_network,
-      .waves = waves,
-      .code_page = system_code_page,
-      .texts = {
-          .to_utf8 = FromCodePage,
-          .to_code_page = [](std::string_view text) { return ToAnsi(FromUtf8(text)); },
-          .utf16_to_utf8 =
-              [](std::u16string_view text) {
-                return ToUtf8(std::wstring(text.begin(), text.end()));
-              },
-      }};
-  return PreviewAlert(sources, alert);
+  return PreviewAlert({.files = disk_instance_files,
+                       .settings = settings,
+                       .sockets = win_sock,
+                       .machine_name = system_machine_name,
+                       .mail_environment = mail_environment,
+                       .mail_network = mail_network,
+                       .waves = waves,
+                       .code_page = system_code_page,
+                       .texts = kTexts},
+                      alert);
 }
 
-LogSecrets StoredSecrets(InstanceFile file) {
+std::vector<std::string> StoredPasswords(InstanceFile file) {
   file.instance = file.stored;
-  return LogSecrets(SecretTexts(file));
+  return SecretTexts(file);
 }
 
 // What `file`, at this full path, holds.
@@ -64,8 +65,7 @@ Preview PreviewOf(const PreviewCommand& command, const InstanceFile& file,
        .instance = {.text = {path.begin(), path.end()}, .path = ToAnsiPath(path)},
        .event = command.event,
        .variables = command.variables});
-  if (!command.shows_secrets)
-    HideSecrets(preview, StoredSecrets(file), LogSecrets(SecretTexts(file)));
+  if (!command.shows_secrets) HideSecrets(preview, StoredPasswords(file), kTexts);
   return preview;
 }
 

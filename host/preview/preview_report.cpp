@@ -1,9 +1,11 @@
 #include "host/preview/preview_report.h"
 
+#include <cstddef>
 #include <cstdint>
-#include <string>
 #include <string_view>
+#include <utility>
 
+#include "host/alert/log_secrets.h"
 #include "host/preview/wave_length.h"
 #include "host/text/control_characters.h"
 #include "host/text/log_text.h"
@@ -34,14 +36,42 @@ std::string IndentedLines(std::string_view text) {
   return lines;
 }
 
-void HideIn(PreviewPart& part, const LogSecrets& as_stored, const LogSecrets& as_text) {
-  std::string bytes = as_stored.Hide(part.bytes);
-  part.text = as_text.Hide(part.text);
-  part.words = as_text.Hide(part.words);
-  if (bytes == part.bytes) return;
-  part.bytes = std::move(bytes);
-  part.hides_secret = true;
-  AddWords(part, "the password is hidden");
+// The bytes with each of them as a character (UTF-8), and back again. Where a protocol takes a few
+// bytes of a password these need be no characters of the code page.
+std::string AsCharacters(std::string_view bytes) {
+  constexpr std::uint8_t kContinuation = 0x80;
+  std::string text;
+  for (const char c : bytes) {
+    const auto byte = static_cast<std::uint8_t>(c);
+    if (byte < kContinuation) {
+      text += c;
+    } else {
+      text += static_cast<char>(0xC0U | (byte >> 6U));
+      text += static_cast<char>(kContinuation | (byte & 0x3FU));
+    }
+  }
+  return text;
+}
+std::string AsBytes(std::string_view characters) {
+  std::string bytes;
+  for (std::size_t i = 0; i < characters.size(); ++i) {
+    const auto first = static_cast<std::uint8_t>(characters[i]);
+    if (first < 0x80) {
+      bytes += characters[i];
+    } else {
+      const auto second = static_cast<std::uint8_t>(characters[++i]);
+      bytes += static_cast<char>(((first & 0x03U) << 6U) | (second & 0x3FU));
+    }
+  }
+  return bytes;
+}
+
+template <typename Shown>
+LogSecrets SecretsAs(const std::vector<std::string>& stored_passwords, const Shown& shown) {
+  std::vector<std::string> passwords;
+  for (const std::string& password : stored_passwords)
+    passwords.push_back(shown(password));
+  return LogSecrets(passwords);
 }
 
 std::string PartText(const PreviewPart& part) {
@@ -58,7 +88,8 @@ Record PartRecord(const PreviewPart& part) {
 
 std::string TimeText(const DeliveryTime& time) {
   const std::string beside = time.beside_least.empty() ? "" : " and " + time.beside_least;
-  return "time\n    least  " + SecondsText(time.least) + beside +
+  const std::string least = time.least == 0 ? "a few ms" : SecondsText(time.least);
+  return "time\n    least  " + least + beside +
          ", when every station answers at once\n    usual  " + time.usual + "\n    most   " +
          time.most + "\n";
 }
@@ -73,10 +104,20 @@ Record TimeRecord(const DeliveryTime& time) {
 
 }  // namespace
 
-void HideSecrets(Preview& preview, const LogSecrets& as_stored, const LogSecrets& as_text) {
-  for (PreviewPart& part : preview.parts)
-    HideIn(part, as_stored, as_text);
-  preview.log = as_text.Hide(preview.log);
+void HideSecrets(Preview& preview, const std::vector<std::string>& stored_passwords,
+                 const TextConversions& texts) {
+  const LogSecrets in_bytes = SecretsAs(stored_passwords, AsCharacters);
+  const LogSecrets in_text = SecretsAs(stored_passwords, texts.to_utf8);
+  for (PreviewPart& part : preview.parts) {
+    part.words = in_text.Hide(part.words);
+    std::string hidden = AsBytes(in_bytes.Hide(AsCharacters(part.bytes)));
+    if (hidden == part.bytes) continue;
+    part.bytes = std::move(hidden);
+    part.text = texts.to_utf8(part.bytes);
+    part.hides_secret = true;
+    AddWords(part, "the password is hidden");
+  }
+  preview.log = in_text.Hide(preview.log);
 }
 
 void WritePreview(const ReportWriter& report, const Preview& preview) {

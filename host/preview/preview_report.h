@@ -1,14 +1,17 @@
 #pragma once
 
-#include "host/alert/log_secrets.h"
+#include <string>
+#include <vector>
+
 #include "host/preview/preview.h"
 #include "host/report/report_writer.h"
 
 namespace brantel::host {
 
-// Puts stars into the place of what is secret, in the bytes too, and marks the parts of which that
-// is true. `as_stored` hides it in the code page, `as_text` in UTF-8.
-void HideSecrets(Preview& preview, const LogSecrets& as_stored, const LogSecrets& as_text);
+// Puts stars into the place of these passwords, which are as instances store them: in the bytes and
+// all that is said of them, and in the log. The parts of which bytes are hidden are marked.
+void HideSecrets(Preview& preview, const std::vector<std::string>& stored_passwords,
+                 const TextConversions& texts);
 
 // Tells of each part in its order, and then of the time. For people control characters are shown by
 // their numbers and a line ends behind each line feed; programs get the bytes in hexadecimal.

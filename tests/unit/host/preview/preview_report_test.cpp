@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <string_view>
 
 #include "tests/unit/host/report/kept_text.h"
 
@@ -67,16 +68,36 @@ TEST(WritePreview, TellsNoTimeOfAnAlertThatFails) {
               ::testing::Not(::testing::HasSubstr("\ntime\n")));
 }
 
-TEST(PreviewSecrets, PutsStarsIntoBytesAndText) {
+constexpr TextConversions kLeftAsTheyAre = {[](std::string_view text) { return std::string(text); },
+                                            [](std::string_view text) { return std::string(text); },
+                                            nullptr};
+
+TEST(PreviewSecrets, ArePutOutOfBytesTextAndLog) {
   Preview preview = SamplePreview();
   preview.log = "Sending \"PG1geheim\"";
-  HideSecrets(preview, LogSecrets({"geheim"}), LogSecrets({"geheim"}));
+  HideSecrets(preview, {"geheim"}, kLeftAsTheyAre);
   EXPECT_EQ(preview.parts[1].bytes, "\x1BPG1********\r");
   EXPECT_EQ(preview.parts[1].text, "\x1BPG1********\r");
   EXPECT_TRUE(preview.parts[1].hides_secret);
   EXPECT_EQ(preview.parts[1].words, "the password is hidden");
   EXPECT_FALSE(preview.parts[2].hides_secret);
   EXPECT_EQ(preview.log, "Sending \"PG1********\"");
+}
+
+// The four bytes that NTT takes of a password need not be whole characters.
+TEST(PreviewSecrets, AreFoundByTheirBytes) {
+  const auto hidden = [](const std::string& bytes, const std::string& password) {
+    Preview preview;
+    preview.parts = {{.what = "page", .bytes = bytes, .text = bytes}};
+    HideSecrets(preview, {password}, kLeftAsTheyAre);
+    return preview.parts[0].bytes;
+  };
+  EXPECT_EQ(hidden("A,a\x93\x64\x98,004\xFF", "a\x93\x64\x98\x62"), "A,********,004\xFF");
+  EXPECT_EQ(hidden("A,0a\x80"
+                   "1,004",
+                   "a\x80"
+                   "1"),
+            "A,********,004");
 }
 
 }  // namespace
