@@ -42,14 +42,18 @@ void AppendOption(Arguments& arguments, const char* name, const std::string& val
   if (!value.empty()) arguments.push_back(name + ("=" + value));
 }
 
+void AppendEvent(Arguments& arguments, const AlertEvent& event, const MessageVariables& variables) {
+  const auto& word = event.trigger_word;
+  AppendOption(arguments, "--event", word ? std::to_string(*word) : "none");
+  for (const std::string& assignment : variables.assignments())
+    AppendOption(arguments, "--set", assignment);
+}
+
 Arguments WithOptions(Arguments arguments, const AlertOptions& options) {
-  const auto& word = options.event.trigger_word;
   arguments = With(std::move(arguments), {{"--raw-values", options.takes_raw_values},
                                           {"--timestamps", options.has_times},
                                           {"--show-secrets", options.shows_secrets}});
-  AppendOption(arguments, "--event", word ? std::to_string(*word) : "none");
-  for (const std::string& assignment : options.variables.assignments())
-    AppendOption(arguments, "--set", assignment);
+  AppendEvent(arguments, options.event, options.variables);
   if (options.time_limit) {
     const std::string milliseconds = std::to_string(1000 + options.time_limit->count() % 1000);
     AppendOption(arguments, "--timeout",
@@ -84,6 +88,13 @@ struct Writer {
   Arguments operator()(const SendCommand& command) const {
     Arguments arguments = WithOptions({"send"}, command.options);
     arguments.insert(arguments.end(), {"--", command.class_name, command.instance_file});
+    return arguments;
+  }
+  Arguments operator()(const PreviewCommand& command) const {
+    Arguments arguments = With({"preview"}, {{"--raw-values", command.takes_raw_values},
+                                             {"--show-secrets", command.shows_secrets}});
+    AppendEvent(arguments, command.event, command.variables);
+    arguments.insert(arguments.end(), {"--", command.file});
     return arguments;
   }
   Arguments operator()(const TestCommand& command) const {

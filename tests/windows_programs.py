@@ -111,7 +111,7 @@ class PreviewPart:
 
 def preview(instance, *options: str, environment: dict[str, str], folder=None) -> list[PreviewPart]:
     """What the host says that an alert of this instance would send, without the time that it takes."""
-    done = subprocess.run([WINE, HOST, "preview", instance, *options, "--json", "--show-secrets"],
+    done = subprocess.run([WINE, HOST, "preview", instance, *options, "--raw-values", "--json", "--show-secrets"],
                           env=environment, cwd=folder, stdin=subprocess.DEVNULL, capture_output=True,
                           timeout=TIME_LIMIT)
     assert (done.returncode, done.stderr) == (0, b"")

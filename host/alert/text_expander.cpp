@@ -70,4 +70,9 @@ TextExpander HarmlessExpander(const MessageVariables& variables, std::string_vie
   return [expand](std::string_view text) { return WithoutLoneFullStops(expand(text)); };
 }
 
+TextExpander ExpanderFor(const MessageVariables& variables, std::string_view class_name,
+                         bool takes_raw_values) {
+  return takes_raw_values ? PlainExpander(variables) : HarmlessExpander(variables, class_name);
+}
+
 }  // namespace brantel::host

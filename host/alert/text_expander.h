@@ -20,4 +20,8 @@ TextExpander PlainExpander(const MessageVariables& variables);
 // which is therefore doubled, as RFC 5321 has it (4.5.2).
 TextExpander HarmlessExpander(const MessageVariables& variables, std::string_view class_name);
 
+// The one or the other.
+TextExpander ExpanderFor(const MessageVariables& variables, std::string_view class_name,
+                         bool takes_raw_values);
+
 }  // namespace brantel::host

@@ -54,15 +54,10 @@ class Starter {
   Handle pipe_;
 };
 
-TextExpander ExpanderOf(const AlertRequest& request) {
-  return request.takes_raw_values ? PlainExpander(request.variables)
-                                  : HarmlessExpander(request.variables, request.class_name);
-}
-
 void Deliver(const AlertRequest& request, const Starter& starter) {
   const CreatedNotifier created = CreateNotifier(request.class_name, request.module_file);
   const auto callback = ComPointer<HostCallback>::Adopt(new HostCallback(
-      request.event, ExpanderOf(request),
+      request.event, ExpanderFor(request.variables, request.class_name, request.takes_raw_values),
       [&](std::string_view text) { starter.Tell(LoggedText{std::string(text)}); }));
   const HRESULT initialised = created.notifier->Initialize(callback.get());
   if (FAILED(initialised)) {

@@ -38,11 +38,7 @@ void DeclareTimeLimit(CLI::App& parser, AlertOptions& options) {
 void DeclareAlertOptions(CLI::App& parser, AlertOptions& options) {
   DeclareEvent(parser, options.event);
   DeclareVariables(parser, options.variables);
-  DeclareFlag(parser, "--raw-values", options.takes_raw_values,
-              "Put values of --set in as they are. Otherwise control\n"
-              "characters become blanks, a Beeper gets digits alone,\n"
-              "Voice nothing that makes a path, and a line of a lone\n"
-              "full stop does not end a mail");
+  DeclareRawValues(parser, options.takes_raw_values);
   DeclareTimeLimit(parser, options);
   DeclareFlag(parser, "--timestamps", options.has_times,
               "Begin each line of the log with the seconds since the\n"

@@ -17,6 +17,7 @@ void DeclareArguments(CLI::App& parser, PreviewCommand& command) {
   DeclareFile(parser, command.file, "Instance file of any class");
   DeclareEvent(parser, command.event);
   DeclareVariables(parser, command.variables);
+  DeclareRawValues(parser, command.takes_raw_values);
   DeclareShowSecrets(parser, command.shows_secrets);
 }
 

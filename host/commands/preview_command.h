@@ -20,6 +20,7 @@ struct PreviewCommand {
   std::string file;  // as given, so it may be relative
   AlertEvent event = kItemDown;
   MessageVariables variables;
+  bool takes_raw_values = false;
   bool shows_secrets = false;
 };
 

@@ -64,7 +64,8 @@ Preview PreviewOf(const PreviewCommand& command, const InstanceFile& file,
       {.notifier_class = *FindClassDescription(file.layout->class_name),
        .instance = {.text = {path.begin(), path.end()}, .path = ToAnsiPath(path)},
        .event = command.event,
-       .variables = command.variables});
+       .expand =
+           ExpanderFor(command.variables, file.layout->class_name, command.takes_raw_values)});
   if (!command.shows_secrets) HideSecrets(preview, StoredPasswords(file), kTexts);
   return preview;
 }

@@ -111,6 +111,14 @@ void DeclareNoCheck(CLI::App& parser, bool& is_unchecked) {
               "anything");
 }
 
+void DeclareRawValues(CLI::App& parser, bool& takes_raw_values) {
+  DeclareFlag(parser, "--raw-values", takes_raw_values,
+              "Put values of --set in as they are. Otherwise control\n"
+              "characters become blanks, a Beeper gets digits alone,\n"
+              "Voice nothing that makes a path, and a line of a lone\n"
+              "full stop does not end a mail");
+}
+
 void DeclareJournal(CLI::App& parser, std::string& journal) {
   const auto set_journal = [&journal](const std::string& file) {
     if (file.empty()) throw CLI::ValidationError("--journal", "the file name is empty");

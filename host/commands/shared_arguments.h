@@ -34,9 +34,10 @@ void DeclareFlag(CLI::App& parser, const char* name, bool& flag, const char* des
 void DeclareShowSecrets(CLI::App& parser, bool& shows_secrets);
 void DeclareNoCheck(CLI::App& parser, bool& is_unchecked);
 
-// --event and --set: what an alert tells of.
+// --event, --set and --raw-values: what an alert tells of.
 void DeclareEvent(CLI::App& parser, AlertEvent& event);
 void DeclareVariables(CLI::App& parser, MessageVariables& variables);
+void DeclareRawValues(CLI::App& parser, bool& takes_raw_values);
 
 // --journal: the file in which attempts at alerts are noted.
 void DeclareJournal(CLI::App& parser, std::string& journal);

@@ -5,7 +5,7 @@
 namespace brantel::host {
 
 Result PaperHost::ExpandMessage(std::string& text, EmptyText /*empty_text*/) {
-  text = texts_.to_code_page(variables_.Expand(texts_.to_utf8(text)));
+  text = texts_.to_code_page(expand_(texts_.to_utf8(text)));
   last_expanded_ = text;
   return kOk;
 }

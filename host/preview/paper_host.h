@@ -3,9 +3,10 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "host/alert/alert_event.h"
-#include "host/alert/message_variables.h"
+#include "host/alert/text_expander.h"
 #include "host/preview/text_conversions.h"
 #include "notifier/notifier_host.h"
 
@@ -15,9 +16,9 @@ namespace brantel::host {
 // the variables as the host of a real alert does, and keeps the log.
 class PaperHost final : public NotifierHost {
  public:
-  // Both must outlive the object.
-  PaperHost(AlertEvent event, const MessageVariables& variables, const TextConversions& texts)
-      : event_(event), variables_(variables), texts_(texts) {}
+  // `texts` must outlive the object.
+  PaperHost(AlertEvent event, TextExpander expand, const TextConversions& texts)
+      : event_(event), expand_(std::move(expand)), texts_(texts) {}
 
   Result ExpandMessage(std::string& text, EmptyText empty_text) override;
   void LogMessage(std::string_view text) override;
@@ -33,7 +34,7 @@ class PaperHost final : public NotifierHost {
 
  private:
   AlertEvent event_;
-  const MessageVariables& variables_;
+  const TextExpander expand_;
   const TextConversions& texts_;
   std::string last_expanded_;
   std::string log_;

@@ -5,7 +5,7 @@
 
 #include "description/class_description.h"
 #include "host/alert/alert_event.h"
-#include "host/alert/message_variables.h"
+#include "host/alert/text_expander.h"
 #include "host/preview/delivery_time.h"
 #include "host/preview/preview_part.h"
 #include "host/preview/text_conversions.h"
@@ -41,7 +41,7 @@ struct PreviewedAlert {
   const ClassDescription& notifier_class;
   InstanceArgument instance;
   AlertEvent event;
-  const MessageVariables& variables;
+  TextExpander expand;
 };
 
 // What goes out when every far end is willing.

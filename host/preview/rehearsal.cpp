@@ -17,7 +17,7 @@ Rehearsal::Rehearsal(const PreviewSources& sources, const PreviewedAlert& alert)
     : sources_(sources),
       alert_(alert),
       instance_(InstanceOf(sources, alert)),
-      host_(std::make_shared<PaperHost>(alert.event, alert.variables, sources.texts)),
+      host_(std::make_shared<PaperHost>(alert.event, alert.expand, sources.texts)),
       settings_(sources.settings),
       waves_(sources.waves) {}
 

@@ -115,3 +115,11 @@ def test_a_preview_is_what_a_program_gets(registered, demo_program):
                          **demo_program.environment)
     assert outcome.exit_code == 0
     assert (command_line.bytes, folder.bytes) == demo_program.read_report()
+
+
+@pytest.mark.parametrize("options, dialled", [([], "ATDT5551234,,,,2227#<0D>"),
+                                              (["--raw-values"], "ATDT5551234,,,,2227;H#<0D>")])
+def test_event_text_is_made_harmless_as_send_does(lone_host, tmp_path, options, dialled):
+    store(tmp_path / "Night", "Beeper", "5551234", "unused", "111", "222%C", "333", "report", 0)
+    output = lone_host("preview", "Night", "--set", "C=7;H", *options).output
+    assert f"    {dialled}\n" in output

@@ -72,7 +72,7 @@ struct PreviewedMachine {
                         {.notifier_class = *notifier_class,
                          .instance = {u"alert", "alert"},
                          .event = event,
-                         .variables = variables});
+                         .expand = PlainExpander(variables)});
   }
 
   TextConversions texts{SameText, SameText, NarrowText};
