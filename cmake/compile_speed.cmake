@@ -70,10 +70,14 @@ function(compile_as_tests target)
   compile_folders_at_once(${target})
 endfunction()
 
-# Compiles what lies in one folder at once: tests take most of their time for the same templates. But six files
-# at most, since the assembler for Windows takes four times as long for twice as much. Left alone is what has
-# options of its own, and the main function, which not all programs take from a library.
+# Compiles what lies in one folder at once: tests, and the host with its JSON, take most of their time for the same
+# templates. But six files at most, since the assembler for Windows takes four times as long for twice as much.
+# Left alone is what has options of its own, what is compiled together with others already, and the main function,
+# which not all programs take from a library.
 function(compile_folders_at_once target)
+  if(BRANTEL_ALONE)
+    return()
+  endif()
   get_target_property(folder ${target} SOURCE_DIR)
   get_target_property(sources ${target} SOURCES)
   set(groups "")
@@ -81,7 +85,9 @@ function(compile_folders_at_once target)
     cmake_path(ABSOLUTE_PATH source BASE_DIRECTORY "${folder}")
     get_source_file_property(definitions "${source}" COMPILE_DEFINITIONS)
     get_source_file_property(options "${source}" COMPILE_OPTIONS)
-    if(NOT definitions AND NOT options AND NOT source MATCHES "/main\\.cpp$")
+    get_source_file_property(is_included "${source}" HEADER_FILE_ONLY)
+    if(NOT definitions AND NOT options AND NOT is_included
+        AND NOT source MATCHES "/main\\.cpp$|_at_once/")
       cmake_path(GET source PARENT_PATH group)
       cmake_path(RELATIVE_PATH group BASE_DIRECTORY "${CMAKE_SOURCE_DIR}")
       list(APPEND groups "${group}")
@@ -130,4 +136,8 @@ function(compile_at_once target group sources)
   set(together "${CMAKE_CURRENT_BINARY_DIR}/${target}_at_once/${name}.cpp")
   file(CONFIGURE OUTPUT "${together}" CONTENT "${includes}" @ONLY)
   target_sources(${target} PRIVATE "${together}")
+  if(CMAKE_CXX_COMPILER_ID STREQUAL GNU)
+    # In what is included, other than in a source, g++ warns of classes with members of unnamed namespaces.
+    set_source_files_properties("${together}" PROPERTIES COMPILE_OPTIONS -Wno-subobject-linkage)
+  endif()
 endfunction()

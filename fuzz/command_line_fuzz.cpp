@@ -52,7 +52,8 @@ void AppendEvent(Arguments& arguments, const AlertEvent& event, const MessageVar
 Arguments WithOptions(Arguments arguments, const AlertOptions& options) {
   arguments = With(std::move(arguments), {{"--raw-values", options.takes_raw_values},
                                           {"--timestamps", options.has_times},
-                                          {"--show-secrets", options.shows_secrets}});
+                                          {"--show-secrets", options.shows_secrets},
+                                          {"--event-log", options.uses_event_log}});
   AppendEvent(arguments, options.event, options.variables);
   if (options.time_limit) {
     const std::string milliseconds = std::to_string(1000 + options.time_limit->count() % 1000);
@@ -172,6 +173,8 @@ Arguments Written(const Invocation& invocation) {
   if (invocation.module_file) {
     arguments.insert(arguments.begin(), "--module=" + *invocation.module_file);
   }
+  if (invocation.log_file)
+    arguments.insert(std::ranges::find(arguments, "--"), "--log-file=" + *invocation.log_file);
   if (invocation.report_form == ReportForm::kJson)
     arguments.insert(std::ranges::find(arguments, "--"), "--json");
   return arguments;

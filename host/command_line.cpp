@@ -9,9 +9,12 @@
 #include <type_traits>
 #include <utility>
 
+#include "host/commands/completion_command.h"
+#include "host/completion/completion_script.h"
 #include "host/text/name_list.h"
 #include "host/text/nearest_name.h"
 #include "host/text/version.h"
+#include "module/class_descriptions.h"
 
 namespace brantel::host {
 namespace {
@@ -19,6 +22,7 @@ namespace {
 constexpr const char* kProgram = "notifyhost";
 constexpr const char* kModuleOption = "--module";
 constexpr const char* kJsonOption = "--json";
+constexpr const char* kLogFileOption = "--log-file";
 
 // Commands that have a common first word.
 struct CommandGroup {
@@ -176,7 +180,8 @@ class Parser {
     for (const KnownCommand& command : kCommands) {
       AddParser(command);
     }
-    AddHelpParser();
+    Declare<CompletionCommand>(*AddCommand(CompletionCommand::kSyntax), completion_);
+    Declare<HelpCommand>(*AddCommand(HelpCommand::kSyntax), help_);
     AddModuleOption(app_);
     app_.footer(
         "Exit codes: 0 delivered or done, 1 failed, 2 wrong usage or invalid values,\n"
@@ -205,9 +210,11 @@ class Parser {
     }
     if (const auto error = FindError()) return MakeUsageError(*error);
     if (help_) return FindHelp();
+    if (completion_) return HelpRequest{CompletionScript()};
     Invocation invocation{std::nullopt, as_json_ ? ReportForm::kJson : ReportForm::kText,
-                          std::move(chosen_)};
+                          std::nullopt, std::move(chosen_)};
     if (!module_file_.empty()) invocation.module_file = module_file_;
+    if (!log_file_.empty()) invocation.log_file = log_file_;
     return invocation;
   }
 
@@ -230,6 +237,19 @@ class Parser {
         kJsonOption, [this] { as_json_ = true; },
         "Tell it as JSON for programs, an object a line, with\n"
         "texts as they are");
+  }
+
+  void AddLogFileOption(CLI::App& parser) {
+    const auto set_log_file = [this](const std::string& file) {
+      if (file.empty()) throw CLI::ValidationError(kLogFileOption, "the file name is empty");
+      log_file_ = file;
+    };
+    parser
+        .add_option_function<std::string>(kLogFileOption, set_log_file,
+                                          "Also write what is told to this file, with the time\n"
+                                          "before each line. One beyond a megabyte is put aside")
+        ->option_text("FILE")
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
   }
 
   void SetModuleFile(const std::string& file) {
@@ -265,10 +285,9 @@ class Parser {
     CLI::App* const parser = AddCommand(syntax);
     command.declare(*parser, chosen_);
     if (syntax.report_use == ReportUse::kReport) AddJsonOption(*parser);
+    AddLogFileOption(*parser);
     if (syntax.module_use == ModuleUse::kModule) AddModuleOption(*parser);
   }
-
-  void AddHelpParser() { Declare<HelpCommand>(*AddCommand(HelpCommand::kSyntax), help_); }
 
   // The help that "help" and the names behind it ask for.
   [[nodiscard]] std::variant<Invocation, HelpRequest, UsageError> FindHelp() const {
@@ -286,6 +305,35 @@ class Parser {
     // Not its own help, which would be that of the command that was given.
     return parser.get_formatter()->make_help(&parser, parser.get_name(),
                                              CLI::AppFormatMode::Normal);
+  }
+
+  [[nodiscard]] std::string CompletionScript() const {
+    std::vector<CompletedCommand> commands;
+    AppendCompleted(app_, commands);
+    const auto shells = CompletionShells();
+    return std::ranges::find(shells, completion_->shell, &CompletionShell::name)->script(commands);
+  }
+
+  // The parser's commands, and itself behind them.
+  static void AppendCompleted(const CLI::App& parser, std::vector<CompletedCommand>& commands) {
+    for (const CLI::App* const command : parser.get_subcommands({}))
+      AppendCompleted(*command, commands);
+    commands.push_back({FullName(parser), WordsBehind(parser)});
+  }
+
+  static std::vector<std::string> WordsBehind(const CLI::App& parser) {
+    std::vector<std::string> words = NamesOfCommands(parser);
+    for (const CLI::Option* const option : parser.get_options()) {
+      if (option->get_name() == "CLASS") std::ranges::copy(ClassNames(), std::back_inserter(words));
+      if (!option->get_positional()) words.push_back("--" + option->get_lnames().front());
+    }
+    return words;
+  }
+
+  static std::vector<std::string> ClassNames() {
+    return NamesOf(ClassDescriptions(), [](const ClassDescription* notifier_class) {
+      return notifier_class->instances.class_name;
+    });
   }
 
   [[nodiscard]] const CLI::App* ChosenParser() const { return ChosenAmong(app_); }
@@ -385,8 +433,10 @@ class Parser {
 
   CLI::App app_;
   std::string module_file_;
+  std::string log_file_;
   bool as_json_ = false;
   Command chosen_;
+  std::optional<CompletionCommand> completion_;
   std::optional<HelpCommand> help_;
 };
 

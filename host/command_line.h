@@ -42,6 +42,7 @@ struct Invocation {
   // no module.
   std::optional<std::string> module_file;
   ReportForm report_form = ReportForm::kText;
+  std::optional<std::string> log_file;  // which gets a copy of what is told, if one is named
   Command command;
 };
 

@@ -5,6 +5,7 @@
 
 #include <exception>
 #include <memory>
+#include <optional>
 #include <string>
 #include <variant>
 #include <vector>
@@ -14,7 +15,10 @@
 #include "host/commands/command_context_win32.h"
 #include "host/outcome/command_failure.h"
 #include "host/outcome/result_text.h"
+#include "host/system/file_path_win32.h"
+#include "host/system/log_file_win32.h"
 #include "host/system/output_stream_win32.h"
+#include "host/text/tee_sink.h"
 #include "system/windows/utf8_text_win32.h"
 
 namespace brantel::host {
@@ -47,6 +51,23 @@ std::vector<std::string> CommandLineArguments() {
   return arguments;
 }
 
+// What `run` returns, or what its failure stands for, which is told.
+template <typename Function>
+ExitCode Guarded(const TextSink& errors, const Function& run) {
+  const auto tell = [&](const char* message) {
+    errors.Write(std::string("notifyhost: ") + message + "\n");
+  };
+  try {
+    return run();
+  } catch (const CommandFailure& failure) {
+    tell(failure.what());
+    return failure.exit_code();
+  } catch (const std::exception& error) {
+    tell(error.what());
+    return ExitCode::kFailed;
+  }
+}
+
 // Does what one outcome of reading the command line asks for.
 struct Runner {
   ExitCode operator()(const HelpRequest& help) const {
@@ -58,11 +79,21 @@ struct Runner {
     return ExitCode::kWrongUsage;
   }
   ExitCode operator()(const Invocation& invocation) const {
-    const ComApartment apartment;
-    const ReportWriter report(output, invocation.report_form, output.TakesColours());
-    const CommandContext context{invocation.module_file, report, output, errors};
-    return std::visit([&](const auto& command) { return Run(command, context); },
-                      invocation.command);
+    std::optional<LogFile> log;
+    if (invocation.log_file) log.emplace(FullPath(FromUtf8(*invocation.log_file)), errors);
+    const TextSink* const copy = log ? &*log : nullptr;
+    return RunCommand(invocation, TeeSink(output, copy), TeeSink(errors, copy));
+  }
+
+  ExitCode RunCommand(const Invocation& invocation, const TextSink& told,
+                      const TextSink& warned) const {
+    const ReportWriter report(told, invocation.report_form, output.TakesColours());
+    const CommandContext context{invocation.module_file, report, told, warned};
+    return Guarded(warned, [&] {
+      const ComApartment apartment;
+      return std::visit([&](const auto& command) { return Run(command, context); },
+                        invocation.command);
+    });
   }
 
   OutputStream output{STD_OUTPUT_HANDLE};
@@ -77,20 +108,11 @@ ExitCode DeliverAsTold(const std::wstring& pipe_name) {
 
 ExitCode RunHost() {
   const Runner runner;
-  const auto print_error = [&](const char* message) {
-    runner.errors.Write(std::string("notifyhost: ") + message + "\n");
-  };
-  try {
+  return Guarded(runner.errors, [&] {
     const auto arguments = CommandLineArguments();
     if (const auto pipe_name = AttemptPipeName(arguments)) return DeliverAsTold(*pipe_name);
     return std::visit(runner, ParseCommandLine(arguments));
-  } catch (const CommandFailure& failure) {
-    print_error(failure.what());
-    return failure.exit_code();
-  } catch (const std::exception& error) {
-    print_error(error.what());
-    return ExitCode::kFailed;
-  }
+  });
 }
 
 }  // namespace

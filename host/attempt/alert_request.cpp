@@ -9,7 +9,7 @@ Record OrNull(const auto& value) {
   return value ? Record(*value) : Record(nullptr);
 }
 
-AlertRequest FromRecord(const Record& record) {
+AlertRequest RequestFrom(const Record& record) {
   AlertRequest request;
   if (const Record& file = record.at("module"); !file.is_null())
     request.module_file = file.get<std::string>();
@@ -37,7 +37,7 @@ std::string RequestLine(const AlertRequest& request) {
 
 std::optional<AlertRequest> ParseRequest(std::string_view line) {
   try {
-    return FromRecord(Record::parse(line));
+    return RequestFrom(Record::parse(line));
   } catch (const Record::exception&) {
     return std::nullopt;
   }

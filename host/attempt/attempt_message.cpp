@@ -18,7 +18,7 @@ struct ToRecord {
   }
 };
 
-AttemptMessage FromRecord(const Record& record) {
+AttemptMessage MessageFrom(const Record& record) {
   if (record.contains(kLog)) return LoggedText{record.at(kLog).get<std::string>()};
   if (record.contains(kFault)) {
     return AttemptFault{record.at(kExitCode).get<ExitCode>(), record.at(kFault).get<std::string>()};
@@ -34,22 +34,10 @@ std::string MessageLine(const AttemptMessage& message) {
 
 std::optional<AttemptMessage> ParseMessage(std::string_view line) {
   try {
-    return FromRecord(Record::parse(line));
+    return MessageFrom(Record::parse(line));
   } catch (const Record::exception&) {
     return std::nullopt;
   }
-}
-
-std::optional<std::string> LineAssembler::NextLine() {
-  const std::size_t end = bytes_.find('\n', searched_);
-  if (end == std::string::npos) {
-    searched_ = bytes_.size();
-    return std::nullopt;
-  }
-  std::string line = bytes_.substr(0, end);
-  bytes_.erase(0, end + 1);
-  searched_ = 0;
-  return line;
 }
 
 }  // namespace brantel::host

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -42,18 +41,5 @@ std::string MessageLine(const AttemptMessage& message);
 
 // Reads such a line. Nothing when it is none.
 std::optional<AttemptMessage> ParseMessage(std::string_view line);
-
-// Puts lines together from what comes in pieces.
-class LineAssembler {
- public:
-  void Take(std::string_view piece) { bytes_.append(piece); }
-
-  // The next whole line, without its end, if there is one.
-  std::optional<std::string> NextLine();
-
- private:
-  std::string bytes_;
-  std::size_t searched_ = 0;  // bytes in which there is no line end
-};
 
 }  // namespace brantel::host

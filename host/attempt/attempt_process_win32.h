@@ -10,6 +10,7 @@
 #include "host/attempt/attempt_message.h"
 #include "host/course/alert_course.h"
 #include "host/system/interruption_win32.h"
+#include "host/text/line_assembler.h"
 #include "system/windows/handle_win32.h"
 
 namespace brantel::host {

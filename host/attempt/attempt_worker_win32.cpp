@@ -12,6 +12,7 @@
 #include "host/module/created_notifier_win32.h"
 #include "host/outcome/result_text.h"
 #include "host/system/interruption_win32.h"
+#include "host/text/line_assembler.h"
 #include "system/windows/bstr_win32.h"
 #include "system/windows/com_pointer_win32.h"
 #include "system/windows/handle_win32.h"

@@ -9,11 +9,13 @@
 #include "host/instances/instance_text.h"
 #include "host/instances/journal_name.h"
 #include "host/journal/journal_entry.h"
-#include "host/journal/journal_file_win32.h"
+#include "host/journal/journal_history.h"
 #include "host/machine/modem_line_win32.h"
 #include "host/settings/line_setup.h"
+#include "host/system/event_log_win32.h"
 #include "host/system/file_path_win32.h"
 #include "host/system/present_time_win32.h"
+#include "host/system/rotated_file_win32.h"
 #include "host/system/running_process_win32.h"
 #include "host/system/unique_text_win32.h"
 #include "host/text/letter_case.h"
@@ -24,10 +26,10 @@
 namespace brantel::host {
 namespace {
 
-JournalFile JournalOf(const AlertToDeliver& alert, const AlertOptions& options) {
-  if (!options.journal.empty()) return JournalFile(FullPath(FromUtf8(options.journal)));
+std::wstring JournalPath(const AlertToDeliver& alert, const AlertOptions& options) {
+  if (!options.journal.empty()) return FullPath(FromUtf8(options.journal));
   const std::wstring name = FromUtf8(kJournalName);
-  return JournalFile(IsDirectory(alert.folder) ? alert.folder + L"\\" + name : FullPath(name));
+  return IsDirectory(alert.folder) ? alert.folder + L"\\" + name : FullPath(name);
 }
 
 JournalEntry BeginningOf(const AlertToDeliver& alert, const AlertOptions& options) {
@@ -77,7 +79,7 @@ class Delivery {
         options_(options),
         context_(context),
         line_(LineOf(alert)),
-        journal_(JournalOf(alert, options)),
+        journal_(JournalPath(alert, options), RotatedFile::Durability::kComputer),
         entry_(BeginningOf(alert, options)),
         teller_(context.report, AlertCourse(alert.class_name, InstanceOf(alert)),
                 SecretsOf(alert, options), options.has_times) {}
@@ -96,6 +98,7 @@ class Delivery {
     if (outcome.end != AttemptEnd::kReturned && line_) ReleaseLine(*line_, context_.errors);
     if (outcome.fault) throw CommandFailure(outcome.fault->exit_code, outcome.fault->message);
     teller_.TellEnd(summary);
+    if (options_.uses_event_log) NoteInEventLog(summary);
     return summary.verdict.delivered ? ExitCode::kDone : ExitCode::kFailed;
   }
 
@@ -110,6 +113,12 @@ class Delivery {
       context_.errors.Write("notifyhost: warning: the journal " + ToUtf8(journal_.path()) +
                             " cannot be written: " + *error + "\n");
     }
+  }
+
+  void NoteInEventLog(const AttemptSummary& summary) const {
+    const auto kind = summary.verdict.delivered ? EventKind::kInformation : EventKind::kError;
+    if (!ReportToEventLog(kind, HistoryText(entry_)))
+      context_.errors.Write("notifyhost: warning: the event log takes nothing\n");
   }
 
   AttemptOutcome Try() {
@@ -135,7 +144,7 @@ class Delivery {
   const AlertOptions& options_;
   const CommandContext& context_;
   const std::optional<LineSetup> line_;
-  const JournalFile journal_;
+  const RotatedFile journal_;
   JournalEntry entry_;
   AlertTeller teller_;
   const std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();

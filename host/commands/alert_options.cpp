@@ -44,6 +44,9 @@ void DeclareAlertOptions(CLI::App& parser, AlertOptions& options) {
               "Begin each line of the log with the seconds since the\n"
               "start");
   DeclareJournal(parser, options.journal);
+  DeclareFlag(parser, "--event-log", options.uses_event_log,
+              "Also put what became of the alert into the event log\n"
+              "of Windows");
   DeclareShowSecrets(parser, options.shows_secrets);
 }
 

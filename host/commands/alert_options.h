@@ -21,6 +21,7 @@ struct AlertOptions {
   std::optional<std::chrono::milliseconds> time_limit{};
   bool has_times = false;
   bool shows_secrets = false;
+  bool uses_event_log = false;
   std::string journal{};  // as given, so it may be relative; empty when none is
 };
 

@@ -13,9 +13,9 @@
 namespace brantel::host {
 namespace {
 
-constexpr std::array kColumns = {Column{"class", "Class"}, Column{"progid", "ProgID"},
-                                 Column{"clsid", "CLSID"}, Column{"description", "Description"},
-                                 Column{"registered", "Registered"}};
+constexpr std::array kClassColumns = {
+    Column{"class", "Class"}, Column{"progid", "ProgID"}, Column{"clsid", "CLSID"},
+    Column{"description", "Description"}, Column{"registered", "Registered"}};
 
 // Whether the class is registered, seen from this module file.
 std::string RegistrationText(const ModuleClass& module_class, const std::wstring& module_file) {
@@ -37,7 +37,7 @@ ExitCode Run(const ClassesCommand&, const CommandContext& context) {
                        {"registered", RegistrationText(module_class, module_file)}});
   }
   context.report.Prose("Classes of " + ToUtf8(module_file) + "\n\n");
-  context.report.Table(kColumns, records);
+  context.report.Table(kClassColumns, records);
   return ExitCode::kDone;
 }
 

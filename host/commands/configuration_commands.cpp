@@ -7,12 +7,12 @@
 namespace brantel::host {
 
 const CommandSyntax AddCommand::kSyntax = {
-    "add", ModuleUse::kModule, ReportUse::kNone, "Add an instance in the class's dialog",
+    "add", ModuleUse::kModule, ReportUse::kReport, "Add an instance in the class's dialog",
     "  notifyhost add Beeper C:\\Instances\n"
     "  notifyhost add Sound . --module Brantel_Notifications.dll"};
 
 const CommandSyntax EditCommand::kSyntax = {
-    "edit", ModuleUse::kModule, ReportUse::kNone, "Edit an instance in the class's dialog",
+    "edit", ModuleUse::kModule, ReportUse::kReport, "Edit an instance in the class's dialog",
     "  notifyhost edit Beeper C:\\Instances Night\n"
     "  notifyhost edit Sound . Default --module Brantel_Notifications.dll"};
 

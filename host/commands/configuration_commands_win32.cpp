@@ -36,25 +36,34 @@ using Dialog = HRESULT (STDMETHODCALLTYPE INotifierConfig::*)(BSTR directory, BS
 
 // Runs the dialog, prints the log that comes meanwhile, and returns the dialog's own result.
 HRESULT RunDialog(const CreatedNotifier& created, INotifierConfig& configuration, Dialog dialog,
-                  const std::wstring& directory, Bstr& name, const TextSink& output) {
+                  const std::wstring& directory, Bstr& name, const ReportWriter& report) {
   LogText log;
-  const auto callback = ComPointer<HostCallback>::Adopt(new HostCallback(
-      kNoEvent, PlainExpander({}), [&](std::string_view text) { output.Write(log.Render(text)); }));
+  const auto callback = ComPointer<HostCallback>::Adopt(
+      new HostCallback(kNoEvent, PlainExpander({}), [&](std::string_view text) {
+        report.Entry(log.Render(text), {{"log", text}});
+      }));
   // A class that cannot deliver on this machine can still be configured here.
   const bool is_bound = SUCCEEDED(created.notifier->Initialize(callback.get()));
   const Bstr directory_argument(directory);
   const HRESULT result = (configuration.*dialog)(directory_argument.get(), name.in_out());
   if (is_bound) created.notifier->Shutdown();
-  if (!log.at_line_start()) output.Write("\n");
+  if (!log.at_line_start()) report.Prose("\n");
   return result;
 }
 
-ExitCode Report(HRESULT result, const std::string& done, const Bstr& name, const TextSink& output) {
+// `done` is what has become of the instance where all went well.
+ExitCode Report(HRESULT result, const std::string& done, const Bstr& name,
+                const ReportWriter& report) {
   if (result == S_OK) {
-    output.Write(done + " " + ShowControlCharacters(ToUtf8(name.view())) + ".\n");
+    const std::string given = ToUtf8(name.view());
+    report.Entry(done + " " + ShowControlCharacters(given) + ".\n",
+                 {{"outcome", done}, {"name", given}});
     return ExitCode::kDone;
   }
-  output.Write(result == E_FAIL ? "Cancelled.\n" : "Failed: " + ResultText(result) + "\n");
+  const bool is_cancelled = result == E_FAIL;
+  report.Entry(
+      is_cancelled ? "Cancelled.\n" : "Failed: " + ResultText(result) + "\n",
+      {{"outcome", is_cancelled ? "Cancelled" : "Failed"}, {"result", ResultText(result)}});
   return ExitCode::kFailed;
 }
 
@@ -66,8 +75,8 @@ ExitCode Run(const AddCommand& command, const CommandContext& context) {
   const auto configuration = ConfigurationOf(created, command.class_name);
   Bstr name;
   const HRESULT result = RunDialog(created, *configuration.get(), &INotifierConfig::AddInstance,
-                                   directory, name, context.output);
-  return Report(result, "Added", name, context.output);
+                                   directory, name, context.report);
+  return Report(result, "Added", name, context.report);
 }
 
 ExitCode Run(const EditCommand& command, const CommandContext& context) {
@@ -76,8 +85,8 @@ ExitCode Run(const EditCommand& command, const CommandContext& context) {
   const auto configuration = ConfigurationOf(created, command.class_name);
   Bstr name(FromUtf8(command.name));
   const HRESULT result = RunDialog(created, *configuration.get(), &INotifierConfig::EditInstance,
-                                   directory, name, context.output);
-  return Report(result, "Saved", name, context.output);
+                                   directory, name, context.report);
+  return Report(result, "Saved", name, context.report);
 }
 
 }  // namespace brantel::host

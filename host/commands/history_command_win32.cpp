@@ -2,11 +2,11 @@
 
 #include "host/commands/command_context_win32.h"
 #include "host/instances/journal_name.h"
-#include "host/journal/journal_file_win32.h"
 #include "host/journal/journal_history.h"
 #include "host/system/file_path_win32.h"
 #include "host/system/interruption_win32.h"
 #include "host/system/present_time_win32.h"
+#include "host/system/rotated_file_win32.h"
 #include "host/system/running_process_win32.h"
 #include "system/windows/utf8_text_win32.h"
 
@@ -15,11 +15,11 @@ namespace {
 
 constexpr DWORD kPollMilliseconds = 500;
 
-JournalFile JournalOf(const HistoryCommand& command) {
-  if (!command.journal.empty()) return JournalFile(FullPath(FromUtf8(command.journal)));
+std::wstring JournalPath(const HistoryCommand& command) {
+  if (!command.journal.empty()) return FullPath(FromUtf8(command.journal));
   const std::wstring name = FromUtf8(kJournalName);
-  if (command.directory.empty()) return JournalFile(FullPath(name));
-  return JournalFile(ExistingDirectory(FromUtf8(command.directory)) + L"\\" + name);
+  if (command.directory.empty()) return FullPath(name);
+  return ExistingDirectory(FromUtf8(command.directory)) + L"\\" + name;
 }
 
 std::optional<PointInTime> Since(const HistoryCommand& command) {
@@ -41,7 +41,7 @@ bool RunsStill(const JournalEntry& entry) {
 }  // namespace
 
 ExitCode Run(const HistoryCommand& command, const CommandContext& context) {
-  const JournalFile journal = JournalOf(command);
+  const RotatedFile journal(JournalPath(command), RotatedFile::Durability::kComputer);
   JournalHistory history(context.report, {command.is_failed_only, Since(command)}, RunsStill);
   history.Tell(ReadJournal(journal.Read()));
   if (command.follows) {

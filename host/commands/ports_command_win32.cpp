@@ -22,8 +22,8 @@
 namespace brantel::host {
 namespace {
 
-constexpr std::array kColumns = {Column{"port", "Port"}, Column{"device", "Device"},
-                                 Column{"state", "State"}, Column{"profiles", "Profiles"}};
+constexpr std::array kPortColumns = {Column{"port", "Port"}, Column{"device", "Device"},
+                                     Column{"state", "State"}, Column{"profiles", "Profiles"}};
 
 // What the system has devices under; more than any computer's names take.
 constexpr std::size_t kNamesCapacity = 65536;
@@ -122,7 +122,7 @@ ExitCode Run(const PortsCommand&, const CommandContext& context) {
     missing.push_back(user.port);
     records.push_back(RecordOf(user.port, users, false));
   }
-  context.report.Table(kColumns, records);
+  context.report.Table(kPortColumns, records);
   return numbers.empty() ? ExitCode::kNothingMatched : ExitCode::kDone;
 }
 

@@ -19,9 +19,9 @@
 namespace brantel::host {
 namespace {
 
-constexpr std::array kColumns = {Column{"setting", "Setting"}, Column{"value", "Value"},
-                                 Column{"origin", "From"}, Column{"values", "Values"},
-                                 Column{"meaning", "Meaning"}};
+constexpr std::array kSettingColumns = {Column{"setting", "Setting"}, Column{"value", "Value"},
+                                        Column{"origin", "From"}, Column{"values", "Values"},
+                                        Column{"meaning", "Meaning"}};
 
 // Far more than export prints.
 constexpr std::size_t kLargestImport = 1U << 20U;
@@ -134,7 +134,7 @@ ExitCode Run(const SettingsListCommand& command, const CommandContext& context) 
     records.push_back(RecordOf(setting));
   context.report.Prose("Settings of " + profile.name() + "\nin HKEY_LOCAL_MACHINE\\" +
                        profile.path() + "\n\n");
-  context.report.Table(kColumns, records);
+  context.report.Table(kSettingColumns, records);
   return ExitCode::kDone;
 }
 

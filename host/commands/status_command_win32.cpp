@@ -14,9 +14,9 @@
 namespace brantel::host {
 namespace {
 
-constexpr std::array kColumns = {Column{"role", "Module"},     Column{"file", "File"},
-                                 Column{"version", "Version"}, Column{"bits", "Bits"},
-                                 Column{"classes", "Classes"}, Column{"state", "State"}};
+constexpr std::array kStatusColumns = {Column{"role", "Module"},     Column{"file", "File"},
+                                       Column{"version", "Version"}, Column{"bits", "Bits"},
+                                       Column{"classes", "Classes"}, Column{"state", "State"}};
 
 Record RecordOf(const ModuleFileState& module, const std::string& role) {
   Record record{{"role", role},
@@ -58,7 +58,7 @@ ExitCode Run(const StatusCommand&, const CommandContext& context) {
   for (const RegisteredCopy& copy : RegisteredCopies())
     records.push_back(RecordOf(copy, own));
   context.report.Prose(std::string("notifyhost ").append(ProgramVersion()) + ", 32-bit\n\n");
-  context.report.Table(kColumns, records);
+  context.report.Table(kStatusColumns, records);
   if (records.size() > 1) return ExitCode::kDone;
   context.report.Prose("\nNothing is registered; notifyhost register does that.\n");
   return ExitCode::kNothingMatched;

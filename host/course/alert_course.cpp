@@ -288,7 +288,7 @@ class AlertCourse::Impl {
   [[nodiscard]] Verdict WithoutResult(AttemptEnd end) const {
     std::string words = "no result: ";
     words += std::ranges::find(kEndWords, end, &EndWords::end)->words;
-    words += phase_.empty() ? " before anything was logged" : " while " + phase_;
+    if (!phase_.empty()) words += " while " + phase_;
     if (taken_ != nullptr) return {false, words + "; " + TakenWords(), {}};
     if (!reason_ || reason_->row->bearing == Bearing::kHint) return {false, words, {}};
     return {false, words + "; " + reason_->words, AdviceOn(*reason_)};

@@ -43,13 +43,6 @@ std::string Subject(const JournalEntry& entry) {
   return entry.class_name + (file.empty() ? "" : " " + file) + ", " + entry.event;
 }
 
-std::string Words(const JournalEntry& entry) {
-  const std::string took =
-      entry.end ? RightAligned(SecondsText(entry.end->seconds), kSecondsWidth) + "  " : "";
-  return took +
-         ShowControlCharacters(Subject(entry) + (entry.end ? ": " + entry.end->verdict : ""));
-}
-
 Record RecordOf(const JournalEntry& entry, AttemptState state) {
   Record record = {{"began", TimeText(entry.began)}, {"command", entry.command},
                    {"class", entry.class_name},      {"instance", entry.instance},
@@ -63,6 +56,13 @@ Record RecordOf(const JournalEntry& entry, AttemptState state) {
 }
 
 }  // namespace
+
+std::string HistoryText(const JournalEntry& entry) {
+  const std::string took =
+      entry.end ? RightAligned(SecondsText(entry.end->seconds), kSecondsWidth) + "  " : "";
+  return took +
+         ShowControlCharacters(Subject(entry) + (entry.end ? ": " + entry.end->verdict : ""));
+}
 
 JournalHistory::JournalHistory(const ReportWriter& report, HistoryFilter filter,
                                RunsStill runs_still)
@@ -78,7 +78,7 @@ void JournalHistory::Tell(const std::vector<JournalEntry>& entries) {
     told->second = state;
     const std::string name(NameOf(state));
     report_.Entry(ShortTimeText(entry.began) + "  " + report_.Painted(ColourOf(state), name) +
-                      std::string(kStateWidth - name.size(), ' ') + Words(entry) + "\n",
+                      std::string(kStateWidth - name.size(), ' ') + HistoryText(entry) + "\n",
                   RecordOf(entry, state));
   }
 }

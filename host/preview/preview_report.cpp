@@ -14,12 +14,12 @@ namespace brantel::host {
 namespace {
 
 std::string Hexadecimal(std::string_view bytes) {
-  constexpr std::string_view kDigits = "0123456789ABCDEF";
+  constexpr std::string_view kHexDigits = "0123456789ABCDEF";
   std::string text;
   for (const char c : bytes) {
     const auto byte = static_cast<std::uint8_t>(c);
-    text += kDigits[byte >> 4U];
-    text += kDigits[byte & 0x0FU];
+    text += kHexDigits[byte >> 4U];
+    text += kHexDigits[byte & 0x0FU];
   }
   return text;
 }

@@ -35,6 +35,17 @@ std::string JsonLine(const Record& record) {
   return record.dump(-1, ' ', false, Record::error_handler_t::replace);
 }
 
+std::string WithoutColours(std::string_view text) {
+  std::string plain(text);
+  for (const std::string_view sequence :
+       {ColourSequence(Colour::kGreen), ColourSequence(Colour::kYellow),
+        ColourSequence(Colour::kRed), kPlain}) {
+    for (std::size_t at = 0; (at = plain.find(sequence, at)) != std::string::npos;)
+      plain.erase(at, sequence.size());
+  }
+  return plain;
+}
+
 void ReportWriter::Prose(std::string_view words) const {
   if (form_ == ReportForm::kText) sink_.Write(words);
 }

@@ -26,6 +26,9 @@ struct Column {
 // The record as one line, without a line end. What is no UTF-8 in it is replaced.
 std::string JsonLine(const Record& record);
 
+// The text without the colours of Painted.
+std::string WithoutColours(std::string_view text);
+
 // Writes what a command tells: for people, or for programs as one JSON object a line. A command
 // writes once and does not ask which of both it is.
 class ReportWriter {

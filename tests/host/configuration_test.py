@@ -2,6 +2,7 @@
 against the real one, that operators get their dialogs.
 """
 
+import json
 import subprocess
 
 import pytest
@@ -35,6 +36,14 @@ def test_add(configure, stand_in, folder):
     assert (outcome.exit_code, outcome.errors) == (0, "")
     assert outcome.output == f"[{windows_path(folder)}][]\n{NO_TRIGGER}Added  2.\n"
     assert stand_in.trace() == [*CALLS_BEFORE, "AddInstance", *CALLS_AFTER]
+
+
+def test_add_tells_programs(configure, folder):
+    outcome = configure("add", "Beeper", folder.name, "--json")
+    records = [json.loads(line) for line in outcome.output.splitlines()]
+    assert (outcome.exit_code, outcome.errors) == (0, "")
+    assert [list(record) for record in records[:-1]] == [["log"]] * (len(records) - 1)
+    assert records[-1] == {"outcome": "Added", "name": " 2"}
 
 
 def test_edit(configure, stand_in, folder):

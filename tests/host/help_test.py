@@ -32,9 +32,13 @@ Options:
   --journal FILE        The journal of alerts. Without it:
                         notifyhost.journal in the directory of the instances,
                         or in the working directory where there is none
+  --event-log           Also put what became of the alert into the event log
+                        of Windows
   --show-secrets        Show passwords, which are hidden otherwise
   --json                Tell it as JSON for programs, an object a line, with
                         texts as they are
+  --log-file FILE       Also write what is told to this file, with the time
+                        before each line. One beyond a megabyte is put aside
   --module FILE         Load this module file, registered or not. Without
                         it, send, add and edit go by the registered classes,
                         and what is about the module takes the one beside
@@ -70,6 +74,8 @@ Options:
                         anything
   --json                Tell it as JSON for programs, an object a line, with
                         texts as they are
+  --log-file FILE       Also write what is told to this file, with the time
+                        before each line. One beyond a megabyte is put aside
 
 Examples:
   notifyhost new Beeper Night "beeper number=5551234" down-code=911
@@ -86,7 +92,7 @@ def test_help_lists_the_commands(lone_host, arguments):
         "Usage: notifyhost [OPTIONS] COMMAND [ARGUMENTS]\n")
     for command in ("classes", "register", "unregister", "send", "add", "edit", "instances", "show",
                     "new", "fields", "status", "doctor", "set", "ports", "settings", "help", "test",
-                    "history", "preview"):
+                    "history", "preview", "completion"):
         assert f"\n  {command}  " in outcome.output
     assert ("\nExit codes: 0 delivered or done, 1 failed, 2 wrong usage or invalid values,\n"
             "3 nothing matched\n") in outcome.output

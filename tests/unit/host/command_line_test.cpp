@@ -137,6 +137,21 @@ TEST(CommandLine, TakesHowAnAlertIsSent) {
             std::chrono::hours(24));
 }
 
+TEST(CommandLine, TakesALogFileForEachCommand) {
+  EXPECT_EQ(Accepted({"classes"}).log_file, std::nullopt);
+  EXPECT_EQ(Accepted({"classes", "--log-file", "C:\\log"}).log_file, "C:\\log");
+  EXPECT_EQ(Accepted({"send", "Sound", "--log-file=a=b", "x"}).log_file, "a=b");
+}
+
+TEST(CommandLine, ShowsScriptsOfCompletion) {
+  for (const char* shell : {"bash", "powershell"}) {
+    const auto parsed = ParseCommandLine({"completion", shell});
+    const auto* const script = std::get_if<HelpRequest>(&parsed);
+    ASSERT_NE(script, nullptr);
+    EXPECT_NE(script->text.find("settings import"), std::string::npos);
+  }
+}
+
 TEST(CommandLine, TakesWhatIsToldOfTheJournal) {
   const auto history = [](const Arguments& arguments) {
     return std::get<HistoryCommand>(Accepted(arguments).command);
@@ -266,7 +281,7 @@ const std::vector<WrongUsage>& WrongUsages() {
       "the commands are classes, register, unregister, status, doctor, preview, send, test, "
       "history, add, "
       "edit, instances, "
-      "show, new, set, fields, ports, settings and help";
+      "show, new, set, fields, ports, settings, completion and help";
   static const std::string actions = "the commands are list, get, set, reset, export and import";
   static const std::string events =
       "it takes item-up, item-down, service-up, service-down, trap, none, or a number from 0 to "
@@ -359,6 +374,13 @@ const std::vector<WrongUsage>& WrongUsages() {
        "--timeout: '86401' is no number of seconds from 0.001 to 86400"},
       {{"send", "Sound", "x", "--journal="}, "--journal= needs a value"},
       {{"send", "Sound", "x", "--journal", ""}, "--journal: the file name is empty"},
+      {{"classes", "--log-file"}, "--log-file needs a value"},
+      {{"classes", "--log-file", ""}, "--log-file: the file name is empty"},
+      {{"completion"}, "SHELL is missing"},
+      {{"completion", "cmd.exe"},
+       "SHELL: 'cmd.exe' is not a shell that completes; the shells are bash and powershell"},
+      {{"completion", "powershel"},
+       "SHELL: 'powershel' is not a shell that completes; did you mean 'powershell'?"},
       {{"send", "Sound", "x", "--event", ""}, "--event: '' is not an event; " + events},
       {{"send", "Sound", "x", "--event", "down"}, "--event: 'down' is not an event; " + events},
       {{"send", "Sound", "x", "--event", "-1"}, "--event: '-1' is not an event; " + events},
@@ -441,7 +463,7 @@ TEST(CommandLine, TellsWhereHelpIs) {
       "notifyhost: 'frobnicate' is not a command; the commands are classes, register, "
       "unregister, status, doctor, preview, send, test, history, add, edit, instances, show, new, "
       "set, fields, ports, "
-      "settings and help\nRun notifyhost --help for help.\n");
+      "settings, completion and help\nRun notifyhost --help for help.\n");
   EXPECT_EQ(std::get<UsageError>(ParseCommandLine({"send", "Sound"})).text,
             "notifyhost: FILE is missing\nRun notifyhost send --help for help.\n");
   EXPECT_EQ(std::get<UsageError>(ParseCommandLine({"settings", "get", "Pager"})).text,

@@ -60,19 +60,5 @@ TEST(AttemptMessage, IsReadFromNothingElse) {
     EXPECT_FALSE(ParseMessage(line)) << line;
 }
 
-TEST(LineAssembler, GivesWholeLinesHoweverTheyCome) {
-  const std::string text = "one\n\ntwo three\nopen";
-  for (std::size_t size = 1; size <= text.size(); ++size) {
-    LineAssembler lines;
-    std::vector<std::string> found;
-    for (std::size_t at = 0; at < text.size(); at += size) {
-      lines.Take(std::string_view(text).substr(at, size));
-      while (const auto line = lines.NextLine())
-        found.push_back(*line);
-    }
-    EXPECT_EQ(found, (std::vector<std::string>{"one", "", "two three"})) << size;
-  }
-}
-
 }  // namespace
 }  // namespace brantel::host

@@ -133,7 +133,7 @@ TEST(AlertCourse, TellsTheLastPhaseOfSeveral) {
 
 TEST(AlertCourse, TellsWhatItKnowsOfAnAttemptWithoutResult) {
   EXPECT_EQ(Ended(PageCourse("TAP"), {}, AttemptEnd::kTimedOut),
-            "1  no result: the time ran out before anything was logged\n");
+            "1  no result: the time ran out\n");
   EXPECT_EQ(Ended(PageCourse("TAP"), LoggingIn(), AttemptEnd::kInterrupted),
             "1  no result: it was interrupted while logging in\n");
   EXPECT_EQ(Ended(PageCourse("TAP"), LoggingIn() + Log{"returned \"\x15\r\"\r\n"},

@@ -1,4 +1,4 @@
-#include "host/journal/journal_file_win32.h"
+#include "host/system/rotated_file_win32.h"
 
 #include <windows.h>
 
@@ -48,13 +48,13 @@ bool EndsWithinLine(const Handle& file) {
 
 }  // namespace
 
-// Keeps other hosts from the journal. Whoever is killed frees it, since the system then deletes the
+// Keeps other hosts from the file. Whoever is killed frees it, since the system then deletes the
 // file. One that does not come free is done without: a line is written in one piece, and an alert
 // must not wait.
-class JournalFile::Lock {
+class RotatedFile::Lock {
  public:
-  explicit Lock(const std::wstring& journal) {
-    const std::wstring path = journal + L".lock";
+  explicit Lock(const std::wstring& file) {
+    const std::wstring path = file + L".lock";
     for (int poll = 0; poll < kLockPolls; ++poll) {
       file_ = Handle(CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
                                  FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE, nullptr));
@@ -75,17 +75,17 @@ class JournalFile::Lock {
   Handle file_;
 };
 
-std::wstring JournalFile::OlderPath(int age) const {
+std::wstring RotatedFile::OlderPath(int age) const {
   return age == 0 ? path_ : path_ + L"." + std::to_wstring(age);
 }
 
-void JournalFile::RotateIfFull() const {
+void RotatedFile::RotateIfFull() const {
   if (SizeOf(Open(path_, GENERIC_READ, OPEN_EXISTING)) < kFullBytes) return;
   for (int age = kOldest; age > 0; --age)
     MoveFileExW(OlderPath(age - 1).c_str(), OlderPath(age).c_str(), MOVEFILE_REPLACE_EXISTING);
 }
 
-std::optional<std::string> JournalFile::Append(std::string_view line) const {
+std::optional<std::string> RotatedFile::Append(std::string_view line) const {
   const Lock lock(path_);
   if (lock.is_held()) RotateIfFull();
   const Handle file = Open(path_, FILE_APPEND_DATA | FILE_READ_DATA, OPEN_ALWAYS);
@@ -93,14 +93,15 @@ std::optional<std::string> JournalFile::Append(std::string_view line) const {
   const std::string bytes = (EndsWithinLine(file) ? "\n" : "") + std::string(line);
   DWORD written = 0;
   if (WriteFile(file.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr) ==
-          FALSE ||
-      FlushFileBuffers(file.get()) == FALSE)
+      FALSE)
     return SystemErrorText(GetLastError());
   if (written != bytes.size()) return SystemErrorText(ERROR_DISK_FULL);
+  if (durability_ == Durability::kComputer && FlushFileBuffers(file.get()) == FALSE)
+    return SystemErrorText(GetLastError());
   return std::nullopt;
 }
 
-std::string JournalFile::Read() const {
+std::string RotatedFile::Read() const {
   const Lock lock(path_);
   std::string content;
   for (int age = kOldest; age >= 0; --age) {
