@@ -10,7 +10,8 @@ add_compile_definitions(WINVER=${least_windows} _WIN32_WINNT=${least_windows} WI
 add_compile_options(-ffunction-sections -fdata-sections)
 add_link_options(-static -static-libgcc -static-libstdc++ -Wl,--gc-sections)
 if(BRANTEL_RELEASE)
-  add_compile_options(-g)
+  # Functions and lines, by which the place of a crash is found. All about variables besides takes as long again.
+  add_compile_options(-g1)
 else()
   # Of the tests here nobody reads debug information, and the linker that g++ knows takes long over sections.
   add_link_options(-fno-use-linker-plugin "SHELL:-wrapper \"${CMAKE_SOURCE_DIR}/tools/lib/link_with_lld\"")
