@@ -18,10 +18,11 @@ start_stage() {
   stage_process[$name]=$!
 }
 
-# start_build NAME TITLE SECONDS PRESET TARGET...: the same for what is to be built.
+# start_build NAME TITLE SECONDS PRESET TARGET...: the same for what is to be built. Compilers, of which there is one
+# for each processor, give way to what can only do one thing after the other.
 start_build() {
   stage_counter[$1]=$root/build/$4.log
-  start_stage "${@:1:3}" "$root/tools/lib/build_preset" "${@:4}"
+  start_stage "${@:1:3}" nice -n 10 "$root/tools/lib/build_preset" "${@:4}"
 }
 
 # What a step does and for how long, and of how many things that it counts how many are done.
