@@ -65,7 +65,7 @@ TextExpander PlainExpander(const MessageVariables& variables) {
 }
 
 TextExpander HarmlessExpander(const MessageVariables& variables, std::string_view class_name) {
-  const TextExpander expand = PlainExpander(HarmlessVariables(variables, class_name));
+  TextExpander expand = PlainExpander(HarmlessVariables(variables, class_name));
   if (!EqualIgnoringCase(class_name, "SMTPMail")) return expand;
   return [expand](std::string_view text) { return WithoutLoneFullStops(expand(text)); };
 }

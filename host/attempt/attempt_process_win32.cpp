@@ -118,7 +118,7 @@ std::optional<AttemptMessage> AttemptProcess::NextMessage(const Deadline& deadli
     while (const auto line = lines_.NextLine()) {
       if (auto message = ParseMessage(*line)) return message;
     }
-    std::array<char, kPieceBytes> piece;
+    std::array<char, kPieceBytes> piece{};
     const auto read = Transfer(
         [&] {
           return ReadFile(pipe_.get(), piece.data(), piece.size(), nullptr, &transfer_) != FALSE;

@@ -8,7 +8,7 @@
 namespace brantel::host {
 namespace {
 
-constexpr LONGLONG kFullBytes = 1024 * 1024;
+constexpr LONGLONG kFullBytes = LONGLONG{1024} * 1024;
 constexpr int kOldest = 4;
 
 constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
