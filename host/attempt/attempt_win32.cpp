@@ -8,6 +8,9 @@ namespace {
 // How long a notifier may take to shut down after its answer.
 constexpr std::chrono::seconds kShutdownTime{10};
 
+// How long what a process has told before its end may be on its way.
+constexpr std::chrono::seconds kLastWordsTime{2};
+
 // Notes what the process tells of.
 struct Listener {
   void operator()(const LoggedText& logged) const { take_log(logged.text); }
@@ -43,7 +46,8 @@ AttemptOutcome RunAttempt(const AlertRequest& request,
   if (process.Deliver(request, deadline)) Listen(process, deadline, listener);
   outcome.end = process.end();
   process.Kill();
-  Listen(process, std::nullopt, listener);
+  // A driver may hold the process for longer than anybody wants to wait.
+  Listen(process, DeadlineIn(kLastWordsTime), listener);
   if (outcome.result || outcome.fault) outcome.end = AttemptEnd::kReturned;
   return outcome;
 }
