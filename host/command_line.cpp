@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "host/commands/completion_command.h"
+#include "host/commands/shared_arguments.h"
 #include "host/completion/completion_script.h"
 #include "host/text/name_list.h"
 #include "host/text/nearest_name.h"
@@ -221,15 +222,11 @@ class Parser {
  private:
   // Every command that uses the module takes it, and it may also stand before the command.
   void AddModuleOption(CLI::App& parser) {
-    parser
-        .add_option_function<std::string>(
-            kModuleOption, [this](const std::string& file) { SetModuleFile(file); },
-            "Load this module file, registered or not. Without\n"
-            "it, send, add and edit go by the registered classes,\n"
-            "and what is about the module takes the one beside\n"
-            "notifyhost")
-        ->option_text("FILE")
-        ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
+    DeclareFileOption(parser, kModuleOption, module_file_,
+                      "Load this module file, registered or not. Without\n"
+                      "it, send, add and edit go by the registered classes,\n"
+                      "and what is about the module takes the one beside\n"
+                      "notifyhost");
   }
 
   void AddJsonOption(CLI::App& parser) {
@@ -240,21 +237,9 @@ class Parser {
   }
 
   void AddLogFileOption(CLI::App& parser) {
-    const auto set_log_file = [this](const std::string& file) {
-      if (file.empty()) throw CLI::ValidationError(kLogFileOption, "the file name is empty");
-      log_file_ = file;
-    };
-    parser
-        .add_option_function<std::string>(kLogFileOption, set_log_file,
-                                          "Also write what is told to this file, with the time\n"
-                                          "before each line. One beyond a megabyte is put aside")
-        ->option_text("FILE")
-        ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
-  }
-
-  void SetModuleFile(const std::string& file) {
-    if (file.empty()) throw CLI::ValidationError(kModuleOption, "the file name is empty");
-    module_file_ = file;
+    DeclareFileOption(parser, kLogFileOption, log_file_,
+                      "Also write what is told to this file, with the time\n"
+                      "before each line. One beyond a megabyte is put aside");
   }
 
   // The parser for what follows the first word of a name, which it makes where there is none.

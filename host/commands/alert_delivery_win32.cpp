@@ -7,9 +7,9 @@
 #include "host/attempt/alert_teller.h"
 #include "host/attempt/attempt_win32.h"
 #include "host/instances/instance_text.h"
-#include "host/instances/journal_name.h"
 #include "host/journal/journal_entry.h"
 #include "host/journal/journal_history.h"
+#include "host/journal/journal_path_win32.h"
 #include "host/machine/modem_line_win32.h"
 #include "host/settings/line_setup.h"
 #include "host/system/event_log_win32.h"
@@ -19,6 +19,7 @@
 #include "host/system/running_process_win32.h"
 #include "host/system/unique_text_win32.h"
 #include "host/text/letter_case.h"
+#include "host/text/seconds_text.h"
 #include "module/class_descriptions.h"
 #include "system/registry_settings_win32.h"
 #include "system/windows/utf8_text_win32.h"
@@ -26,10 +27,8 @@
 namespace brantel::host {
 namespace {
 
-std::wstring JournalPath(const AlertToDeliver& alert, const AlertOptions& options) {
-  if (!options.journal.empty()) return FullPath(FromUtf8(options.journal));
-  const std::wstring name = FromUtf8(kJournalName);
-  return IsDirectory(alert.folder) ? alert.folder + L"\\" + name : FullPath(name);
+std::wstring ExistingFolderOf(const AlertToDeliver& alert) {
+  return IsDirectory(alert.folder) ? alert.folder : L"";
 }
 
 JournalEntry BeginningOf(const AlertToDeliver& alert, const AlertOptions& options) {
@@ -79,7 +78,8 @@ class Delivery {
         options_(options),
         context_(context),
         line_(LineOf(alert)),
-        journal_(JournalPath(alert, options), RotatedFile::Durability::kComputer),
+        journal_(JournalPath(options.journal, ExistingFolderOf(alert)),
+                 RotatedFile::Durability::kComputer),
         entry_(BeginningOf(alert, options)),
         teller_(context.report, AlertCourse(alert.class_name, InstanceOf(alert)),
                 SecretsOf(alert, options), options.has_times) {}
@@ -96,7 +96,10 @@ class Delivery {
     // Before anybody is told, so that the journal has every alert of which somebody knows the end.
     Note();
     if (outcome.end != AttemptEnd::kReturned && line_) ReleaseLine(*line_, context_.errors);
-    if (outcome.fault) throw CommandFailure(outcome.fault->exit_code, outcome.fault->message);
+    if (outcome.fault) {
+      teller_.EndLine();
+      throw CommandFailure(outcome.fault->exit_code, outcome.fault->message);
+    }
     teller_.TellEnd(summary);
     if (options_.uses_event_log) NoteInEventLog(summary);
     return summary.verdict.delivered ? ExitCode::kDone : ExitCode::kFailed;
@@ -117,7 +120,7 @@ class Delivery {
 
   void NoteInEventLog(const AttemptSummary& summary) const {
     const auto kind = summary.verdict.delivered ? EventKind::kInformation : EventKind::kError;
-    if (!ReportToEventLog(kind, HistoryText(entry_)))
+    if (!ReportToEventLog(kind, HistoryText(entry_) + "; " + SecondsText(summary.seconds)))
       context_.errors.Write("notifyhost: warning: the event log takes nothing\n");
   }
 
@@ -135,7 +138,7 @@ class Delivery {
 
   [[nodiscard]] AttemptSummary Summarise(const AttemptOutcome& outcome) const {
     if (!outcome.fault) return teller_.Summarise(outcome, Elapsed());
-    AttemptSummary summary;
+    AttemptSummary summary{.seconds = std::chrono::duration<double>(Elapsed()).count()};
     summary.verdict.words = "not tried: " + outcome.fault->message;
     return summary;
   }

@@ -1,6 +1,8 @@
 #include "host/commands/alert_options.h"
 
 #include <CLI/CLI.hpp>
+#include <charconv>
+#include <system_error>
 
 #include "host/commands/shared_arguments.h"
 
@@ -12,7 +14,9 @@ constexpr double kLongestLimit = 86400;  // seconds, a day
 
 void SetTimeLimit(AlertOptions& options, const std::string& text) {
   double seconds = 0;
-  const bool is_number = CLI::detail::lexical_cast(text, seconds);
+  const char* const end = text.data() + text.size();
+  const auto [stopped_at, error] = std::from_chars(text.data(), end, seconds);
+  const bool is_number = error == std::errc() && stopped_at == end;
   // Written so that what is no number at all is out of range, too.
   if (!is_number || !(seconds >= kShortestLimit && seconds <= kLongestLimit)) {
     throw CLI::ValidationError("--timeout",

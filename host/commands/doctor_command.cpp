@@ -14,13 +14,9 @@ const CommandSyntax DoctorCommand::kSyntax = {
     "  notifyhost doctor C:\\Instances --json"};
 
 void DeclareArguments(CLI::App& parser, DoctorCommand& command) {
-  parser
-      .add_option("PATH", command.path,
-                  "Directory of instance files, or one of them. Without\n"
-                  "it the classes alone are looked at")
-      ->type_name("")
-      // With a policy of its own it may be left out.
-      ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
+  DeclareOptionalPath(parser, "PATH", command.path,
+                      "Directory of instance files, or one of them. Without\n"
+                      "it the classes alone are looked at");
   DeclareFlag(parser, "--online", command.goes_online,
               "Also ask mail relays for their greeting and modems for\n"
               "an OK, and open the telephone line. Nobody is alerted");

@@ -13,13 +13,9 @@ const CommandSyntax HistoryCommand::kSyntax = {
     "  notifyhost history --journal D:\\alerts.journal --follow --json"};
 
 void DeclareArguments(CLI::App& parser, HistoryCommand& command) {
-  parser
-      .add_option("DIR", command.directory,
-                  "Directory of instance files whose journal is told of.\n"
-                  "Without it: the working directory")
-      ->type_name("")
-      // With a policy of its own it may be left out.
-      ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
+  DeclareOptionalPath(parser, "DIR", command.directory,
+                      "Directory of instance files whose journal is told of.\n"
+                      "Without it: the working directory");
   DeclareFlag(parser, "--failed", command.is_failed_only,
               "Only of alerts that were not delivered, or cut off\n"
               "before anybody knew");

@@ -1,8 +1,8 @@
 #include "host/commands/history_command.h"
 
 #include "host/commands/command_context_win32.h"
-#include "host/instances/journal_name.h"
 #include "host/journal/journal_history.h"
+#include "host/journal/journal_path_win32.h"
 #include "host/system/file_path_win32.h"
 #include "host/system/interruption_win32.h"
 #include "host/system/present_time_win32.h"
@@ -15,11 +15,8 @@ namespace {
 
 constexpr DWORD kPollMilliseconds = 500;
 
-std::wstring JournalPath(const HistoryCommand& command) {
-  if (!command.journal.empty()) return FullPath(FromUtf8(command.journal));
-  const std::wstring name = FromUtf8(kJournalName);
-  if (command.directory.empty()) return FullPath(name);
-  return ExistingDirectory(FromUtf8(command.directory)) + L"\\" + name;
+std::wstring FolderOf(const HistoryCommand& command) {
+  return command.directory.empty() ? L"" : ExistingDirectory(FromUtf8(command.directory));
 }
 
 std::optional<PointInTime> Since(const HistoryCommand& command) {
@@ -41,7 +38,8 @@ bool RunsStill(const JournalEntry& entry) {
 }  // namespace
 
 ExitCode Run(const HistoryCommand& command, const CommandContext& context) {
-  const RotatedFile journal(JournalPath(command), RotatedFile::Durability::kComputer);
+  const RotatedFile journal(JournalPath(command.journal, FolderOf(command)),
+                            RotatedFile::Durability::kComputer);
   JournalHistory history(context.report, {command.is_failed_only, Since(command)}, RunsStill);
   history.Tell(ReadJournal(journal.Read()));
   if (command.follows) {

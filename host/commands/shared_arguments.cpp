@@ -67,6 +67,25 @@ void DeclareDirectory(CLI::App& parser, std::string& directory) {
   DeclareName(parser, "DIR", directory, "Directory of instance files");
 }
 
+void DeclareOptionalPath(CLI::App& parser, const std::string& argument, std::string& path,
+                         const std::string& description) {
+  parser.add_option(argument, path, description)
+      ->type_name("")
+      // With a policy of its own it may be left out.
+      ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
+}
+
+void DeclareFileOption(CLI::App& parser, const std::string& option, std::string& file,
+                       const std::string& description) {
+  const auto set_file = [option, &file](const std::string& given) {
+    if (given.empty()) throw CLI::ValidationError(option, "the file name is empty");
+    file = given;
+  };
+  parser.add_option_function<std::string>(option, set_file, description)
+      ->option_text("FILE")
+      ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
+}
+
 void DeclareFile(CLI::App& parser, std::string& file, const std::string& description) {
   DeclareName(parser, "FILE", file, description);
 }
@@ -120,17 +139,10 @@ void DeclareRawValues(CLI::App& parser, bool& takes_raw_values) {
 }
 
 void DeclareJournal(CLI::App& parser, std::string& journal) {
-  const auto set_journal = [&journal](const std::string& file) {
-    if (file.empty()) throw CLI::ValidationError("--journal", "the file name is empty");
-    journal = file;
-  };
-  parser
-      .add_option_function<std::string>("--journal", set_journal,
-                                        "The journal of alerts. Without it:\n"
-                                        "notifyhost.journal in the directory of the instances,\n"
-                                        "or in the working directory where there is none")
-      ->option_text("FILE")
-      ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
+  DeclareFileOption(parser, "--journal", journal,
+                    "The journal of alerts. Without it:\n"
+                    "notifyhost.journal in the directory of the instances,\n"
+                    "or in the working directory where there is none");
 }
 
 void DeclareProfile(CLI::App& parser, int& profile) {

@@ -19,6 +19,14 @@ namespace brantel::host {
 void DeclareClass(CLI::App& parser, std::string& class_name);
 void DeclareDirectory(CLI::App& parser, std::string& directory);
 
+// A directory or file that may be left out; `path` stays empty then.
+void DeclareOptionalPath(CLI::App& parser, const std::string& argument, std::string& path,
+                         const std::string& description);
+
+// An option whose value is a file that has to have a name.
+void DeclareFileOption(CLI::App& parser, const std::string& option, std::string& file,
+                       const std::string& description);
+
 // A file that has to have a name.
 void DeclareFile(CLI::App& parser, std::string& file, const std::string& description);
 

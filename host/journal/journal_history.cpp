@@ -43,6 +43,11 @@ std::string Subject(const JournalEntry& entry) {
   return entry.class_name + (file.empty() ? "" : " " + file) + ", " + entry.event;
 }
 
+// Nothing where the end is not known.
+std::string TimeTaken(const JournalEntry& entry) {
+  return entry.end ? RightAligned(SecondsText(entry.end->seconds), kSecondsWidth) + "  " : "";
+}
+
 Record RecordOf(const JournalEntry& entry, AttemptState state) {
   Record record = {{"began", TimeText(entry.began)}, {"command", entry.command},
                    {"class", entry.class_name},      {"instance", entry.instance},
@@ -58,10 +63,7 @@ Record RecordOf(const JournalEntry& entry, AttemptState state) {
 }  // namespace
 
 std::string HistoryText(const JournalEntry& entry) {
-  const std::string took =
-      entry.end ? RightAligned(SecondsText(entry.end->seconds), kSecondsWidth) + "  " : "";
-  return took +
-         ShowControlCharacters(Subject(entry) + (entry.end ? ": " + entry.end->verdict : ""));
+  return ShowControlCharacters(Subject(entry) + (entry.end ? ": " + entry.end->verdict : ""));
 }
 
 JournalHistory::JournalHistory(const ReportWriter& report, HistoryFilter filter,
@@ -78,7 +80,8 @@ void JournalHistory::Tell(const std::vector<JournalEntry>& entries) {
     told->second = state;
     const std::string name(NameOf(state));
     report_.Entry(ShortTimeText(entry.began) + "  " + report_.Painted(ColourOf(state), name) +
-                      std::string(kStateWidth - name.size(), ' ') + HistoryText(entry) + "\n",
+                      std::string(kStateWidth - name.size(), ' ') + TimeTaken(entry) +
+                      HistoryText(entry) + "\n",
                   RecordOf(entry, state));
   }
 }

@@ -25,7 +25,7 @@ struct HistoryFilter {
   std::optional<PointInTime> since{};
 };
 
-// An attempt in a line for people, such as "71.3 s  Pager Night, trap: the centre took the page".
+// An attempt in a line for people, such as "Pager Night, trap: the centre took the page".
 std::string HistoryText(const JournalEntry& entry);
 
 // Tells of the attempts in a journal, of each again when it stands otherwise with it.
