@@ -3,12 +3,13 @@
 // passwords are not in it.
 #include <cstddef>
 #include <cstdint>
-#include <nlohmann/json.hpp>
 #include <string>
 #include <string_view>
 
 #include "fuzz/fuzz_input.h"
+#include "fuzz/latin1_text.h"
 #include "host/preview/preview_report.h"
+#include "host/report/json_text.h"
 #include "module/class_descriptions.h"
 #include "tests/unit/host/preview/previewed_machine.h"
 #include "tests/unit/host/report/kept_text.h"
@@ -17,43 +18,8 @@
 namespace brantel::host {
 namespace {
 
-// Code page 28591 (Latin-1), in which every byte is a character.
-std::string Decode(std::string_view text) {
-  std::string decoded;
-  for (const char c : text) {
-    const auto byte = static_cast<std::uint8_t>(c);
-    if (byte < 0x80) {
-      decoded += c;
-    } else {
-      decoded += static_cast<char>(0xC0U | (byte >> 6U));
-      decoded += static_cast<char>(0x80U | (byte & 0x3FU));
-    }
-  }
-  return decoded;
-}
-
-// Of what Decode has made, and of the variables, which are such a text too.
-std::string Encode(std::string_view text) {
-  std::string encoded;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const auto byte = static_cast<std::uint8_t>(text[i]);
-    const bool is_whole = byte < 0x80 || i + 1 == text.size();
-    encoded += is_whole ? text[i] : static_cast<char>(((byte & 3U) << 6U) | (text[++i] & 0x3F));
-  }
-  return encoded;
-}
-
 std::string DecodeUtf16(std::u16string_view text) {
-  return Decode(std::string(text.begin(), text.end()));
-}
-
-void CheckForTerminal(std::string_view text) {
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const auto byte = static_cast<std::uint8_t>(text[i]);
-    Require(byte == '\n' || (byte >= 0x20 && byte != 0x7F));
-    // The control characters behind U+007F.
-    if (byte == 0xC2) Require(static_cast<std::uint8_t>(text.at(++i)) >= 0xA0);
-  }
+  return DecodeLatin1(std::string(text.begin(), text.end()));
 }
 
 std::string Written(const Preview& preview, ReportForm form) {
@@ -65,7 +31,8 @@ std::string Written(const Preview& preview, ReportForm form) {
 void CheckJson(std::string_view lines) {
   while (!lines.empty()) {
     const std::string_view line = lines.substr(0, lines.find('\n'));
-    Require(nlohmann::json::parse(line).contains("part"));
+    const auto record = ParseJson(line);
+    Require(record && record->Particulars().Find("part") != nullptr);
     lines.remove_prefix(line.size() + 1);
   }
 }
@@ -82,8 +49,8 @@ void SetUp(PreviewedMachine& machine, FuzzInput& input) {
   const auto classes = ClassDescriptions();
   machine.notifier_class = classes[input.Byte() % classes.size()];
   machine.event = AlertEvent{input.Byte()};
-  machine.variables.Assign("C=" + Decode(input.Field()));
-  machine.variables.Assign("n=" + Decode(input.Field()));
+  machine.variables.Assign("C=" + DecodeLatin1(input.Field()));
+  machine.variables.Assign("n=" + DecodeLatin1(input.Field()));
   machine.mail_environment.code_page = input.Byte() % 2 == 0 ? 1252 : 932;
   const SettingsDescription& settings = machine.notifier_class->settings;
   for (const SettingRow& row : settings.rows) {
@@ -105,14 +72,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::string bytes(data, data + size);
   FuzzInput input(bytes);
   host::PreviewedMachine machine;
-  machine.texts = {host::Decode, host::Encode, host::DecodeUtf16};
+  machine.texts = {DecodeLatin1, EncodeLatin1, host::DecodeUtf16};
   host::SetUp(machine, input);
   machine.files.files["alert"] += std::string(input.Take(size));
 
   host::Preview preview = machine.Look();
   host::CheckMachine(machine);
-  host::CheckForTerminal(host::Written(preview, host::ReportForm::kText));
-  host::CheckForTerminal(host::LogWords(preview));
+  RequireFitForTerminal(host::Written(preview, host::ReportForm::kText));
+  RequireFitForTerminal(host::LogWords(preview));
   host::CheckJson(host::Written(preview, host::ReportForm::kJson));
 
   // No text that is sent has such a word by itself.

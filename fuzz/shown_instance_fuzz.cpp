@@ -3,69 +3,37 @@
 // the file held.
 #include <cstddef>
 #include <cstdint>
-#include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "fuzz/fuzz_input.h"
+#include "fuzz/latin1_text.h"
 #include "host/instances/class_fields.h"
 #include "host/instances/instance_file.h"
 #include "host/instances/instance_text.h"
 #include "host/outcome/command_failure.h"
+#include "host/report/json_text.h"
 #include "module/class_descriptions.h"
+#include "tests/unit/host/report/kept_text.h"
 
 namespace brantel::host {
 namespace {
 
-// Code page 28591 (Latin-1), in which every byte is a character.
-std::string Decode(std::string_view text) {
-  std::string decoded;
-  for (const char c : text) {
-    const auto byte = static_cast<std::uint8_t>(c);
-    if (byte < 0x80) {
-      decoded += c;
-    } else {
-      decoded += static_cast<char>(0xC0U | (byte >> 6U));
-      decoded += static_cast<char>(0x80U | (byte & 0x3FU));
-    }
-  }
-  return decoded;
-}
-
 std::optional<std::string> Encode(std::string_view text) {
-  std::string encoded;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const auto byte = static_cast<std::uint8_t>(text[i]);
-    if (byte < 0x80) {
-      encoded += text[i];
-    } else {
-      const auto next = static_cast<std::uint8_t>(text.at(++i));
-      encoded += static_cast<char>(((byte & 3U) << 6U) | (next & 0x3FU));
-    }
-  }
-  return encoded;
+  return EncodeLatin1(text);
 }
 
 std::u16string DecodeToUtf16(std::string_view text) {
   return {text.begin(), text.end()};
 }
 
-void CheckForTerminal(std::string_view text) {
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const auto byte = static_cast<std::uint8_t>(text[i]);
-    Require(byte == '\n' || (byte >= 0x20 && byte != 0x7F));
-    // The control characters behind U+007F.
-    if (byte == 0xC2) Require(static_cast<std::uint8_t>(text.at(++i)) >= 0xA0);
-  }
-}
-
-std::vector<FieldValue> ValuesOf(const nlohmann::json& fields) {
+std::vector<FieldValue> ValuesOf(const Record& fields) {
   std::vector<FieldValue> values;
-  for (const auto& [name, value] : fields.items()) {
-    const std::string text =
-        value.is_string() ? value.get<std::string>() : std::to_string(value.get<int>());
+  for (const auto& [name, value] : fields.members()) {
+    const auto* const kept = value.Get<std::string>();
+    const std::string text = kept != nullptr ? *kept : std::to_string(value.Whole<int>());
     const auto parsed = FieldValue::Parse(std::string(name).append("=").append(text));
     Require(parsed && parsed->field == name && parsed->value == text);
     values.push_back(*parsed);
@@ -81,22 +49,17 @@ bool CanBeMadeAgain(const InstanceLayout& layout, const Instance& instance) {
 }
 
 void CheckJson(const InstanceFile& file, std::string_view content) {
-  const auto object = nlohmann::json::parse(JsonLine(InstanceRecord(file)));
-  Require(object.at("class") == file.layout->class_name && object.at("name") == file.name);
+  const auto json = ParseJson(JsonLine(InstanceRecord(file)));
+  Require(json.has_value());
+  const Record& record = json->Particulars();
+  Require(record.At("class").Text() == file.layout->class_name);
+  Require(record.At("name").Text() == file.name);
   const auto stored = DecodeInstance(*file.layout, content);
   Require(stored.has_value());
   if (!CanBeMadeAgain(*file.layout, *stored)) return;
-  Require(MakeInstance(*file.layout, ValuesOf(object.at("fields")), Encode) == *stored);
+  Require(MakeInstance(*file.layout, ValuesOf(record.At("fields").Particulars()), Encode) ==
+          *stored);
 }
-
-class KeptText final : public TextSink {
- public:
-  void Write(std::string_view text) const override { text_ += text; }
-  [[nodiscard]] const std::string& text() const { return text_; }
-
- private:
-  mutable std::string text_;
-};
 
 std::string TableOf(const InstanceFile& file) {
   const KeptText kept;
@@ -136,11 +99,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
   MemorySource source(content);
   const host::InstanceFile file =
-      host::ExamineInstanceFile(host::Decode(name), source, host::Decode);
+      host::ExamineInstanceFile(DecodeLatin1(name), source, DecodeLatin1);
   Require(file.instance.has_value() || !file.fault.empty());
-  host::CheckForTerminal(host::TableOf(file));
+  RequireFitForTerminal(host::TableOf(file));
   if (!file.instance) return 0;
-  host::CheckForTerminal(host::InstanceText(file));
+  RequireFitForTerminal(host::InstanceText(file));
   host::CheckJson(file, content);
   return 0;
 }

@@ -1,46 +1,37 @@
 #include "host/attempt/alert_request.h"
 
-#include "host/report/report_writer.h"
+#include "host/report/json_text.h"
 
 namespace brantel::host {
 namespace {
 
-Record OrNull(const auto& value) {
-  return value ? Record(*value) : Record(nullptr);
-}
-
 AlertRequest RequestFrom(const Record& record) {
   AlertRequest request;
-  if (const Record& file = record.at("module"); !file.is_null())
-    request.module_file = file.get<std::string>();
-  request.class_name = record.at("class").get<std::string>();
-  request.instance_file = record.at("instance").get<std::string>();
-  const Record& trigger = record.at("trigger");
-  request.event = trigger.is_null() ? kNoEvent : AlertEvent{trigger.get<std::uint32_t>()};
-  for (const Record& assignment : record.at("variables"))
-    request.variables.Assign(assignment.get<std::string>());
-  request.takes_raw_values = record.at("raw").get<bool>();
+  if (const Value& file = record.At("module"); !file.is_null()) request.module_file = file.Text();
+  request.class_name = record.At("class").Text();
+  request.instance_file = record.At("instance").Text();
+  const Value& trigger = record.At("trigger");
+  request.event = trigger.is_null() ? kNoEvent : AlertEvent{trigger.Whole<std::uint32_t>()};
+  for (const Value& assignment : record.At("variables").Values())
+    request.variables.Assign(assignment.Text());
+  request.takes_raw_values = record.At("raw").Flag();
   return request;
 }
 
 }  // namespace
 
 std::string RequestLine(const AlertRequest& request) {
-  return JsonLine({{"module", OrNull(request.module_file)},
-                   {"class", request.class_name},
-                   {"instance", request.instance_file},
-                   {"trigger", OrNull(request.event.trigger_word)},
-                   {"variables", request.variables.assignments()},
-                   {"raw", request.takes_raw_values}}) +
+  return JsonLine(Record{{"module", request.module_file},
+                         {"class", request.class_name},
+                         {"instance", request.instance_file},
+                         {"trigger", request.event.trigger_word},
+                         {"variables", request.variables.assignments()},
+                         {"raw", request.takes_raw_values}}) +
          "\n";
 }
 
 std::optional<AlertRequest> ParseRequest(std::string_view line) {
-  try {
-    return RequestFrom(Record::parse(line));
-  } catch (const Record::exception&) {
-    return std::nullopt;
-  }
+  return ReadRecord(line, RequestFrom);
 }
 
 }  // namespace brantel::host

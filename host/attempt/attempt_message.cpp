@@ -1,6 +1,6 @@
 #include "host/attempt/attempt_message.h"
 
-#include "host/report/report_writer.h"
+#include "host/report/json_text.h"
 
 namespace brantel::host {
 namespace {
@@ -14,16 +14,15 @@ struct ToRecord {
   Record operator()(const LoggedText& logged) const { return {{kLog, logged.text}}; }
   Record operator()(const SendResult& sent) const { return {{kResult, sent.result}}; }
   Record operator()(const AttemptFault& fault) const {
-    return {{kFault, fault.message}, {kExitCode, fault.exit_code}};
+    return {{kFault, fault.message}, {kExitCode, static_cast<int>(fault.exit_code)}};
   }
 };
 
 AttemptMessage MessageFrom(const Record& record) {
-  if (record.contains(kLog)) return LoggedText{record.at(kLog).get<std::string>()};
-  if (record.contains(kFault)) {
-    return AttemptFault{record.at(kExitCode).get<ExitCode>(), record.at(kFault).get<std::string>()};
-  }
-  return SendResult{record.at(kResult).get<std::int32_t>()};
+  if (const Value* text = record.Find(kLog)) return LoggedText{text->Text()};
+  if (const Value* fault = record.Find(kFault))
+    return AttemptFault{static_cast<ExitCode>(record.At(kExitCode).Whole<int>()), fault->Text()};
+  return SendResult{record.At(kResult).Whole<std::int32_t>()};
 }
 
 }  // namespace
@@ -33,11 +32,7 @@ std::string MessageLine(const AttemptMessage& message) {
 }
 
 std::optional<AttemptMessage> ParseMessage(std::string_view line) {
-  try {
-    return MessageFrom(Record::parse(line));
-  } catch (const Record::exception&) {
-    return std::nullopt;
-  }
+  return ReadRecord(line, MessageFrom);
 }
 
 }  // namespace brantel::host

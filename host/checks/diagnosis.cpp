@@ -67,9 +67,10 @@ Record RecordOf(const Diagnosis& diagnosis) {
   record["name"] = diagnosis.name;
   if (diagnosis.kind == "instance") record["class"] = diagnosis.class_name;
   record["state"] = SeverityName(diagnosis.severity());
-  record["findings"] = Record::array();
+  Value::List findings;
   for (const Finding& finding : diagnosis.findings)
-    record["findings"].push_back(RecordOf(finding));
+    findings.push_back(RecordOf(finding));
+  record["findings"] = std::move(findings);
   return record;
 }
 

@@ -90,9 +90,9 @@ std::string InstanceText(const InstanceFile& file) {
 }
 
 Record InstanceRecord(const InstanceFile& file) {
-  Record fields = Record::object();
+  Record fields;
   for (std::size_t i = 0; i < file.layout->fields.size(); ++i) {
-    auto& value = fields[std::string(file.layout->fields[i].name)];
+    Value& value = fields[file.layout->fields[i].name];
     if (file.layout->fields[i].kind == FieldKind::kInteger) {
       value = file.instance->integer(i);
     } else {

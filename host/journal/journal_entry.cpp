@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <map>
 
+#include "host/report/json_text.h"
+
 namespace brantel::host {
 namespace {
 
@@ -16,25 +18,25 @@ void AppendEnd(Record& record, const JournaledEnd& end) {
 }
 
 JournaledEnd EndOf(const Record& record) {
-  return {.is_delivered = record.at("delivered").get<bool>(),
-          .verdict = record.at("verdict").get<std::string>(),
-          .result = record.at("result").get<std::string>(),
-          .seconds = record.at("seconds").get<double>(),
-          .log = record.at("log").get<std::string>()};
+  return {.is_delivered = record.At("delivered").Flag(),
+          .verdict = record.At("verdict").Text(),
+          .result = record.At("result").Text(),
+          .seconds = record.At("seconds").Number(),
+          .log = record.At("log").Text()};
 }
 
-std::optional<JournalEntry> FromRecord(const Record& record) {
-  const auto began = ParseTime(record.at("began").get<std::string>());
-  if (!began) return std::nullopt;
-  JournalEntry entry{.id = record.at("attempt").get<std::string>(),
+JournalEntry EntryOf(const Record& record) {
+  const auto began = ParseTime(record.At("began").Text());
+  if (!began) throw WrongRecord("it has no time");
+  JournalEntry entry{.id = record.At("attempt").Text(),
                      .began = *began,
-                     .command = record.at("command").get<std::string>(),
-                     .class_name = record.at("class").get<std::string>(),
-                     .instance = record.at("instance").get<std::string>(),
-                     .event = record.at("event").get<std::string>(),
-                     .machine = record.at("machine").get<std::string>(),
-                     .process = record.at("process").get<std::uint32_t>()};
-  if (record.contains("delivered")) entry.end = EndOf(record);
+                     .command = record.At("command").Text(),
+                     .class_name = record.At("class").Text(),
+                     .instance = record.At("instance").Text(),
+                     .event = record.At("event").Text(),
+                     .machine = record.At("machine").Text(),
+                     .process = record.At("process").Whole<std::uint32_t>()};
+  if (record.Find("delivered") != nullptr) entry.end = EndOf(record);
   return entry;
 }
 
@@ -57,11 +59,7 @@ std::string JournalLine(const JournalEntry& entry) {
 }
 
 std::optional<JournalEntry> ParseJournalLine(std::string_view line) {
-  try {
-    return FromRecord(Record::parse(line));
-  } catch (const Record::exception&) {
-    return std::nullopt;
-  }
+  return ReadRecord(line, EntryOf);
 }
 
 std::vector<JournalEntry> ReadJournal(std::string_view content) {

@@ -1,5 +1,6 @@
 #include "host/report/report_writer.h"
 
+#include "host/report/json_text.h"
 #include "host/text/control_characters.h"
 #include "host/text/text_table.h"
 
@@ -22,18 +23,14 @@ std::string_view ColourSequence(Colour colour) {
 constexpr std::string_view kPlain = "\x1B[0m";
 
 std::string Cell(const Record& record, const char* key) {
-  const auto found = record.find(key);
-  if (found == record.end() || found->is_null()) return "-";
-  if (found->is_boolean()) return found->get<bool>() ? "yes" : "no";
-  if (found->is_string()) return ShowControlCharacters(found->get_ref<const std::string&>());
-  return JsonLine(*found);
+  const Value* value = record.Find(key);
+  if (value == nullptr || value->is_null()) return "-";
+  if (const auto* flag = value->Get<bool>()) return *flag ? "yes" : "no";
+  if (const auto* text = value->Get<std::string>()) return ShowControlCharacters(*text);
+  return JsonLine(*value);
 }
 
 }  // namespace
-
-std::string JsonLine(const Record& record) {
-  return record.dump(-1, ' ', false, Record::error_handler_t::replace);
-}
 
 std::string WithoutColours(std::string_view text) {
   std::string plain(text);

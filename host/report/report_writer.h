@@ -1,11 +1,11 @@
 #pragma once
 
-#include <nlohmann/json.hpp>
 #include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "host/report/record.h"
 #include "host/text/text_sink.h"
 
 namespace brantel::host {
@@ -14,17 +14,11 @@ enum class ReportForm { kText, kJson };
 
 enum class Colour { kGreen, kYellow, kRed };
 
-// One thing that a command tells of, with its particulars in their order. Texts are UTF-8.
-using Record = nlohmann::ordered_json;
-
 // A column of a table: the particular that stands in it, and what stands above.
 struct Column {
   const char* key;
   const char* heading;
 };
-
-// The record as one line, without a line end. What is no UTF-8 in it is replaced.
-std::string JsonLine(const Record& record);
 
 // The text without the colours of Painted.
 std::string WithoutColours(std::string_view text);

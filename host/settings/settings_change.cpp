@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "host/outcome/command_failure.h"
-#include "host/report/report_writer.h"
+#include "host/report/json_text.h"
 #include "host/text/letter_case.h"
 #include "host/text/name_list.h"
 #include "host/text/nearest_name.h"
@@ -100,27 +100,29 @@ std::vector<ProfileSetting> Changed(std::vector<ProfileSetting> settings,
 std::string ExportText(const ClassDescription& notifier_class,
                        std::span<const ProfileSetting> settings,
                        std::string (*decode)(std::string_view)) {
-  Record stored = Record::object();
+  Record stored;
   for (const ProfileSetting& setting : settings) {
     if (setting.origin != SettingOrigin::kDefault)
-      stored[std::string(setting.guide->name)] = decode(setting.text);
+      stored[setting.guide->name] = decode(setting.text);
   }
   const Record record{{"class", notifier_class.instances.class_name}, {"settings", stored}};
-  return record.dump(2, ' ', false, Record::error_handler_t::replace) + "\n";
+  return JsonText(record) + "\n";
 }
 
 std::vector<FieldValue> ReadExport(const ClassDescription& notifier_class, std::string_view text) {
-  const Record record = Record::parse(text, nullptr, false);
-  if (!record.is_object()) ThrowNoExport("is no JSON object");
-  const auto class_name = record.find("class");
-  if (class_name == record.end() || *class_name != notifier_class.instances.class_name)
+  const auto json = ParseJson(text);
+  const Record* const record = json ? json->Get<Record>() : nullptr;
+  if (record == nullptr) ThrowNoExport("is no JSON object");
+  const std::string* const class_name = record->Get<std::string>("class");
+  if (class_name == nullptr || *class_name != notifier_class.instances.class_name)
     ThrowNoExport("is not of " + std::string(notifier_class.instances.class_name));
-  const auto settings = record.find("settings");
-  if (settings == record.end() || !settings->is_object()) ThrowNoExport("has no settings");
+  const Record* const settings = record->Get<Record>("settings");
+  if (settings == nullptr) ThrowNoExport("has no settings");
   std::vector<FieldValue> values;
-  for (const auto& [name, value] : settings->items()) {
-    if (!value.is_string()) ThrowNoExport("has something else than a text for " + name);
-    values.push_back({name, value.get<std::string>()});
+  for (const Member& setting : settings->members()) {
+    const std::string* const value = setting.value.Get<std::string>();
+    if (value == nullptr) ThrowNoExport("has something else than a text for " + setting.name);
+    values.push_back({setting.name, *value});
   }
   return values;
 }

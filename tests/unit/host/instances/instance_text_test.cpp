@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "host/report/json_text.h"
 #include "instance/instance_codec.h"
 #include "module/class_descriptions.h"
 #include "tests/unit/host/report/kept_text.h"
@@ -29,7 +30,7 @@ InstanceFile FileOf(const std::string& name, const std::string& class_name,
 }
 
 std::string JsonOf(const InstanceFile& file) {
-  return InstanceRecord(file).dump(2) + "\n";
+  return JsonText(InstanceRecord(file)) + "\n";
 }
 
 std::string TableOf(std::vector<InstanceFile> files, ReportForm form = ReportForm::kText) {

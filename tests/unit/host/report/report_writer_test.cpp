@@ -52,9 +52,5 @@ TEST(ReportWriter, PaintsWhereColoursAreWanted) {
             "\x1B[32mok\x1B[0m");
 }
 
-TEST(JsonLine, ReplacesWhatIsNoText) {
-  EXPECT_EQ(JsonLine({{"a", "x\xFF"}}), "{\"a\":\"x\xEF\xBF\xBD\"}");
-}
-
 }  // namespace
 }  // namespace brantel::host
