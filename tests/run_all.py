@@ -414,7 +414,7 @@ def main() -> int:
         sys.exit("-k goes with one suite, and not with lint, tidy or fuzz")
     if any(suite.name == "mail" for suite in suites):
         # Mail servers are started by root: now is the time to ask for a password.
-        subprocess.run([SETUP, "rights"])
+        subprocess.run([SETUP, "start"])
     BUILD.mkdir(exist_ok=True)
     # Ended by a signal, the suites are ended too.
     signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))

@@ -1,5 +1,6 @@
 # shellcheck shell=bash
-# Questions to apt and dpkg, and installing packages.
+# Questions to apt and dpkg, and installing packages. Whoever sources this has sourced cache.sh.
+# shellcheck disable=SC2154 # the cache folder
 
 # Runs a command as root.
 as_root()
@@ -27,13 +28,13 @@ missing_packages()
 	done
 }
 
-# Fetches the package indexes, at most once in a run. Where one of several
+# Fetches the package indexes, if that was not done in the last ten minutes. Where one of several
 # sources is out of order the others may well do, so that is no failure: if
 # something is lacking for it the installation fails.
 apt_update()
 {
-	if [[ -n ${apt_updated-} ]]; then return; fi
-	local attempt output
+	local attempt output stamp=$cache/apt-updated
+	if [[ -n $(find "$stamp" -mmin -10 2>/dev/null) ]]; then return; fi
 	for ((attempt = 0; attempt < 60; ++attempt)); do
 		output=$(as_root env LC_ALL=C apt-get update 2>&1 || :)
 		echo "$output"
@@ -41,7 +42,7 @@ apt_update()
 		if [[ $output != *"Could not get lock"* ]]; then break; fi
 		sleep 5
 	done
-	apt_updated=yes
+	if ! grep -q '^\(Err\|[EW]\):' <<<"$output"; then : >"$stamp"; fi
 }
 
 # Rather fails than take something away from the machine, such as another mail
