@@ -70,10 +70,10 @@ function(compile_as_tests target)
   compile_folders_at_once(${target})
 endfunction()
 
-# Compiles what lies in one folder at once: tests, and the host with its JSON, take most of their time for the same
-# templates. But six files at most, since the assembler for Windows takes four times as long for twice as much.
-# Left alone is what has options of its own, what is compiled together with others already, and the main function,
-# which not all programs take from a library.
+# Compiles what lies in one folder at once, which takes most of its time for the same headers and templates. But six
+# files at most, since the assembler for Windows takes four times as long for twice as much. Left alone is what has
+# options of its own or is COMPILED_ALONE, what is compiled together with others already, and the main function, which
+# not all programs take from a library.
 function(compile_folders_at_once target)
   if(BRANTEL_ALONE)
     return()
@@ -86,7 +86,8 @@ function(compile_folders_at_once target)
     get_source_file_property(definitions "${source}" COMPILE_DEFINITIONS)
     get_source_file_property(options "${source}" COMPILE_OPTIONS)
     get_source_file_property(is_included "${source}" HEADER_FILE_ONLY)
-    if(NOT definitions AND NOT options AND NOT is_included
+    get_source_file_property(is_alone "${source}" COMPILED_ALONE)
+    if(NOT definitions AND NOT options AND NOT is_included AND NOT is_alone
         AND NOT source MATCHES "/main\\.cpp$|_at_once/")
       cmake_path(GET source PARENT_PATH group)
       cmake_path(RELATIVE_PATH group BASE_DIRECTORY "${CMAKE_SOURCE_DIR}")
@@ -136,6 +137,7 @@ function(compile_at_once target group sources)
   set(together "${CMAKE_CURRENT_BINARY_DIR}/${target}_at_once/${name}.cpp")
   file(CONFIGURE OUTPUT "${together}" CONTENT "${includes}" @ONLY)
   target_sources(${target} PRIVATE "${together}")
+  set_source_files_properties("${together}" PROPERTIES INCLUDE_DIRECTORIES "${CMAKE_SOURCE_DIR}")
   if(CMAKE_CXX_COMPILER_ID STREQUAL GNU)
     # In what is included, other than in a source, g++ warns of classes with members of unnamed namespaces.
     set_source_files_properties("${together}" PROPERTIES COMPILE_OPTIONS -Wno-subobject-linkage)

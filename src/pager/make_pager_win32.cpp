@@ -13,13 +13,13 @@ namespace brantel {
 namespace {
 
 // Counts what all objects send by UCP.
-constinit UcpTransactionCounter ucp_counter = 0;
+constinit UcpTransactionCounter module_ucp_counter = 0;
 
 }  // namespace
 
 std::unique_ptr<Notifier> MakePager() {
   return std::make_unique<Pager>(disk_instance_files, registry_settings, system_serial_ports,
-                                 system_clock, ucp_counter);
+                                 system_clock, module_ucp_counter);
 }
 
 std::unique_ptr<InstanceDialog> MakePagerDialog(DialogView& view, InstanceDialogCall call) {

@@ -7,7 +7,7 @@
 namespace brantel {
 namespace {
 
-constexpr std::uint8_t kEscape = 0x1B;
+constexpr std::uint8_t kEscapeByte = 0x1B;
 
 constexpr bool IsBetween(std::uint8_t byte, std::uint8_t first, std::uint8_t last) {
   return byte >= first && byte <= last;
@@ -18,7 +18,7 @@ constexpr bool OnlyInShiftJis(std::uint8_t byte) {
   return IsBetween(byte, 0x81, 0x8D) || IsBetween(byte, 0x8F, 0x9F);
 }
 
-constexpr std::uint8_t kSingleShift = 0x8E;  // of EUC-JP; a lead byte in Shift_JIS
+constexpr std::uint8_t kSingleShiftByte = 0x8E;  // of EUC-JP; a lead byte in Shift_JIS
 
 class Scanner {
  public:
@@ -48,9 +48,9 @@ class Scanner {
   }
 
   Answer ScanCharacter(std::uint8_t byte) {
-    if (byte == kEscape) return ScanEscape();
+    if (byte == kEscapeByte) return ScanEscape();
     if (OnlyInShiftJis(byte)) return JapaneseCode::kShiftJis;
-    if (byte == kSingleShift) return ScanBehindSingleShift(Take());
+    if (byte == kSingleShiftByte) return ScanBehindSingleShift(Take());
     if (IsBetween(byte, 0xA1, 0xDF)) return ScanBehindKatakana(Take());
     if (IsBetween(byte, 0xE0, 0xEF)) return ScanBehindHighLead(Take());
     if (IsBetween(byte, 0xF0, 0xFE)) return JapaneseCode::kEucJp;

@@ -8,13 +8,14 @@ wine_root_packages=(
 	fonts-wine        # Tahoma (the dialog font), MS Sans Serif and the like
 	fonts-liberation  # Arial, Times New Roman and Courier New by their metrics
 	libasound2        # sound, by ALSA
-	locales           # the sources of the locales below
+	locales           # the sources of the locales
 )
 
-# The language of a locale decides Wine's ANSI code page. There is one here for
-# each that the tests run the module under.
-wine_locales=(
-	en_US.UTF-8 # 1252
+# The language of a locale decides Wine's ANSI code page: 1252 for this one, which
+# the prefix is made under, and another for each of those that only tests need.
+wine_locale=en_US.UTF-8
+# shellcheck disable=SC2034 # for tools/setup
+test_locales=(
 	pl_PL.UTF-8 # 1250
 	ru_RU.UTF-8 # 1251
 	el_GR.UTF-8 # 1253
@@ -30,7 +31,7 @@ wine_locales=(
 # leads to a new one.
 wine_root_contents()
 {
-	echo "${wine_root_packages[*]} ${wine_locales[*]}"
+	echo "${wine_root_packages[*]} $wine_locale"
 }
 
 wine_root_is_ready()
@@ -80,16 +81,14 @@ named_in_suite()
 # own, so that a root whose making was interrupted has nothing mounted in it.
 fill_wine_root()
 {
-	local root=$1 suite=$2 mirror=$3 keyring=$4 packages=$5 locale name
+	local root=$1 suite=$2 mirror=$3 keyring=$4 packages=$5 name
 	# debootstrap cannot do with a name that has a space in it.
 	mkdir "$root"
 	mount --bind "$root" /mnt
 	root=/mnt
 	debootstrap --arch=i386 --variant=minbase --include="$packages" \
 		--keyring="$keyring" "$suite" "$root" "$mirror"
-	for locale in "${wine_locales[@]}"; do
-		chroot "$root" localedef -i "${locale%.*}" -f "${locale#*.}" "$locale"
-	done
+	chroot "$root" localedef -i "${wine_locale%.*}" -f "${wine_locale#*.}" "$wine_locale"
 	rm -rf "$root"/var/cache/apt/archives/*.deb
 	# What the machine's own is mounted over has to be a file of the root,
 	# and no link out of it.
