@@ -53,8 +53,8 @@ DWORD MillisecondsUntil(const Deadline& deadline) {
 
 }  // namespace
 
-AttemptProcess::AttemptProcess(const Interruption& interruption)
-    : interruption_(interruption),
+AttemptProcess::AttemptProcess(HANDLE stop)
+    : stop_(stop),
       // Nobody can guess it, so that no other program can pose as the process.
       pipe_name_(L"\\\\.\\pipe\\notifyhost-" + UniqueText()),
       pipe_(MakePipe(pipe_name_)),
@@ -151,9 +151,9 @@ std::optional<DWORD> AttemptProcess::FinishTransfer(const Deadline& deadline) {
 }
 
 AttemptEnd AttemptProcess::WaitForTransfer(const Deadline& deadline) {
-  const std::array events = {transfer_done_.get(), process_.get(), interruption_.event()};
+  const std::array events = {transfer_done_.get(), process_.get(), stop_};
   // What has been told before the end is read to its end, whatever else happens.
-  const DWORD count = is_killed_ ? 2 : 3;
+  const DWORD count = is_killed_ || stop_ == nullptr ? 2 : 3;
   switch (WaitForMultipleObjects(count, events.data(), FALSE, MillisecondsUntil(deadline))) {
     case WAIT_OBJECT_0:
       return AttemptEnd::kReturned;

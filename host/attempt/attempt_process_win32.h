@@ -9,7 +9,6 @@
 #include "host/attempt/alert_request.h"
 #include "host/attempt/attempt_message.h"
 #include "host/course/alert_course.h"
-#include "host/system/interruption_win32.h"
 #include "host/text/line_assembler.h"
 #include "system/windows/handle_win32.h"
 
@@ -22,8 +21,9 @@ using Deadline = std::optional<std::chrono::steady_clock::time_point>;
 // latest, and also when this process is ended. Programs that the alert has started live on.
 class AttemptProcess {
  public:
-  // Starts the process. Throws CommandFailure when that does not succeed.
-  explicit AttemptProcess(const Interruption& interruption);
+  // Starts the process. Waits for it end when the event `stop` is signalled, unless that is null.
+  // Throws CommandFailure when the start does not succeed.
+  explicit AttemptProcess(HANDLE stop);
   AttemptProcess(const AttemptProcess&) = delete;
   AttemptProcess& operator=(const AttemptProcess&) = delete;
   ~AttemptProcess() { Kill(); }
@@ -49,7 +49,7 @@ class AttemptProcess {
   std::optional<DWORD> FinishTransfer(const Deadline& deadline);
   AttemptEnd WaitForTransfer(const Deadline& deadline);
 
-  const Interruption& interruption_;
+  const HANDLE stop_;
   std::wstring pipe_name_;
   Handle pipe_;
   Handle transfer_done_;

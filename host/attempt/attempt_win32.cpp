@@ -37,12 +37,12 @@ void Listen(AttemptProcess& process, Deadline deadline, const Listener& listener
 }  // namespace
 
 AttemptOutcome RunAttempt(const AlertRequest& request,
-                          std::optional<std::chrono::milliseconds> time_limit,
-                          const Interruption& interruption, const LogTaker& take_log) {
+                          std::optional<std::chrono::milliseconds> time_limit, HANDLE stop,
+                          const LogTaker& take_log) {
   const Deadline deadline = DeadlineIn(time_limit);
   AttemptOutcome outcome;
   const Listener listener{take_log, outcome};
-  AttemptProcess process(interruption);
+  AttemptProcess process(stop);
   if (process.Deliver(request, deadline)) Listen(process, deadline, listener);
   outcome.end = process.end();
   process.Kill();

@@ -16,7 +16,8 @@ namespace {
 constexpr DWORD kPollMilliseconds = 500;
 
 std::wstring FolderOf(const HistoryCommand& command) {
-  return command.directory.empty() ? L"" : ExistingDirectory(FromUtf8(command.directory));
+  return command.directory.empty() ? std::wstring()
+                                   : ExistingDirectory(FromUtf8(command.directory));
 }
 
 std::optional<PointInTime> Since(const HistoryCommand& command) {

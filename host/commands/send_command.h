@@ -24,7 +24,7 @@ struct SendCommand {
 // The parser fills in `command`, which must outlive it.
 void DeclareArguments(CLI::App& parser, SendCommand& command);
 
-// Delivers the alert as DeliverAlert says.
+// Delivers the alert as DeliverAndTell says.
 ExitCode Run(const SendCommand& command, const CommandContext& context);
 
 }  // namespace brantel::host

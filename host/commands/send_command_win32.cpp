@@ -1,6 +1,6 @@
 #include "host/commands/send_command.h"
 
-#include "host/commands/alert_delivery_win32.h"
+#include "host/commands/told_delivery_win32.h"
 #include "host/instances/instance_file_win32.h"
 #include "host/system/file_path_win32.h"
 #include "system/windows/utf8_text_win32.h"
@@ -14,8 +14,9 @@ ExitCode Run(const SendCommand& command, const CommandContext& context) {
                              .instance = ToUtf8(path),
                              .path = path,
                              .file = path.empty() ? InstanceFile() : ReadInstanceFile(path),
-                             .folder = path.substr(0, path.rfind(L'\\'))};
-  return DeliverAlert(alert, command.options, context);
+                             .folder = path.substr(0, path.rfind(L'\\')),
+                             .module_file = context.module_file};
+  return DeliverAndTell(alert, command.options, context);
 }
 
 }  // namespace brantel::host

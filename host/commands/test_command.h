@@ -27,7 +27,7 @@ struct TestCommand {
 // The parser fills in `command`, which must outlive it.
 void DeclareArguments(CLI::App& parser, TestCommand& command);
 
-// Checks the values by doctor's rules and delivers the alert as DeliverAlert says. The file in
+// Checks the values by doctor's rules and delivers the alert as DeliverAndTell says. The file in
 // which the notifier finds the values is there for that time alone. Throws CommandFailure when a
 // field cannot have its value.
 ExitCode Run(const TestCommand& command, const CommandContext& context);

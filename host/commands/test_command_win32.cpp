@@ -4,7 +4,7 @@
 
 #include <array>
 
-#include "host/commands/alert_delivery_win32.h"
+#include "host/commands/told_delivery_win32.h"
 #include "host/commands/written_instance_win32.h"
 #include "host/instances/instance_file_win32.h"
 #include "host/system/code_page_text_win32.h"
@@ -51,8 +51,9 @@ ExitCode Run(const TestCommand& command, const CommandContext& context) {
                              .instance = "",
                              .path = instance.path(),
                              .file = ReadInstanceFile(instance.path()),
-                             .folder = L""};
-  return DeliverAlert(alert, command.options, context);
+                             .folder = L"",
+                             .module_file = context.module_file};
+  return DeliverAndTell(alert, command.options, context);
 }
 
 }  // namespace brantel::host

@@ -1,4 +1,4 @@
-#include "host/attempt/alert_teller.h"
+#include "host/delivery/delivery_teller.h"
 
 #include <utility>
 
@@ -35,46 +35,32 @@ std::string Capitalised(std::string words) {
 
 }  // namespace
 
-std::string AttemptSummary::Sentence() const {
-  return verdict.advice.empty() ? verdict.words : verdict.words + "; " + verdict.advice;
-}
-
-AlertTeller::AlertTeller(const ReportWriter& report, AlertCourse course, LogSecrets secrets,
-                         bool has_times)
-    : report_(report),
-      course_(std::move(course)),
-      secrets_(std::move(secrets)),
-      has_times_(has_times) {}
-
-void AlertTeller::TellLog(std::string_view text, ElapsedTime elapsed) {
-  if (auto phase = course_.Take(text)) phase_ = *std::move(phase);
-  const std::string shown = secrets_.Hide(text);
-  log_ += shown;
+void DeliveryTeller::OnLog(std::string_view text, ElapsedTime elapsed) {
   const bool at_line_start = log_text_.at_line_start();
-  const std::string lines = log_text_.Render(shown);
+  const std::string lines = log_text_.Render(text);
   report_.Entry(has_times_ ? Stamped(lines, at_line_start, elapsed) : lines,
-                {{"log", shown}, {"seconds", Seconds(elapsed)}});
+                {{"log", text}, {"seconds", Seconds(elapsed)}});
   if (log_text_.at_line_start()) TellPhase(elapsed);
 }
 
-void AlertTeller::TellPhase(ElapsedTime elapsed) {
+void DeliveryTeller::OnPhase(std::string_view phase, ElapsedTime elapsed) {
+  phase_ = phase;
+  if (log_text_.at_line_start()) TellPhase(elapsed);
+}
+
+void DeliveryTeller::OnWarning(std::string_view warning) {
+  warnings_.Write("notifyhost: warning: " + std::string(warning) + "\n");
+}
+
+void DeliveryTeller::TellPhase(ElapsedTime elapsed) {
   if (phase_.empty()) return;
-  const std::string phase = secrets_.Hide(std::exchange(phase_, ""));
+  const std::string phase = std::exchange(phase_, "");
   report_.Entry(TimeColumn(elapsed) + "  " + phase + "\n",
                 {{"phase", phase}, {"seconds", Seconds(elapsed)}});
 }
 
-AttemptSummary AlertTeller::Summarise(const AttemptOutcome& outcome, ElapsedTime elapsed) const {
-  AttemptSummary summary{.verdict = course_.Finish(outcome.end, outcome.result),
-                         .result = outcome.result ? ResultText(*outcome.result) : "",
-                         .seconds = Seconds(elapsed)};
-  for (std::string* const text : {&summary.verdict.words, &summary.verdict.advice})
-    *text = secrets_.Hide(*text);
-  return summary;
-}
-
 // The result is told where it says more than success.
-void AlertTeller::TellEnd(const AttemptSummary& summary) {
+void DeliveryTeller::TellEnd(const DeliverySummary& summary) {
   EndLine();
   std::string words = Capitalised(summary.Sentence()) + "; " + SecondsText(summary.seconds);
   if (!summary.result.empty() && summary.result != ResultText(0)) words += "; " + summary.result;
@@ -86,7 +72,7 @@ void AlertTeller::TellEnd(const AttemptSummary& summary) {
                                                         {"seconds", summary.seconds}});
 }
 
-void AlertTeller::EndLine() {
+void DeliveryTeller::EndLine() {
   if (!log_text_.at_line_start()) report_.Prose(log_text_.Render("\n"));
 }
 

@@ -1,25 +1,19 @@
-#include "host/commands/alert_delivery_win32.h"
+#include "host/delivery/delivery_win32.h"
 
-#include <windows.h>
+#include <utility>
 
-#include <chrono>
-
-#include "host/attempt/alert_teller.h"
 #include "host/attempt/attempt_win32.h"
+#include "host/course/alert_course.h"
 #include "host/instances/instance_text.h"
-#include "host/journal/journal_entry.h"
-#include "host/journal/journal_history.h"
 #include "host/journal/journal_path_win32.h"
 #include "host/machine/modem_line_win32.h"
 #include "host/settings/line_setup.h"
-#include "host/system/event_log_win32.h"
 #include "host/system/file_path_win32.h"
 #include "host/system/present_time_win32.h"
 #include "host/system/rotated_file_win32.h"
 #include "host/system/running_process_win32.h"
 #include "host/system/unique_text_win32.h"
 #include "host/text/letter_case.h"
-#include "host/text/seconds_text.h"
 #include "module/class_descriptions.h"
 #include "system/registry_settings_win32.h"
 #include "system/windows/utf8_text_win32.h"
@@ -31,7 +25,7 @@ std::wstring ExistingFolderOf(const AlertToDeliver& alert) {
   return IsDirectory(alert.folder) ? alert.folder : L"";
 }
 
-JournalEntry BeginningOf(const AlertToDeliver& alert, const AlertOptions& options) {
+JournalEntry BeginningOf(const AlertToDeliver& alert, const DeliveryOptions& options) {
   return {.id = ToUtf8(UniqueText()),
           .began = PresentTime(),
           .command = alert.command,
@@ -49,7 +43,7 @@ std::optional<Instance> InstanceOf(const AlertToDeliver& alert) {
   return is_of_class ? alert.file.instance : std::nullopt;
 }
 
-LogSecrets SecretsOf(const AlertToDeliver& alert, const AlertOptions& options) {
+LogSecrets SecretsOf(const AlertToDeliver& alert, const DeliveryOptions& options) {
   return options.shows_secrets ? LogSecrets() : LogSecrets(SecretTexts(alert.file));
 }
 
@@ -63,46 +57,35 @@ std::optional<LineSetup> LineOf(const AlertToDeliver& alert) {
                      ReadProfileOf(registry_settings, notifier_class, *alert.file.stored));
 }
 
-// Makes a modem free on which an alert was ended before it could do so itself.
-void ReleaseLine(const LineSetup& line, const TextSink& errors) {
-  if (HangUpModem(line)) return;
-  errors.Write("notifyhost: warning: COM" + std::to_string(line.port) +
-               " cannot be opened to hang up its modem\n");
-}
-
 // One attempt, from the journal's first words about it to its last.
 class Delivery {
  public:
-  Delivery(const AlertToDeliver& alert, const AlertOptions& options, const CommandContext& context)
+  Delivery(const AlertToDeliver& alert, const DeliveryOptions& options, HANDLE stop,
+           DeliveryListener& listener)
       : alert_(alert),
         options_(options),
-        context_(context),
+        stop_(stop),
+        listener_(listener),
         line_(LineOf(alert)),
         journal_(JournalPath(options.journal, ExistingFolderOf(alert)),
                  RotatedFile::Durability::kComputer),
         entry_(BeginningOf(alert, options)),
-        teller_(context.report, AlertCourse(alert.class_name, InstanceOf(alert)),
-                SecretsOf(alert, options), options.has_times) {}
+        course_(AlertCourse(alert.class_name, InstanceOf(alert)), SecretsOf(alert, options),
+                listener) {}
 
-  ExitCode Run() {
+  DeliveryEnd Run() {
     Note();
     const AttemptOutcome outcome = Try();
-    const AttemptSummary summary = Summarise(outcome);
+    DeliverySummary summary = course_.Summarise(outcome, Elapsed());
     entry_.end = JournaledEnd{.is_delivered = summary.verdict.delivered,
                               .verdict = summary.Sentence(),
                               .result = summary.result,
                               .seconds = summary.seconds,
-                              .log = teller_.log()};
+                              .log = course_.log()};
     // Before anybody is told, so that the journal has every alert of which somebody knows the end.
     Note();
-    if (outcome.end != AttemptEnd::kReturned && line_) ReleaseLine(*line_, context_.errors);
-    if (outcome.fault) {
-      teller_.EndLine();
-      throw CommandFailure(outcome.fault->exit_code, outcome.fault->message);
-    }
-    teller_.TellEnd(summary);
-    if (options_.uses_event_log) NoteInEventLog(summary);
-    return summary.verdict.delivered ? ExitCode::kDone : ExitCode::kFailed;
+    if (outcome.end != AttemptEnd::kReturned && line_) ReleaseLine();
+    return {std::move(entry_), std::move(summary), outcome.fault};
   }
 
  private:
@@ -113,51 +96,45 @@ class Delivery {
   // That the journal cannot be written is no reason to hold an alert back.
   void Note() const {
     if (const auto error = journal_.Append(JournalLine(entry_))) {
-      context_.errors.Write("notifyhost: warning: the journal " + ToUtf8(journal_.path()) +
-                            " cannot be written: " + *error + "\n");
+      listener_.OnWarning("the journal " + ToUtf8(journal_.path()) +
+                          " cannot be written: " + *error);
     }
   }
 
-  void NoteInEventLog(const AttemptSummary& summary) const {
-    const auto kind = summary.verdict.delivered ? EventKind::kInformation : EventKind::kError;
-    if (!ReportToEventLog(kind, HistoryText(entry_) + "; " + SecondsText(summary.seconds)))
-      context_.errors.Write("notifyhost: warning: the event log takes nothing\n");
-  }
-
   AttemptOutcome Try() {
-    const Interruption interruption;
-    const AlertRequest request{.module_file = context_.module_file,
+    const AlertRequest request{.module_file = alert_.module_file,
                                .class_name = alert_.class_name,
                                .instance_file = ToUtf8(alert_.path),
                                .event = options_.event,
                                .variables = options_.variables,
                                .takes_raw_values = options_.takes_raw_values};
-    return RunAttempt(request, options_.time_limit, interruption,
-                      [&](std::string_view text) { teller_.TellLog(text, Elapsed()); });
+    return RunAttempt(request, options_.time_limit, stop_,
+                      [&](std::string_view text) { course_.Take(text, Elapsed()); });
   }
 
-  [[nodiscard]] AttemptSummary Summarise(const AttemptOutcome& outcome) const {
-    if (!outcome.fault) return teller_.Summarise(outcome, Elapsed());
-    AttemptSummary summary{.seconds = std::chrono::duration<double>(Elapsed()).count()};
-    summary.verdict.words = "not tried: " + outcome.fault->message;
-    return summary;
+  // Makes a modem free on which an alert was ended before it could do so itself.
+  void ReleaseLine() const {
+    if (HangUpModem(*line_)) return;
+    listener_.OnWarning("COM" + std::to_string(line_->port) +
+                        " cannot be opened to hang up its modem");
   }
 
   const AlertToDeliver& alert_;
-  const AlertOptions& options_;
-  const CommandContext& context_;
+  const DeliveryOptions& options_;
+  const HANDLE stop_;
+  DeliveryListener& listener_;
   const std::optional<LineSetup> line_;
   const RotatedFile journal_;
   JournalEntry entry_;
-  AlertTeller teller_;
+  DeliveryCourse course_;
   const std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
 };
 
 }  // namespace
 
-ExitCode DeliverAlert(const AlertToDeliver& alert, const AlertOptions& options,
-                      const CommandContext& context) {
-  return Delivery(alert, options, context).Run();
+DeliveryEnd Deliver(const AlertToDeliver& alert, const DeliveryOptions& options, HANDLE stop,
+                    DeliveryListener& listener) {
+  return Delivery(alert, options, stop, listener).Run();
 }
 
 }  // namespace brantel::host
