@@ -1,4 +1,7 @@
+#include <algorithm>
 #include <array>
+#include <cstddef>
+#include <string_view>
 
 #include "beeper/beeper_description.h"
 #include "host/checks/rule.h"
@@ -26,7 +29,55 @@ constexpr std::size_t kMailTimeout = 0;
 // A row a rule: name; class; about which field or setting; severity; how it is broken; what is
 // wrong; what to do.
 // clang-format off
-constexpr std::array kRules = {
+
+// Of the codes that a Beeper's instance has for each kind of event.
+constexpr auto CodeRules(std::size_t code, std::string_view nobody_can_tell) {
+  return std::array{
+    Rule{"beeper-code", &kBeeper, kField, code, kWarning, kMissing,
+         nobody_can_tell, "give digits"},
+    Rule{"beeper-code-command", &kBeeper, kField, code, kFailure, HasSemicolon,
+         "has a semicolon, behind which the modem executes the rest", "take it out"},
+    Rule{"beeper-code-characters", &kBeeper, kField, code, kWarning, HasUndialableCharacter,
+         "has characters that modems do not dial", "write digits"},
+  };
+}
+
+// Where the settings of a class have what its modem needs.
+struct ModemSettings {
+  const ClassDescription* notifier_class;
+  std::size_t port;
+  std::size_t rate;
+  std::size_t modem_string;
+};
+
+// Of the classes that dial.
+constexpr auto ModemRules(const ModemSettings& of, std::string_view unusual_rate) {
+  return std::array{
+    Rule{"port", of.notifier_class, kSetting, of.port, kFailure, NamesNoPort,
+         "names no port", "write COM and its number, in capital letters"},
+    Rule{"port-there", of.notifier_class, kSetting, of.port, kFailure, HasMissingPort,
+         "is a port that this computer does not have",
+         "notifyhost ports lists those that it has; notifyhost settings set changes it"},
+    Rule{"port-open", of.notifier_class, kSetting, of.port, kFailure, HasPortThatDoesNotOpen,
+         "is a port that cannot be opened and set up",
+         "see which program holds it, and whether the rate is one of the port's", Reach::kOnline},
+    Rule{"modem", of.notifier_class, kSetting, of.port, kFailure, HasModemThatDoesNotAnswer,
+         "has no modem that answers AT with OK",
+         "see whether the modem is on, and the port and rate are its own", Reach::kOnline},
+    Rule{"rate", of.notifier_class, kSetting, of.rate, kWarning, IsNoRate,
+         "does not begin with a number, and counts as 300", "write bits per second, such as 9600"},
+    Rule{"rate-usual", of.notifier_class, kSetting, of.rate, kWarning, IsUnusualRate,
+         unusual_rate, "write bits per second, such as 9600"},
+    Rule{"modem-command", of.notifier_class, kSetting, of.modem_string, kFailure, IsNoCommand,
+         "does not begin with AT, so that the modem ignores it",
+         "take out what was stored: notifyhost settings reset"},
+    Rule{"modem-results", of.notifier_class, kSetting, of.modem_string, kFailure, SilencesResults,
+         "turns the modem's answers off or into numbers, and OK is waited for",
+         "write Q0V1 in place of Q1 and V0"},
+  };
+}
+
+constexpr std::array kOtherRules = {
     // Every class.
     Rule{"registered", kAll, kClass, 0, kFailure, IsNotRegistered,
          "is not registered",
@@ -194,41 +245,6 @@ constexpr std::array kRules = {
     Rule{"beeper-dialing-options", &kBeeper, kField, beeper_field::kDialingOptions, kWarning,
          kMissing, "is missing, and the dialog does not save the instance without it",
          "write ATDT%s,,,,%s#; nothing dials it"},
-    Rule{"beeper-up-code", &kBeeper, kField, beeper_field::kUpCode, kWarning, kMissing,
-         "is missing, and nobody can tell what came up", "give digits"},
-    Rule{"beeper-down-code", &kBeeper, kField, beeper_field::kDownCode, kWarning, kMissing,
-         "is missing, and nobody can tell what went down", "give digits"},
-    Rule{"beeper-trap-code", &kBeeper, kField, beeper_field::kTrapCode, kWarning, kMissing,
-         "is missing, and nobody can tell that a trap arrived", "give digits"},
-    Rule{"beeper-up-code-command", &kBeeper, kField, beeper_field::kUpCode, kFailure, HasSemicolon,
-         "has a semicolon, behind which the modem executes the rest", "take it out"},
-    Rule{"beeper-down-code-command", &kBeeper, kField, beeper_field::kDownCode, kFailure,
-         HasSemicolon, "has a semicolon, behind which the modem executes the rest", "take it out"},
-    Rule{"beeper-trap-code-command", &kBeeper, kField, beeper_field::kTrapCode, kFailure,
-         HasSemicolon, "has a semicolon, behind which the modem executes the rest", "take it out"},
-    Rule{"beeper-up-code-characters", &kBeeper, kField, beeper_field::kUpCode, kWarning,
-         HasUndialableCharacter, "has characters that modems do not dial", "write digits"},
-    Rule{"beeper-down-code-characters", &kBeeper, kField, beeper_field::kDownCode, kWarning,
-         HasUndialableCharacter, "has characters that modems do not dial", "write digits"},
-    Rule{"beeper-trap-code-characters", &kBeeper, kField, beeper_field::kTrapCode, kWarning,
-         HasUndialableCharacter, "has characters that modems do not dial", "write digits"},
-    Rule{"beeper-port", &kBeeper, kSetting, beeper_setting::kComPort, kFailure, NamesNoPort,
-         "names no port", "write COM and its number, in capital letters"},
-    Rule{"beeper-port-there", &kBeeper, kSetting, beeper_setting::kComPort, kFailure, HasMissingPort,
-         "is a port that this computer does not have",
-         "notifyhost ports lists those that it has; notifyhost settings set Beeper Settings_COMPort=..."},
-    Rule{"beeper-port-open", &kBeeper, kSetting, beeper_setting::kComPort, kFailure,
-         HasPortThatDoesNotOpen,
-         "is a port that cannot be opened and set up",
-         "see which program holds it, and whether the rate is one of the port's", Reach::kOnline},
-    Rule{"beeper-modem", &kBeeper, kSetting, beeper_setting::kComPort, kFailure,
-         HasModemThatDoesNotAnswer,
-         "has no modem that answers AT with OK",
-         "see whether the modem is on, and the port and rate are its own", Reach::kOnline},
-    Rule{"beeper-rate", &kBeeper, kSetting, beeper_setting::kBaud, kWarning, IsNoRate,
-         "does not begin with a number, and counts as 300", "write bits per second, such as 9600"},
-    Rule{"beeper-rate-usual", &kBeeper, kSetting, beeper_setting::kBaud, kWarning, IsUnusualRate,
-         "is no usual rate; below 300 it counts as 1200", "write bits per second, such as 9600"},
     Rule{"beeper-dial-command", &kBeeper, kSetting, beeper_setting::kDialString, kFailure,
          IsNoCommand, "does not begin with AT, so that the modem ignores it",
          "notifyhost settings reset Beeper Settings_DialString"},
@@ -240,12 +256,6 @@ constexpr std::array kRules = {
          "notifyhost settings reset Beeper Settings_DialString"},
     Rule{"beeper-dial-directive", &kBeeper, kSetting, beeper_setting::kDialString, kWarning,
          HasOtherDirective, "has a percent sign that begins no %s", "write %% for a percent sign"},
-    Rule{"beeper-modem-command", &kBeeper, kSetting, beeper_setting::kModemString, kFailure,
-         IsNoCommand, "does not begin with AT, so that the modem ignores it",
-         "notifyhost settings reset Beeper Settings_ModemString"},
-    Rule{"beeper-modem-results", &kBeeper, kSetting, beeper_setting::kModemString, kFailure,
-         SilencesResults, "turns the modem's answers off or into numbers, and OK is waited for",
-         "write Q0V1 in place of Q1 and V0"},
     Rule{"beeper-timeout", &kBeeper, kSetting, beeper_setting::kTimeout, kWarning, IsNoNumber,
          "is no number of milliseconds, and counts as 0",
          "notifyhost settings reset Beeper Settings_Timeout"},
@@ -289,29 +299,6 @@ constexpr std::array kRules = {
          IsTooLongAPassword, "is longer than the 4 characters that NTT sends of it", "shorten it"},
     Rule{"pager-password-unused", &kPager, kField, pager_field::kTerminalPassword, kWarning,
          IsUnusedPassword, "is never sent by UCP-SMS", "leave it empty"},
-    Rule{"pager-port", &kPager, kSetting, pager_setting::kComPort, kFailure, NamesNoPort,
-         "names no port", "write COM and its number, in capital letters"},
-    Rule{"pager-port-there", &kPager, kSetting, pager_setting::kComPort, kFailure, HasMissingPort,
-         "is a port that this computer does not have",
-         "notifyhost ports lists those that it has; notifyhost settings set Pager Settings_COMPort=..."},
-    Rule{"pager-port-open", &kPager, kSetting, pager_setting::kComPort, kFailure,
-         HasPortThatDoesNotOpen,
-         "is a port that cannot be opened and set up",
-         "see which program holds it, and whether the rate is one of the port's", Reach::kOnline},
-    Rule{"pager-modem", &kPager, kSetting, pager_setting::kComPort, kFailure,
-         HasModemThatDoesNotAnswer,
-         "has no modem that answers AT with OK",
-         "see whether the modem is on, and the port and rate are its own", Reach::kOnline},
-    Rule{"pager-rate", &kPager, kSetting, pager_setting::kBaud, kWarning, IsNoRate,
-         "does not begin with a number, and counts as 300", "write bits per second, such as 9600"},
-    Rule{"pager-rate-usual", &kPager, kSetting, pager_setting::kBaud, kWarning, IsUnusualRate,
-         "is no usual rate; below 300 it counts as 300", "write bits per second, such as 9600"},
-    Rule{"pager-modem-command", &kPager, kSetting, pager_setting::kModemString, kFailure,
-         IsNoCommand, "does not begin with AT, so that the modem ignores it",
-         "notifyhost settings reset Pager Settings_ModemString"},
-    Rule{"pager-modem-results", &kPager, kSetting, pager_setting::kModemString, kFailure,
-         SilencesResults, "turns the modem's answers off or into numbers, and OK is waited for",
-         "write Q0V1 in place of Q1 and V0"},
     Rule{"pager-modem-echo", &kPager, kSetting, pager_setting::kModemString, kWarning, LeavesEchoOn,
          "does not turn the echo off, and a modem that echoes is refused", "put E0 into it"},
     Rule{"pager-framing", &kPager, kSetting, pager_setting::k8N1, kWarning, IsNoYesOrNo,
@@ -365,6 +352,25 @@ constexpr std::array kRules = {
          "cannot open its line", "see which program holds the line", Reach::kOnline},
 };
 // clang-format on
+
+template <std::size_t... counts>
+constexpr auto Joined(const std::array<Rule, counts>&... lists) {
+  std::array<Rule, (counts + ...)> joined{};
+  auto end = joined.begin();
+  ((end = std::ranges::copy(lists, end).out), ...);
+  return joined;
+}
+
+constexpr auto kRules = Joined(
+    kOtherRules, CodeRules(beeper_field::kUpCode, "is missing, and nobody can tell what came up"),
+    CodeRules(beeper_field::kDownCode, "is missing, and nobody can tell what went down"),
+    CodeRules(beeper_field::kTrapCode, "is missing, and nobody can tell that a trap arrived"),
+    ModemRules(
+        {&kBeeper, beeper_setting::kComPort, beeper_setting::kBaud, beeper_setting::kModemString},
+        "is no usual rate; below 300 it counts as 1200"),
+    ModemRules(
+        {&kPager, pager_setting::kComPort, pager_setting::kBaud, pager_setting::kModemString},
+        "is no usual rate; below 300 it counts as 300"));
 
 }  // namespace
 

@@ -39,13 +39,10 @@ constexpr std::array<std::int32_t, 10> kUsualRates = {300,   1200,  2400,  4800,
 
 ProfileSetting ReadOne(SettingsKey* key, const SettingGuide& guide) {
   const std::string name(guide.name);
-  if (key != nullptr) {
-    std::string text = ReadSetting(*key, name);
-    const bool is_number = key->Read(name).value_or(StoredSetting()).type == SettingType::kNumber;
-    if (!text.empty())
-      return {&guide, std::move(text), is_number ? SettingOrigin::kNumber : SettingOrigin::kText};
-  }
-  return {&guide, std::string(guide.default_text), SettingOrigin::kDefault};
+  std::string text = key != nullptr ? ReadSetting(*key, name) : "";
+  if (text.empty()) return {&guide, std::string(guide.default_text), SettingOrigin::kDefault};
+  const bool is_number = key->Read(name).value_or(StoredSetting()).type == SettingType::kNumber;
+  return {&guide, std::move(text), is_number ? SettingOrigin::kNumber : SettingOrigin::kText};
 }
 
 }  // namespace

@@ -26,4 +26,4 @@ def test_modem_that_answers(switchboard):
 
 
 def test_port_without_a_modem(switchboard):
-    assert findings(switchboard, "COM77") == ["pager-port-there"]
+    assert findings(switchboard, "COM77") == ["port-there"]

@@ -79,7 +79,8 @@ TEST(ClassPages, HaveTheirParts) {
 
 TEST(ClassPages, HaveCommandsThatTheHostTakes) {
   for (const std::string& page : ClassPages()) {
-    for (const char* const command : {"settings", "doctor", "ports"}) {
+    for (const char* const command :
+         {"settings", "doctor", "ports", "send", "preview", "set", "test", "show", "history"}) {
       for (const auto& words : CommandsOf(page, command)) {
         ParsedCommand(words);
       }

@@ -4,8 +4,10 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <iterator>
 #include <sstream>
 #include <string>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -482,16 +484,54 @@ TEST(CommandLine, GivesHelp) {
   }
 }
 
+// As help lists them below "Commands:", those of a group with the group's name before them.
+std::vector<std::string> ListedCommands(const Arguments& group) {
+  Arguments arguments = group;
+  arguments.emplace_back("--help");
+  std::istringstream lines(Help(arguments));
+  std::vector<std::string> commands;
+  bool is_list = false;
+  for (std::string line; std::getline(lines, line);) {
+    if (is_list && line.empty()) break;
+    if (is_list && line[2] != ' ') {
+      const std::string name = line.substr(2, line.find(' ', 2) - 2);
+      commands.push_back(group.empty() ? name : group.front() + " " + name);
+    }
+    is_list = is_list || line == "Commands:";
+  }
+  return commands;
+}
+
+std::vector<std::string> EveryCommand() {
+  std::vector<std::string> commands = ListedCommands({});
+  std::erase(commands, "settings");
+  for (std::string& command : ListedCommands({"settings"}))
+    commands.push_back(std::move(command));
+  return commands;
+}
+
+Arguments Words(const std::string& command) {
+  std::istringstream words(command);
+  return {std::istream_iterator<std::string>(words), {}};
+}
+
+Arguments With(Arguments arguments, const std::string& last) {
+  arguments.push_back(last);
+  return arguments;
+}
+
 TEST(CommandLine, GivesHelpOnEachCommand) {
-  for (const std::string command :
-       {"classes", "register", "unregister", "send", "add", "edit", "instances", "show", "new",
-        "fields", "status", "doctor", "set", "ports", "help"}) {
-    const std::string help = Help({command, "--help"});
-    EXPECT_EQ(Help({command, "-h"}), help);
-    EXPECT_EQ(Help({"--help", command}), help);
+  EXPECT_EQ(EveryCommand().size(), 25U);
+  for (const std::string& command : EveryCommand()) {
+    const std::string help = Help(With(Words(command), "--help"));
+    EXPECT_EQ(Help(With(Words(command), "-h")), help);
+    Arguments behind = Words(command);
+    behind.insert(behind.begin(), "help");
+    EXPECT_EQ(Help(behind), help);
     EXPECT_THAT(help, HasSubstr("Usage: notifyhost " + command + " [OPTIONS]"));
     EXPECT_THAT(help, HasSubstr("Examples:\n  notifyhost " + command));
   }
+  EXPECT_EQ(Help({"--help", "send"}), Help({"send", "--help"}));
   const std::string help = Help({"send", "--help"});
   for (const char* part :
        {" CLASS FILE\n", "  CLASS  ", "  FILE  ", "  --event EVENT  ", "  --set LETTER=VALUE  ",
@@ -522,6 +562,23 @@ TEST(CommandLine, OffersAModuleWhereItIsUsed) {
   }
   for (const char* command : {"instances", "show", "new", "fields", "set", "ports"}) {
     EXPECT_THAT(Help({command, "--help"}), Not(HasSubstr("--module"))) << command;
+  }
+}
+
+TEST(CommandLine, OffersAReportForProgramsButWhereTextIsTakenAsItIs) {
+  for (const std::string& command : EveryCommand()) {
+    const bool is_text =
+        command == "help" || command == "completion" || command == "settings export";
+    EXPECT_EQ(Help(With(Words(command), "-h")).find("  --json  ") == std::string::npos, is_text)
+        << command;
+  }
+}
+
+TEST(CommandLine, NamesTheOptionThatACommandDoesNotHave) {
+  for (const std::string& command : EveryCommand()) {
+    const auto parsed = ParseCommandLine(With(Words(command), "--no-such"));
+    EXPECT_THAT(std::get<UsageError>(parsed).text,
+                HasSubstr("'--no-such' is not an option of " + command + "\n"));
   }
 }
 

@@ -5,6 +5,7 @@
 #include <map>
 #include <set>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "host/checks/diagnosis.h"
@@ -237,32 +238,27 @@ const std::vector<BrokenConfiguration>& Configurations() {
       {"beeper-number-command", kF, "Beeper", {{"beeper number", "5551234;"}}},
       {"beeper-number-characters", kW, "Beeper", {{"beeper number", "555x1234"}}},
       {"beeper-dialing-options", kW, "Beeper", {{"dialing options", ""}}},
-      {"beeper-up-code", kW, "Beeper", {{"up code", ""}}},
-      {"beeper-down-code", kW, "Beeper", {{"down code", ""}}},
-      {"beeper-trap-code", kW, "Beeper", {{"SNMP trap code", ""}}},
-      {"beeper-up-code-command", kF, "Beeper", {{"up code", "1;"}}},
-      {"beeper-down-code-command", kF, "Beeper", {{"down code", ";"}}},
-      {"beeper-trap-code-command", kF, "Beeper", {{"SNMP trap code", "1;2"}}},
-      {"beeper-up-code-characters", kW, "Beeper", {{"up code", "up"}}},
-      {"beeper-down-code-characters", kW, "Beeper", {{"down code", "1_"}}},
-      {"beeper-trap-code-characters", kW, "Beeper", {{"SNMP trap code", "&"}}},
-      {"beeper-port", kF, "Beeper", {}, Setting("Beeper", "Settings_COMPort", "com1")},
-      {"beeper-port", kF, "Beeper", {}, Setting("Beeper", "Settings_COMPort", "COM")},
-      {"beeper-port-there", kF, "Beeper", {}, Setting("Beeper", "Settings_COMPort", "COM3")},
-      {"beeper-port-there",
+      {"beeper-code", kW, "Beeper", {{"up code", ""}}},
+      {"beeper-code", kW, "Beeper", {{"down code", ""}}},
+      {"beeper-code", kW, "Beeper", {{"SNMP trap code", ""}}},
+      {"beeper-code-command", kF, "Beeper", {{"up code", "1;"}}},
+      {"beeper-code-command", kF, "Beeper", {{"down code", ";"}}},
+      {"beeper-code-command", kF, "Beeper", {{"SNMP trap code", "1;2"}}},
+      {"beeper-code-characters", kW, "Beeper", {{"up code", "up"}}},
+      {"beeper-code-characters", kW, "Beeper", {{"down code", "1_"}}},
+      {"beeper-code-characters", kW, "Beeper", {{"SNMP trap code", "&"}}},
+      {"port", kF, "Beeper", {}, Setting("Beeper", "Settings_COMPort", "com1")},
+      {"port", kF, "Beeper", {}, Setting("Beeper", "Settings_COMPort", "COM")},
+      {"port-there", kF, "Beeper", {}, Setting("Beeper", "Settings_COMPort", "COM3")},
+      {"port-there",
        kF,
        "Beeper",
        {{"settings profile", "7"}},
        Setting("Beeper\\07", "Settings_COMPort", "COM4294967296")},
-      {"beeper-port-open",
-       kF,
-       "Beeper",
-       {},
-       [](System& s) { s.modem_answer.reset(); },
-       Reach::kOnline},
-      {"beeper-modem", kF, "Beeper", {}, [](System& s) { s.modem_answer = ""; }, Reach::kOnline},
-      {"beeper-rate", kW, "Beeper", {}, Setting("Beeper", "Settings_Baud", "fast")},
-      {"beeper-rate-usual", kW, "Beeper", {}, Setting("Beeper", "Settings_Baud", "10")},
+      {"port-open", kF, "Beeper", {}, [](System& s) { s.modem_answer.reset(); }, Reach::kOnline},
+      {"modem", kF, "Beeper", {}, [](System& s) { s.modem_answer = ""; }, Reach::kOnline},
+      {"rate", kW, "Beeper", {}, Setting("Beeper", "Settings_Baud", "fast")},
+      {"rate-usual", kW, "Beeper", {}, Setting("Beeper", "Settings_Baud", "10")},
       {"beeper-dial-command", kF, "Beeper", {}, Setting("Beeper", "Settings_DialString", "%s,%s")},
       {"beeper-dial-number", kF, "Beeper", {}, Setting("Beeper", "Settings_DialString", "ATDT911")},
       {"beeper-dial-message", kW, "Beeper", {}, Setting("Beeper", "Settings_DialString", "ATDT%s")},
@@ -271,13 +267,9 @@ const std::vector<BrokenConfiguration>& Configurations() {
        "Beeper",
        {},
        Setting("Beeper", "Settings_DialString", "ATDT%s,%s%d")},
-      {"beeper-modem-command", kF, "Beeper", {}, Setting("Beeper", "Settings_ModemString", "E0")},
-      {"beeper-modem-results",
-       kF,
-       "Beeper",
-       {},
-       Setting("Beeper", "Settings_ModemString", "ATE0q1")},
-      {"beeper-modem-results", kF, "Beeper", {}, Setting("Beeper", "Settings_ModemString", "ATV")},
+      {"modem-command", kF, "Beeper", {}, Setting("Beeper", "Settings_ModemString", "E0")},
+      {"modem-results", kF, "Beeper", {}, Setting("Beeper", "Settings_ModemString", "ATE0q1")},
+      {"modem-results", kF, "Beeper", {}, Setting("Beeper", "Settings_ModemString", "ATV")},
       {"beeper-timeout", kW, "Beeper", {}, Setting("Beeper", "Settings_Timeout", "-5")},
       {"beeper-timeout-long",
        kW,
@@ -318,23 +310,14 @@ const std::vector<BrokenConfiguration>& Configurations() {
        {{"terminal password", "12345"}, {"protocol", "NTT"}},
        Setting("Pager", "Settings_8N1", "1")},
       {"pager-password-unused", kW, "Pager", {{"protocol", "UCP-SMS"}}},
-      {"pager-port", kF, "Pager", {}, Setting("Pager", "Settings_COMPort", "2")},
-      {"pager-port-there", kF, "Pager", {}, Setting("Pager", "Settings_COMPort", "COM12")},
-      {"pager-port-open",
-       kF,
-       "Pager",
-       {},
-       [](System& s) { s.modem_answer.reset(); },
-       Reach::kOnline},
-      {"pager-modem", kF, "Pager", {}, [](System& s) { s.modem_answer = "ERROR"; }, Reach::kOnline},
-      {"pager-rate", kW, "Pager", {}, Setting("Pager", "Settings_Baud", " 9600")},
-      {"pager-rate-usual", kW, "Pager", {}, Setting("Pager", "Settings_Baud", "9601")},
-      {"pager-modem-command", kF, "Pager", {}, Setting("Pager", "Settings_ModemString", "E0AT")},
-      {"pager-modem-results",
-       kF,
-       "Pager",
-       {},
-       Setting("Pager", "Settings_ModemString", "ATE0Q1V1")},
+      {"port", kF, "Pager", {}, Setting("Pager", "Settings_COMPort", "2")},
+      {"port-there", kF, "Pager", {}, Setting("Pager", "Settings_COMPort", "COM12")},
+      {"port-open", kF, "Pager", {}, [](System& s) { s.modem_answer.reset(); }, Reach::kOnline},
+      {"modem", kF, "Pager", {}, [](System& s) { s.modem_answer = "ERROR"; }, Reach::kOnline},
+      {"rate", kW, "Pager", {}, Setting("Pager", "Settings_Baud", " 9600")},
+      {"rate-usual", kW, "Pager", {}, Setting("Pager", "Settings_Baud", "9601")},
+      {"modem-command", kF, "Pager", {}, Setting("Pager", "Settings_ModemString", "E0AT")},
+      {"modem-results", kF, "Pager", {}, Setting("Pager", "Settings_ModemString", "ATE0Q1V1")},
       {"pager-modem-echo", kW, "Pager", {}, Setting("Pager", "Settings_ModemString", "ATE1&E0")},
       {"pager-framing", kW, "Pager", {}, Setting("Pager", "Settings_8N1", "yes")},
       {"pager-framing-japanese", kW, "Pager", {{"protocol", "NTT"}}},
@@ -422,14 +405,34 @@ TEST(Rules, FindEachConfigurationsOneFault) {
   }
 }
 
+// What a rule is about, as its findings say; empty where it is about whatever is wrong.
+std::string SubjectOf(const Rule& rule) {
+  if (rule.about == About::kClass || rule.place == kEveryPlace) return "";
+  return std::string(rule.about == About::kField
+                         ? rule.notifier_class->instances.fields[rule.place].name
+                         : SettingsOf(*rule.notifier_class)[rule.place].name);
+}
+
 TEST(Rules, AreAllBrokenByAConfiguration) {
-  std::set<std::string> broken;
-  for (const BrokenConfiguration& configuration : Configurations())
-    broken.insert(configuration.rule);
-  std::set<std::string> names;
+  std::set<std::tuple<std::string, std::string, std::string>> broken;  // rule, class, subject
+  for (const BrokenConfiguration& configuration : Configurations()) {
+    FakeCheckedSystem system = HealthySystem();
+    if (configuration.spoil) configuration.spoil(system);
+    for (const Finding& finding :
+         FindingsOf(configuration.class_name, configuration.values, system, configuration.reach)) {
+      broken.emplace(finding.rule, configuration.class_name, finding.subject);
+      broken.emplace(finding.rule, configuration.class_name, "");
+      broken.emplace(finding.rule, "", "");
+    }
+  }
+  std::set<std::tuple<std::string, std::string, std::string>> rules;
   for (const Rule& rule : Rules()) {
-    EXPECT_TRUE(names.insert(std::string(rule.name)).second) << rule.name << " is there twice";
-    EXPECT_TRUE(broken.contains(std::string(rule.name))) << rule.name << " is broken by none";
+    const std::string name(rule.name);
+    const std::string class_name(
+        rule.notifier_class != nullptr ? rule.notifier_class->instances.class_name : "");
+    const auto key = std::tuple(name, class_name, SubjectOf(rule));
+    EXPECT_TRUE(rules.insert(key).second) << name << " is there twice";
+    EXPECT_TRUE(broken.contains(key)) << name << " of " << class_name << " is broken by none";
   }
 }
 
