@@ -4,6 +4,7 @@ WINEPREFIX, when set, is the prefix to use; otherwise the tests make one and rem
 """
 
 import pathlib
+import re
 import subprocess
 import sys
 import tempfile
@@ -35,6 +36,7 @@ def wine_environment():
 class Outcome:
     exit_code: int
     output: bytes
+    verdict: str = ""  # without the seconds and the result
 
 
 class Mailer:
@@ -67,7 +69,9 @@ class Mailer:
                 env=environment, stdin=subprocess.DEVNULL, stdout=output,
                 stderr=subprocess.STDOUT, timeout=TIME_LIMIT)
             output.seek(0)
-            return Outcome(done.returncode, log_and_result(output.read().decode()).encode())
+            told = output.read().decode()
+        verdict, *_ = re.split(r"; [0-9.]+ s\b", told.rstrip("\n").rpartition("\n")[2])
+        return Outcome(done.returncode, log_and_result(told).encode(), verdict)
 
     def _environment_in(self, locale: str | None) -> dict[str, str]:
         return {**self._environment, **({"LC_ALL": locale} if locale else {})}
