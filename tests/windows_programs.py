@@ -29,6 +29,24 @@ def windows_path(path) -> str:
                           timeout=TIME_LIMIT).stdout.rstrip("\n")
 
 
+def build_examples(folder: pathlib.Path) -> tuple[pathlib.Path, pathlib.Path]:
+    """The folder of what hosts of one's own are made with, as it is packed, and the one of its examples, built
+    from there as anybody would."""
+    package, programs = folder / "package", folder / "programs"
+    steps = [
+        ["--install", ROOT / "build" / "win32", "--component", "sdk", "--prefix", package],
+        ["-S", package / "examples", "-B", programs, "-G", "Ninja",
+         f"-DCMAKE_TOOLCHAIN_FILE={ROOT / 'cmake' / 'mingw_i686.cmake'}", "-DBRANTEL_THREAD_MODEL=win32",
+         f"-DBrantelNotifications_DIR={package / 'lib' / 'cmake' / 'BrantelNotifications'}",
+         "-DCMAKE_CXX_FLAGS=-Wall -Wextra -Werror", "-DCMAKE_C_FLAGS=-Wall -Wextra -Werror",
+         "-DCMAKE_EXE_LINKER_FLAGS=-static"],
+        ["--build", programs],
+    ]
+    for step in steps:
+        subprocess.run(["cmake", *step], check=True, stdout=subprocess.DEVNULL, timeout=TIME_LIMIT)
+    return package, programs
+
+
 def wait_until(condition):
     """Waits for the condition to hold, and returns its result."""
     deadline = time.monotonic() + TIME_LIMIT

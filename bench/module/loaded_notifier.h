@@ -4,8 +4,8 @@
 #include <unknwn.h>
 
 #include "bench/module/module_host.h"
+#include "brantel/notifier_contract.h"
 #include "description/class_description.h"
-#include "notifier/notifier_contract.h"
 #include "system/windows/com_pointer_win32.h"
 
 namespace brantel {

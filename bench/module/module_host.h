@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include "notifier/notifier_contract.h"
+#include "brantel/notifier_contract.h"
 #include "system/windows/bstr_win32.h"
 
 namespace brantel {

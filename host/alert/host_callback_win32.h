@@ -1,9 +1,9 @@
 #pragma once
 
+#include "brantel/notifier_contract.h"
 #include "host/alert/alert_event.h"
 #include "host/alert/log_taker.h"
 #include "host/alert/text_expander.h"
-#include "notifier/notifier_contract.h"
 
 namespace brantel::host {
 

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "brantel/notifier_contract.h"
 #include "host/alert/host_callback_win32.h"
 #include "host/commands/command_context_win32.h"
 #include "host/module/created_notifier_win32.h"
@@ -12,7 +13,6 @@
 #include "host/system/file_path_win32.h"
 #include "host/text/control_characters.h"
 #include "host/text/log_text.h"
-#include "notifier/notifier_contract.h"
 #include "system/windows/bstr_win32.h"
 #include "system/windows/com_pointer_win32.h"
 #include "system/windows/utf8_text_win32.h"

@@ -7,11 +7,11 @@
 #include <cstddef>
 #include <iterator>
 
+#include "brantel/notifier_contract.h"
 #include "host/instances/class_choice.h"
 #include "host/outcome/command_failure.h"
 #include "host/system/file_path_win32.h"
 #include "host/text/name_list.h"
-#include "notifier/notifier_contract.h"
 #include "system/windows/bstr_win32.h"
 #include "system/windows/com_pointer_win32.h"
 #include "system/windows/registry_key_win32.h"

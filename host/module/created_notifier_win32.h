@@ -4,8 +4,8 @@
 #include <optional>
 #include <string>
 
+#include "brantel/notifier_contract.h"
 #include "host/module/module_library_win32.h"
-#include "notifier/notifier_contract.h"
 #include "system/windows/com_pointer_win32.h"
 
 namespace brantel::host {

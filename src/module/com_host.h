@@ -1,6 +1,6 @@
 #pragma once
 
-#include "notifier/notifier_contract.h"
+#include "brantel/notifier_contract.h"
 #include "notifier/notifier_host.h"
 #include "system/windows/com_pointer_win32.h"
 

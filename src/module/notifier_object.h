@@ -5,10 +5,10 @@
 #include <optional>
 #include <utility>
 
+#include "brantel/notifier_contract.h"
 #include "module/class_table.h"
 #include "module/module_lock.h"
 #include "notifier/notifier.h"
-#include "notifier/notifier_contract.h"
 #include "system/exception_guard.h"
 #include "system/windows/com_pointer_win32.h"
 

@@ -6,10 +6,10 @@
 #include <string>
 #include <string_view>
 
+#include "brantel/notifier_contract.h"
 #include "module/class_table.h"
 #include "module/registry_script.h"
 #include "module/registry_shell_win32.h"
-#include "notifier/notifier_contract.h"
 #include "system/windows/com_pointer_win32.h"
 #include "system/windows/module_instance_win32.h"
 #include "system/windows/registry_key_win32.h"

@@ -8,7 +8,7 @@
 #include <optional>
 #include <string>
 
-#include "notifier/notifier_contract.h"
+#include "brantel/notifier_contract.h"
 
 namespace brantel {
 

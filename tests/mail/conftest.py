@@ -100,6 +100,13 @@ def relay(address):
 
 
 @pytest.fixture(scope="module")
+def silent_relay(address):
+    relay = mail_servers.RecordingRelay(address, {"greeting": None})
+    yield relay
+    relay.close()
+
+
+@pytest.fixture(scope="module")
 def mail_server(address):
     with real_mail_server.server_folder() as folder:
         with real_mail_server.MailServer(folder, address, ["ann", "bob"]).running() as server:

@@ -2,7 +2,6 @@
 
 import pytest
 
-import mail_servers
 from timeout_setting import VALUE, TimeoutSetting
 
 
@@ -12,13 +11,6 @@ def setting(wine_environment):
     setting.remove()
     yield setting
     setting.remove()
-
-
-@pytest.fixture(scope="module")
-def silent_relay(address):
-    relay = mail_servers.RecordingRelay(address, {"greeting": None})
-    yield relay
-    relay.close()
 
 
 def seconds_of_silence(mailer, relay) -> float:

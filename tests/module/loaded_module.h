@@ -6,7 +6,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "notifier/notifier_contract.h"
+#include "brantel/notifier_contract.h"
 #include "system/windows/com_pointer_win32.h"
 #include "tests/module/expected_classes.h"
 

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "notifier/notifier_contract.h"
+#include "brantel/notifier_contract.h"
 
 namespace brantel {
 

@@ -28,7 +28,7 @@
 #include <string>
 #include <string_view>
 
-#include "notifier/notifier_contract.h"
+#include "brantel/notifier_contract.h"
 #include "system/windows/bstr_win32.h"
 #include "system/windows/com_pointer_win32.h"
 

@@ -1,0 +1,26 @@
+// What documents quote of the examples is in their files.
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "tests/unit/project_file.h"
+
+namespace brantel {
+namespace {
+
+TEST(Examples, AreQuotedAsTheyAre) {
+  const std::string begin = "```cpp\n";
+  for (const char* const document : {"README.md", "docs/using_the_module.md"}) {
+    const std::string text = ReadProjectFile(document);
+    for (std::size_t at = 0; (at = text.find(begin, at)) != std::string::npos;) {
+      at += begin.size();
+      const std::string quoted = text.substr(at, text.find("```", at) - at);
+      EXPECT_NE(ReadProjectFile("examples/minimal_host.cpp").find(quoted), std::string::npos)
+          << document << " quotes what is not there:\n"
+          << quoted;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace brantel
