@@ -10,20 +10,6 @@
 namespace brantel::host {
 namespace {
 
-std::string_view NameOf(AttemptState state) {
-  switch (state) {
-    case AttemptState::kRunning:
-      return "running";
-    case AttemptState::kDelivered:
-      return "delivered";
-    case AttemptState::kFailed:
-      return "failed";
-    case AttemptState::kCutOff:
-      break;
-  }
-  return "cut off";
-}
-
 Colour ColourOf(AttemptState state) {
   switch (state) {
     case AttemptState::kRunning:
@@ -51,7 +37,7 @@ std::string TimeTaken(const JournalEntry& entry) {
 Record RecordOf(const JournalEntry& entry, AttemptState state) {
   Record record = {{"began", TimeText(entry.began)}, {"command", entry.command},
                    {"class", entry.class_name},      {"instance", entry.instance},
-                   {"event", entry.event},           {"state", NameOf(state)}};
+                   {"event", entry.event},           {"state", AttemptStateName(state)}};
   if (!entry.end) return record;
   record["seconds"] = entry.end->seconds;
   record["verdict"] = entry.end->verdict;
@@ -62,33 +48,47 @@ Record RecordOf(const JournalEntry& entry, AttemptState state) {
 
 }  // namespace
 
+std::string_view AttemptStateName(AttemptState state) {
+  switch (state) {
+    case AttemptState::kRunning:
+      return "running";
+    case AttemptState::kDelivered:
+      return "delivered";
+    case AttemptState::kFailed:
+      return "failed";
+    case AttemptState::kCutOff:
+      break;
+  }
+  return "cut off";
+}
+
+AttemptState StateOf(const JournalEntry& entry, const RunningCheck& runs_still) {
+  if (entry.end) return entry.end->is_delivered ? AttemptState::kDelivered : AttemptState::kFailed;
+  return runs_still(entry) ? AttemptState::kRunning : AttemptState::kCutOff;
+}
+
 std::string HistoryText(const JournalEntry& entry) {
   return ShowControlCharacters(Subject(entry) + (entry.end ? ": " + entry.end->verdict : ""));
 }
 
 JournalHistory::JournalHistory(const ReportWriter& report, HistoryFilter filter,
-                               RunsStill runs_still)
+                               RunningCheck runs_still)
     : report_(report), filter_(filter), runs_still_(std::move(runs_still)) {}
 
 void JournalHistory::Tell(const std::vector<JournalEntry>& entries) {
   constexpr std::size_t kStateWidth = 10;
   for (const JournalEntry& entry : entries) {
-    const AttemptState state = StateOf(entry);
+    const AttemptState state = StateOf(entry, runs_still_);
     if (!Matches(entry, state)) continue;
     const auto [told, is_new] = told_.emplace(entry.id, state);
     if (!is_new && told->second == state) continue;
     told->second = state;
-    const std::string name(NameOf(state));
+    const std::string name(AttemptStateName(state));
     report_.Entry(ShortTimeText(entry.began) + "  " + report_.Painted(ColourOf(state), name) +
                       std::string(kStateWidth - name.size(), ' ') + TimeTaken(entry) +
                       HistoryText(entry) + "\n",
                   RecordOf(entry, state));
   }
-}
-
-AttemptState JournalHistory::StateOf(const JournalEntry& entry) const {
-  if (entry.end) return entry.end->is_delivered ? AttemptState::kDelivered : AttemptState::kFailed;
-  return runs_still_(entry) ? AttemptState::kRunning : AttemptState::kCutOff;
 }
 
 bool JournalHistory::Matches(const JournalEntry& entry, AttemptState state) const {
