@@ -17,6 +17,7 @@
 #include "host/commands/preview_command.h"
 #include "host/commands/register_command.h"
 #include "host/commands/send_command.h"
+#include "host/commands/serve_command.h"
 #include "host/commands/set_command.h"
 #include "host/commands/settings_commands.h"
 #include "host/commands/show_command.h"
@@ -30,10 +31,10 @@ namespace brantel::host {
 // In the order in which help lists them.
 using Command =
     std::variant<ClassesCommand, RegisterCommand, UnregisterCommand, StatusCommand, DoctorCommand,
-                 PreviewCommand, SendCommand, TestCommand, HistoryCommand, AddCommand, EditCommand,
-                 InstancesCommand, ShowCommand, NewCommand, SetCommand, FieldsCommand, PortsCommand,
-                 SettingsListCommand, SettingsGetCommand, SettingsSetCommand, SettingsResetCommand,
-                 SettingsExportCommand, SettingsImportCommand>;
+                 PreviewCommand, SendCommand, TestCommand, HistoryCommand, ServeCommand, AddCommand,
+                 EditCommand, InstancesCommand, ShowCommand, NewCommand, SetCommand, FieldsCommand,
+                 PortsCommand, SettingsListCommand, SettingsGetCommand, SettingsSetCommand,
+                 SettingsResetCommand, SettingsExportCommand, SettingsImportCommand>;
 
 // What the command line asks for.
 struct Invocation {

@@ -1,6 +1,5 @@
 // notifyhost.exe: a host for the module on the command line.
 #include <windows.h>
-#include <objbase.h>
 #include <shellapi.h>
 
 #include <exception>
@@ -14,7 +13,7 @@
 #include "host/command_line.h"
 #include "host/commands/command_context_win32.h"
 #include "host/outcome/command_failure.h"
-#include "host/outcome/result_text.h"
+#include "host/system/com_apartment_win32.h"
 #include "host/system/file_path_win32.h"
 #include "host/system/log_file_win32.h"
 #include "host/system/output_stream_win32.h"
@@ -23,20 +22,6 @@
 
 namespace brantel::host {
 namespace {
-
-// The module's classes belong into a single-threaded apartment.
-class ComApartment {
- public:
-  ComApartment() {
-    const HRESULT result = CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
-    if (FAILED(result)) {
-      throw CommandFailure(ExitCode::kFailed, "COM does not start: " + ResultText(result));
-    }
-  }
-  ComApartment(const ComApartment&) = delete;
-  ComApartment& operator=(const ComApartment&) = delete;
-  ~ComApartment() { CoUninitialize(); }
-};
 
 // The arguments behind the program's name. They come from the system and not through main, where
 // they would be in the ANSI code page and have their wildcards expanded.

@@ -62,7 +62,7 @@ class ChangeStream final : public EventStream {
     const auto& journal = backend_.Journal();
     std::size_t ended = 0;
     for (const JournalEntry& entry : journal)
-      ended += entry.end ? 1 : 0;
+      ended += entry.end ? 1U : 0U;
     std::string present = std::to_string(journal.size()) + " " + std::to_string(ended);
     if (!journal.empty()) present += " " + journal.back().id;
     if (watched_ == nullptr) return present;

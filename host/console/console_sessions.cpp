@@ -18,7 +18,7 @@ bool IsSameSecret(std::string_view one, std::string_view other) {
   unsigned difference = one.size() == other.size() ? 0 : 1;
   for (std::size_t i = 0; i < one.size(); ++i) {
     const char counterpart = i < other.size() ? other[i] : '\0';
-    difference |= static_cast<unsigned char>(one[i]) ^ static_cast<unsigned char>(counterpart);
+    difference |= static_cast<unsigned>(one[i] ^ counterpart) & 0xFFU;
   }
   return difference == 0 && !one.empty();
 }

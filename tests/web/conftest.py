@@ -13,8 +13,9 @@ import threading
 from dataclasses import dataclass
 
 import pytest
-from selenium import webdriver
-from selenium.webdriver.chrome.service import Service
+
+import browser
+from windows_programs import TIME_LIMIT
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
 BUILD = pathlib.Path(os.environ.get("WEB_FORMS_BUILD_DIR", ROOT / "build" / "sanitize"))
@@ -22,9 +23,6 @@ PROGRAM = BUILD / "tests" / "web" / "web_forms_program"
 
 # The pages are in the system's code page: here that of western Europe.
 CHARSET = "windows-1252"
-
-# Seconds; far more than anything here takes.
-TIME_LIMIT = 600
 
 
 @dataclass(frozen=True)
@@ -135,18 +133,8 @@ def server():
 
 @pytest.fixture(scope="session")
 def chromium(tmp_path_factory):
-    options = webdriver.ChromeOptions()
-    options.binary_location = "/usr/bin/chromium"
-    for argument in ("--headless", "--no-sandbox", "--disable-gpu", "--disable-quic", "--no-first-run",
-                     "--disable-background-networking", "--disable-component-update",
-                     "--disable-sync", "--no-proxy-server", "--host-resolver-rules=MAP * ~NOTFOUND, EXCLUDE 127.0.0.1",
-                     "--window-size=900,700",
-                     f"--user-data-dir={tmp_path_factory.mktemp('chromium')}"):
-        options.add_argument(argument)
-    driver = webdriver.Chrome(service=Service("/usr/bin/chromedriver"), options=options)
-    driver.set_page_load_timeout(TIME_LIMIT)
-    yield driver
-    driver.quit()
+    with browser.chromium(tmp_path_factory.mktemp("chromium")) as driver:
+        yield driver
 
 
 @pytest.fixture(scope="session")

@@ -281,7 +281,7 @@ struct WrongUsage {
 const std::vector<WrongUsage>& WrongUsages() {
   static const std::string commands =
       "the commands are classes, register, unregister, status, doctor, preview, send, test, "
-      "history, add, "
+      "history, serve, add, "
       "edit, instances, "
       "show, new, set, fields, ports, settings, completion and help";
   static const std::string actions = "the commands are list, get, set, reset, export and import";
@@ -460,12 +460,13 @@ TEST(CommandLine, NamesTheArgumentThatIsWrong) {
 }
 
 TEST(CommandLine, TellsWhereHelpIs) {
-  EXPECT_EQ(
-      std::get<UsageError>(ParseCommandLine({"frobnicate", "--x"})).text,
-      "notifyhost: 'frobnicate' is not a command; the commands are classes, register, "
-      "unregister, status, doctor, preview, send, test, history, add, edit, instances, show, new, "
-      "set, fields, ports, "
-      "settings, completion and help\nRun notifyhost --help for help.\n");
+  EXPECT_EQ(std::get<UsageError>(ParseCommandLine({"frobnicate", "--x"})).text,
+            "notifyhost: 'frobnicate' is not a command; the commands are classes, register, "
+            "unregister, status, doctor, preview, send, test, history, serve, add, edit, "
+            "instances, show, "
+            "new, "
+            "set, fields, ports, "
+            "settings, completion and help\nRun notifyhost --help for help.\n");
   EXPECT_EQ(std::get<UsageError>(ParseCommandLine({"send", "Sound"})).text,
             "notifyhost: FILE is missing\nRun notifyhost send --help for help.\n");
   EXPECT_EQ(std::get<UsageError>(ParseCommandLine({"settings", "get", "Pager"})).text,
@@ -520,8 +521,29 @@ Arguments With(Arguments arguments, const std::string& last) {
   return arguments;
 }
 
+TEST(CommandLine, ReadsWhatIsServedAndToWhom) {
+  const auto served = std::get<ServeCommand>(Accepted({"serve", "C:\\i"}).command);
+  EXPECT_EQ(served.directory, "C:\\i");
+  EXPECT_EQ(served.address, "127.0.0.1");
+  EXPECT_EQ(served.port, 8080);
+  const auto others = std::get<ServeCommand>(
+      Accepted({"serve", "C:\\i", "--listen", "::", "--port", "0", "--host", "a", "--host", "b:1",
+                "--password-file", "p", "--set-password", "--show-secrets", "--journal", "j"})
+          .command);
+  EXPECT_EQ(others.address, "::");
+  EXPECT_EQ(others.port, 0);
+  EXPECT_EQ(others.host_names, (std::vector<std::string>{"a", "b:1"}));
+  EXPECT_EQ(others.password_file, "p");
+  EXPECT_TRUE(others.sets_password && others.shows_secrets);
+  EXPECT_EQ(others.journal, "j");
+  for (const char* const port : {"-1", "65536", "x", ""})
+    EXPECT_TRUE(
+        std::holds_alternative<UsageError>(ParseCommandLine({"serve", "C:\\i", "--port", port})))
+        << port;
+}
+
 TEST(CommandLine, GivesHelpOnEachCommand) {
-  EXPECT_EQ(EveryCommand().size(), 25U);
+  EXPECT_EQ(EveryCommand().size(), 26U);
   for (const std::string& command : EveryCommand()) {
     const std::string help = Help(With(Words(command), "--help"));
     EXPECT_EQ(Help(With(Words(command), "-h")), help);

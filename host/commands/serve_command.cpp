@@ -1,0 +1,47 @@
+#include "host/commands/serve_command.h"
+
+#include <CLI/CLI.hpp>
+
+#include "host/commands/shared_arguments.h"
+
+namespace brantel::host {
+
+const CommandSyntax ServeCommand::kSyntax = {
+    "serve", ModuleUse::kModule, ReportUse::kReport, "Show a web console for a directory",
+    "  notifyhost serve C:\\Instances\n"
+    "  notifyhost serve C:\\Instances --password-file C:\\Private\\console.pwd --set-password\n"
+    "  notifyhost serve C:\\Instances --listen 192.0.2.7 --password-file C:\\Private\\console.pwd"};
+
+void DeclareArguments(CLI::App& parser, ServeCommand& command) {
+  constexpr int kLastPort = 65535;
+  DeclareDirectory(parser, command.directory);
+  parser.add_option("--port", command.port, "Port. Without it: 8080; 0 takes any that is free")
+      ->option_text("N")
+      ->check(CLI::Range(0, kLastPort))
+      ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
+  parser
+      .add_option("--listen", command.address,
+                  "IP address to listen at. Without it: 127.0.0.1,\n"
+                  "which this computer alone reaches. Any other needs\n"
+                  "--password-file. Nothing is encrypted")
+      ->option_text("ADDRESS")
+      ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
+  parser
+      .add_option("--host", command.host_names,
+                  "A further name by which browsers ask for the\n"
+                  "console, such as that of a proxy before it; may be\n"
+                  "given several times")
+      ->option_text("NAME[:PORT]")
+      ->allow_extra_args(false);
+  DeclareFileOption(parser, "--password-file", command.password_file,
+                    "Ask for the password of which this file knows");
+  DeclareFlag(parser, "--set-password", command.sets_password,
+              "Read a new password, the first line of the input,\n"
+              "write it to that file, salted and hashed, and end");
+  DeclareFlag(parser, "--show-secrets", command.shows_secrets,
+              "Show the module's own pages also for instances that\n"
+              "have a password, which then stands in them");
+  DeclareJournal(parser, command.journal);
+}
+
+}  // namespace brantel::host

@@ -1,0 +1,229 @@
+"""People walk the console in Chromium, with scripts and without."""
+
+import json
+import time
+
+import pytest
+from selenium.webdriver.common.action_chains import ActionChains
+from selenium.webdriver.common.by import By
+from selenium.webdriver.common.keys import Keys
+
+from conftest import MAGICS, PROGRAM, WIDTHS, Person, launch_program, pager, popup, set_width
+from windows_programs import instance_integer, instance_text, wait_until
+
+
+def content(console, name: str) -> bytes:
+    return (console.folder / name).read_bytes()
+
+
+def entries(console) -> list[dict]:
+    file = console.folder / "notifyhost.journal"
+    return [json.loads(line) for line in file.read_text().splitlines()] if file.exists() else []
+
+
+@pytest.mark.parametrize("width", WIDTHS)
+def test_adds_an_instance_by_the_consoles_form(person, console, width):
+    set_width(person.driver, width)
+    person.open("/instances")
+    person.press("LaunchProgram")
+    person.enter("Name", "Lamp & bell")
+    person.enter("Program filename", PROGRAM)
+    person.enter("Working path", "C:\\")
+    person.enter("Program arguments", "\"%n\" é")
+    person.press("Save")
+    assert person.heading == "Lamp & bell"
+    assert "Saved." in person.text
+    assert content(console, "Lamp & bell") == launch_program(PROGRAM, "\"%n\" é")
+
+
+def test_says_what_keeps_an_instance_from_being_saved(person, console):
+    person.open("/add/LaunchProgram/form")
+    person.enter("Name", "night")
+    person.enter("Program filename", PROGRAM)
+    person.press("Save")
+    assert "Instance name already exists.  Please choose another name" in \
+        person.driver.find_element(By.CSS_SELECTOR, "[role=alert]").get_attribute("textContent")
+    assert person.field("Program filename").get_property("value") == PROGRAM
+    assert sorted(file.name for file in console.folder.iterdir() if "notifyhost" not in file.name) == [
+        "Night", "Restart"]
+
+
+def test_adds_an_instance_by_the_modules_page(person, console):
+    person.open("/add/SMTPMail")
+    person.driver.switch_to.frame(0)
+    for name, value in [("instancename", "Mail room"), ("gateway", "192.0.2.1"), ("to", "ops@example.com"),
+                        ("from", "net@example.com"), ("subject", "%n 100% <up>"), ("message", "one\ntwo = 2")]:
+        field = person.driver.find_element(By.NAME, name)
+        field.clear()
+        field.send_keys(value)
+    person.press("Submit")
+    assert "The instance is saved." in person.text
+    person.driver.find_element(By.LINK_TEXT, "Show the instance").click()
+    person.driver.switch_to.default_content()
+    person.wait(lambda: person.path == "/instances/Mail%20room")
+    assert content(console, "Mail room") == MAGICS["SMTPMail"] + b"".join(map(instance_text, [
+        "192.0.2.1", "ops@example.com", "net@example.com", "%n 100% <up>", "one\r\ntwo = 2"]))
+
+
+def test_edits_an_instance_by_the_modules_page(person, console):
+    person.open("/instances/Night")
+    person.press("Edit")
+    person.driver.switch_to.frame(0)
+    field = person.driver.find_element(By.NAME, "beepernumber")
+    assert field.get_property("value") == "5550100"
+    field.clear()
+    field.send_keys("555 0199")
+    person.press("Submit")
+    assert "The instance is saved." in person.text
+    person.driver.switch_to.default_content()
+    texts = ["555 0199", "tone", "1", "2", "3", ""]
+    assert content(console, "Night") == MAGICS["Beeper"] + b"".join(map(instance_text, texts)) + instance_integer(0)
+
+
+@pytest.mark.parametrize("button, heading", [("Notifications", "Instances"), ("Top view", "Overview")])
+def test_the_modules_ways_out_lead_to_the_console(person, button, heading):
+    person.open("/add/Beeper")
+    person.driver.switch_to.frame(0)
+    person.press(button)
+    person.driver.find_element(By.CSS_SELECTOR, "a[target=_top]").click()
+    person.driver.switch_to.default_content()
+    person.wait(lambda: person.heading == heading)
+
+
+def test_the_modules_help_link_opens_the_help_of_the_class(person):
+    person.open("/add/Beeper")
+    person.driver.switch_to.frame(0)
+    person.driver.find_element(By.LINK_TEXT, "Help").click()
+    person.wait(lambda: len(person.driver.window_handles) == 2)
+    first, second = person.driver.window_handles
+    person.driver.switch_to.window(second)
+    try:
+        person.wait(lambda: person.driver.find_elements(By.TAG_NAME, "dl"))
+        assert person.heading == "Beeper"
+        assert "the telephone number of the beeper" in person.text
+    finally:
+        person.driver.close()
+        person.driver.switch_to.window(first)
+
+
+def test_edits_an_instance_with_a_password_without_showing_it(person, console):
+    (console.folder / "Centre").write_bytes(pager("s3cret word"))
+    person.open("/instances/Centre")
+    assert "s3cret" not in person.driver.page_source
+    person.press("Edit")
+    assert "s3cret" not in person.driver.page_source
+    person.enter("Pager number", "5550299")
+    person.press("Save")
+    assert person.heading == "Centre"
+    assert content(console, "Centre") == pager("s3cret word").replace(b"5550201", b"5550299")
+
+
+def test_renames_copies_deletes_and_puts_back(person, console):
+    stored = content(console, "Restart")
+    person.open("/instances/Restart")
+    person.enter("New name", "RESTART")
+    person.press("Rename")
+    assert person.heading == "RESTART"
+    person.enter("Name of the copy", "Second")
+    person.press("Copy")
+    assert person.heading == "Second"
+    assert content(console, "Second") == stored
+    person.press("Delete Second")
+    assert person.heading == "Second is deleted"
+    assert not (console.folder / "Second").exists()
+    person.press("Undo")
+    assert person.heading == "Second"
+    assert content(console, "Second") == stored
+    person.press("Delete Second")
+    person.press("To the instances")
+    assert "Second" not in person.text
+    assert list((console.folder / "notifyhost.deleted").iterdir()) == []
+
+
+def test_sends_a_test_and_shows_what_became_of_it(person, console):
+    person.open("/instances/Restart")
+    person.enter("Name of the device", "router7")
+    person.press("Send it now")
+    person.wait(lambda: "The program was started" in person.text)
+    assert person.heading == "Test of Restart"
+    last = entries(console)[-1]
+    assert (last["class"], last["event"], last["delivered"]) == ("LaunchProgram", "item-down", True)
+    person.open("/instances/Restart")
+    assert "delivered" in person.text
+
+
+def test_a_send_that_fails_says_why(person, console):
+    person.open("/instances/Night")
+    person.press("Send it now")
+    person.wait(lambda: person.driver.find_elements(By.CSS_SELECTOR, ".verdict .state-failed"))
+    assert "cannot be opened" in person.text or "opening the port" in person.text.lower()
+
+
+def test_finds_alerts_in_the_journal(person, console):
+    console.post("/instances/Restart/send", event="trap")
+    wait_until(lambda: entries(console) and "delivered" in entries(console)[-1])
+    person.open("/journal")
+    person.enter("Words", "TRAP")
+    person.press("Search")
+    wait_until(lambda: (person.driver.refresh(), "LaunchProgram Restart, trap" in person.text)[1])
+    person.driver.find_element(By.PARTIAL_LINK_TEXT, "LaunchProgram Restart, trap").click()
+    person.wait(lambda: person.heading == "LaunchProgram Restart, trap")
+    assert "notifyhost serve on" in person.text
+
+
+def test_the_journal_is_live(console, scripted):
+    person = Person(scripted, console)
+    person.open("/journal")
+    before = person.driver.find_element(By.CSS_SELECTOR, "#live [role=status]").text
+    time.sleep(0.5)
+    console.post("/instances/Restart/send", event="service-up")
+    person.wait(lambda: "LaunchProgram Restart, service-up" in person.text)
+    assert person.driver.find_element(By.CSS_SELECTOR, "#live [role=status]").text != before
+
+
+CONTROLS = "[...document.querySelectorAll('a[href], button, input:not([type=hidden]), select, textarea')]"
+
+# The place among the controls of the one that has the focus, and whether that is to be seen; nothing when none
+# has it, or what is scrolled by the keyboard.
+FOCUSED = f"""
+const focused = document.activeElement;
+const place = {CONTROLS}.indexOf(focused);
+if (place < 0) return null;
+const style = getComputedStyle(focused);
+return [place, style.outlineStyle !== 'none' || style.boxShadow !== 'none'];
+"""
+
+
+@pytest.mark.parametrize("path", ["/", "/instances", "/instances/Restart", "/instances/Restart/form", "/journal"])
+def test_every_control_is_reached_by_the_keyboard(console, scripted, path):
+    """By Tab alone, in the order in which they stand, and each is seen to have the focus."""
+    set_width(scripted, "wide")
+    Person(scripted, console).open(path)
+    count = scripted.execute_script(f"return {CONTROLS}.length")
+    reached = []
+    for _ in range(count):
+        ActionChains(scripted).send_keys(Keys.TAB).perform()
+        reached.append(scripted.execute_script(FOCUSED))
+    assert reached == [[place, True] for place in range(count)]
+
+
+def test_a_hostile_instance_adds_nothing_to_a_page(console, scripted):
+    count = "return document.querySelectorAll('*').length"
+    (console.folder / "Door").write_bytes(popup("harmless"))
+    person = Person(scripted, console)
+    person.open("/instances/Door/form")
+    harmless = scripted.execute_script(count)
+    for text in ["\"><script>document.title='broken'</script>", "</textarea><b>", "<img src=x onerror=alert(1)>",
+                 "' onfocus='alert(1)' autofocus='", "{{token}}"]:
+        (console.folder / "Door").write_bytes(popup(text))
+        person.open("/instances/Door/form")
+        assert scripted.execute_script(count) == harmless
+        assert person.field("Message").get_property("value") == text
+        assert "broken" not in scripted.title
+
+
+def test_one_of_the_browsers_runs_no_scripts(scriptless, scripted):
+    page = "data:text/html,<p id=p>off</p><script>document.getElementById('p').textContent = 'on'</script>"
+    for driver, expected in [(scriptless, "off"), (scripted, "on")]:
+        driver.get(page)
+        assert driver.find_element(By.ID, "p").text == expected
