@@ -91,9 +91,10 @@ def wine_environment():
 
 
 @contextlib.contextmanager
-def running_console(folder, environment, *options: str):
+def running_console(folder, environment, *options: str, shown_as: str = ""):
+    """Of the folder, which Windows may know by a name that is to be seen."""
     process = subprocess.Popen(
-        [WINE, HOST, "serve", windows_path(folder), "--port", "0", "--module", windows_path(MODULE), "--json",
+        [WINE, HOST, "serve", shown_as or windows_path(folder), "--port", "0", "--module", windows_path(MODULE), "--json",
          *options],
         env=environment, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, text=True)
     try:
