@@ -10,7 +10,7 @@ constexpr double kSessionSeconds = 12 * 3600;  // without a request
 constexpr std::size_t kMostSessions = 64;
 constexpr double kFailureSeconds = 60;
 constexpr std::ptrdiff_t kMostFailuresOfPeer = 5;
-constexpr std::size_t kMostFailures = 30;
+constexpr std::size_t kMostFailures = 10;
 
 }  // namespace
 

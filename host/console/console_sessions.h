@@ -45,7 +45,7 @@ class ConsoleSessions {
     const ConsoleSession* session = nullptr;
   };
   // A client at this address gives a password. After five wrong ones within a minute it has to
-  // wait, and after thirty of all clients everybody has to.
+  // wait, and after ten of all clients everybody has to.
   LogIn TryLogIn(const std::string& peer, std::string_view password);
 
   void LogOut(std::string_view id);

@@ -128,7 +128,10 @@ class HttpServer::Impl {
 class HttpServer::Impl::Connection : public std::enable_shared_from_this<Connection> {
  public:
   Connection(Impl& server, tcp::socket&& socket)
-      : server_(server), stream_(std::move(socket)), timer_(stream_.get_executor()) {
+      : server_(server),
+        stream_(std::move(socket)),
+        timer_(stream_.get_executor()),
+        write_timer_(stream_.get_executor()) {
     ++server_.connections_;
   }
   Connection(const Connection&) = delete;
@@ -195,7 +198,7 @@ class HttpServer::Impl::Connection : public std::enable_shared_from_this<Connect
       events_ = std::move(given.stream);
       ++server_.streams_;
     }
-    stream_.expires_after(server_.limits_.response_time);
+    LimitWriting();
     http::async_write(stream_, *response_,
                       [self = shared_from_this()](const error_code& error, std::size_t) {
                         self->TakeWritten(error);
@@ -204,10 +207,24 @@ class HttpServer::Impl::Connection : public std::enable_shared_from_this<Connect
 
   // A response without an end says so by an error, when its beginning has been written.
   void TakeWritten(const error_code& error) {
+    write_timer_.cancel();
     if (events_ && (!error || error == http::error::end_of_stream)) return BeginStream();
     if (error) return;
     if (response_->keep_alive()) return ReadRequest();
     Linger();
+  }
+
+  // Gives the client up that does not take what is written next. What is pending is called back
+  // first: not every system ends a write by itself when its socket is closed.
+  void LimitWriting() {
+    stream_.expires_never();
+    write_timer_.expires_after(server_.limits_.response_time);
+    write_timer_.async_wait([self = shared_from_this()](const error_code& error) {
+      if (error) return;
+      error_code ignored;
+      self->stream_.socket().cancel(ignored);
+      self->stream_.socket().close(ignored);
+    });
   }
 
   // Lets the client take the response before the connection ends, which it could not while more
@@ -259,9 +276,10 @@ class HttpServer::Impl::Connection : public std::enable_shared_from_this<Connect
     if (piece->empty()) return Wait();
     quiet_since_ = now;
     piece_ = *std::move(piece);
-    stream_.expires_after(server_.limits_.response_time);
+    LimitWriting();
     boost::asio::async_write(stream_, boost::asio::buffer(piece_),
                              [self = shared_from_this()](const error_code& error, std::size_t) {
+                               self->write_timer_.cancel();
                                if (error) return self->End();
                                self->Wait();
                              });
@@ -292,6 +310,7 @@ class HttpServer::Impl::Connection : public std::enable_shared_from_this<Connect
   std::size_t discarded_bytes_ = 0;
   std::unique_ptr<EventStream> events_;
   boost::asio::steady_timer timer_;
+  boost::asio::steady_timer write_timer_;
   std::chrono::steady_clock::time_point quiet_since_;
   std::string piece_;
   bool has_ended_ = false;

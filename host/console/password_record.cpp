@@ -11,7 +11,7 @@ namespace brantel::host {
 namespace {
 
 constexpr std::string_view kScheme = "pbkdf2-sha256";
-constexpr std::uint32_t kIterations = 210'000;
+constexpr std::uint32_t kIterations = 600'000;
 constexpr std::uint32_t kMostIterations = 10'000'000;
 constexpr std::size_t kLeastSalt = 16;
 

@@ -27,7 +27,7 @@ TEST(PasswordRecord, MatchesItsPasswordAlone) {
 
 TEST(PasswordRecord, IsReadAsItWasWritten) {
   const std::string text = PasswordRecord::Make("correct horse", kSalt, MixedKey)->Text();
-  EXPECT_TRUE(text.starts_with("pbkdf2-sha256 210000 0123456789abcdef0123456789abcdef "));
+  EXPECT_TRUE(text.starts_with("pbkdf2-sha256 600000 0123456789abcdef0123456789abcdef "));
   EXPECT_EQ(text.find("horse"), std::string::npos);
   EXPECT_EQ(PasswordRecord::Parse(text)->Text(), text);
   EXPECT_TRUE(PasswordRecord::Parse(text)->Matches("correct horse", MixedKey));
@@ -36,16 +36,16 @@ TEST(PasswordRecord, IsReadAsItWasWritten) {
 TEST(PasswordRecord, IsNoneThatWouldBeTooWeakOrTooMuchWork) {
   const std::string key(64, 'a');
   const std::string salt = kSalt;
-  EXPECT_TRUE(PasswordRecord::Parse("pbkdf2-sha256 210000 " + salt + " " + key));
+  EXPECT_TRUE(PasswordRecord::Parse("pbkdf2-sha256 600000 " + salt + " " + key));
   for (const std::string& text : std::initializer_list<std::string>{
-           std::string(), "pbkdf2-sha256", "plain 210000 " + salt + " " + key,
+           std::string(), "pbkdf2-sha256", "plain 600000 " + salt + " " + key,
            "pbkdf2-sha256 1000 " + salt + " " + key,
            "pbkdf2-sha256 99999999999 " + salt + " " + key,
            "pbkdf2-sha256 10000001 " + salt + " " + key, "pbkdf2-sha256 x " + salt + " " + key,
-           "pbkdf2-sha256 210000  " + key, "pbkdf2-sha256 210000 abc " + key,
-           "pbkdf2-sha256 210000 " + salt + " " + key.substr(1),
-           "pbkdf2-sha256 210000 " + salt + " " + key + " more",
-           "pbkdf2-sha256 210000 " + salt + " " + std::string(64, 'g')})
+           "pbkdf2-sha256 600000  " + key, "pbkdf2-sha256 600000 abc " + key,
+           "pbkdf2-sha256 600000 " + salt + " " + key.substr(1),
+           "pbkdf2-sha256 600000 " + salt + " " + key + " more",
+           "pbkdf2-sha256 600000 " + salt + " " + std::string(64, 'g')})
     EXPECT_FALSE(PasswordRecord::Parse(text)) << text;
 }
 
