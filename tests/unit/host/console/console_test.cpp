@@ -507,6 +507,26 @@ TEST_F(ConsoleTest, TellsWhatHasChanged) {
   EXPECT_EQ(followed.stream->Poll(), "event: change\ndata: \n\n");
 }
 
+class ListedItems final : public WatchedItems {
+ public:
+  std::vector<WatchedItem> items;
+  std::vector<WatchedItem> Items() override { return items; }
+};
+
+TEST_F(ConsoleTest, ShowsWhatIsWatched) {
+  EXPECT_THAT(Get("/").body, Not(HasSubstr("Watched")));
+  auto listed = std::make_unique<ListedItems>();
+  ListedItems& watching = *listed;
+  watched = std::move(listed);
+  Start(nullptr);
+  EXPECT_THAT(Get("/").body, HasSubstr("Nothing is watched."));
+  const HttpResponse followed = Get("/changes");
+  watching.items = {{.name = "Router <7>", .kind = "tcp", .state = "down", .since = "03:12"}};
+  EXPECT_EQ(followed.stream->Poll(), "event: change\ndata: \n\n");
+  EXPECT_THAT(Get("/").body, HasSubstr("<strong>Router &lt;7&gt;</strong>"));
+  EXPECT_THAT(Get("/").body, HasSubstr("tile-down"));
+}
+
 TEST_F(ConsoleTest, FindsInTheJournal) {
   backend.journal = {
       {.id = "a",
