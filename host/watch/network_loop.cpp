@@ -226,7 +226,7 @@ class HttpTrial final : public Trial {
   }
 
   void TakeStatus() {
-    const int status = answer_.get().result_int();
+    const auto status = static_cast<int>(answer_.get().result_int());
     const std::string words = "it answers " + std::to_string(status);
     if (status != request().status)
       return End(false, words + ", not " + std::to_string(request().status));

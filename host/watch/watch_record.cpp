@@ -197,11 +197,15 @@ std::string_view AlertKindName(AlertKind kind) {
   return NameOf(kAlertKinds, kind);
 }
 
-std::string WatchLine(const WatchRecord& record) {
+Record ParticularsOf(const WatchRecord& record) {
   static_assert(std::variant_size_v<WatchEvent> == kEvents.size());
   Record line = {{"time", TimeText(record.time)}, {"what", kEvents.at(record.event.index())}};
   std::visit(Writer{line}, record.event);
-  return JsonLine(line) + "\n";
+  return line;
+}
+
+std::string WatchLine(const WatchRecord& record) {
+  return JsonLine(ParticularsOf(record)) + "\n";
 }
 
 std::optional<WatchRecord> ParseWatchLine(std::string_view line) {

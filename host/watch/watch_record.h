@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "host/alert/alert_event.h"
+#include "host/report/record.h"
 #include "host/text/point_in_time.h"
 
 namespace brantel::host {
@@ -131,6 +132,9 @@ std::string_view StatusName(ItemStatus status);
 
 // "down", "repeat" or "up".
 std::string_view AlertKindName(AlertKind kind);
+
+// The record's particulars, as its line has them.
+Record ParticularsOf(const WatchRecord& record);
 
 // The record as a line of the journal, with its end.
 std::string WatchLine(const WatchRecord& record);

@@ -183,7 +183,7 @@ class RandomCourse {
       world_.Set(item, true);
     for (const char* instance : kInstances)
       world_.SetInstance(instance, true);
-    world_.Run(hours(3));
+    world_.Run(minutes(40));
   }
 
   WatchedWorld& world() { return world_; }
@@ -252,7 +252,7 @@ class RandomCourse {
 };
 
 TEST(RandomWatch, LosesDoublesAndTurnsAroundNothing) {
-  constexpr int kCourses = 30;
+  constexpr int kCourses = 25;
   int restarts = 0;
   std::size_t deliveries = 0;
   for (std::uint64_t seed = 1; seed <= kCourses; ++seed) {
@@ -270,13 +270,14 @@ TEST(RandomWatch, LosesDoublesAndTurnsAroundNothing) {
     if (HasFailure()) break;
   }
   // Otherwise it shows nothing.
+  RecordProperty("restarts", restarts);
   EXPECT_GT(restarts, 200);
   EXPECT_GT(deliveries, 1000U);
 }
 
 // Whatever else happens, who is to be told of what stays down is told.
 TEST(RandomWatch, TellsOfWhateverStaysDown) {
-  for (std::uint64_t seed = 1; seed <= 15; ++seed) {
+  for (std::uint64_t seed = 1; seed <= 8; ++seed) {
     SCOPED_TRACE("course " + std::to_string(seed));
     RandomCourse course(seed);
     course.Go(40);
