@@ -17,12 +17,14 @@
 #include "host/commands/preview_command.h"
 #include "host/commands/register_command.h"
 #include "host/commands/send_command.h"
+#include "host/commands/service_commands.h"
 #include "host/commands/set_command.h"
 #include "host/commands/settings_commands.h"
 #include "host/commands/show_command.h"
 #include "host/commands/status_command.h"
 #include "host/commands/test_command.h"
 #include "host/commands/unregister_command.h"
+#include "host/commands/watch_command.h"
 #include "host/report/report_writer.h"
 
 namespace brantel::host {
@@ -33,7 +35,8 @@ using Command =
                  PreviewCommand, SendCommand, TestCommand, HistoryCommand, AddCommand, EditCommand,
                  InstancesCommand, ShowCommand, NewCommand, SetCommand, FieldsCommand, PortsCommand,
                  SettingsListCommand, SettingsGetCommand, SettingsSetCommand, SettingsResetCommand,
-                 SettingsExportCommand, SettingsImportCommand>;
+                 SettingsExportCommand, SettingsImportCommand, WatchCommand, ServiceInstallCommand,
+                 ServiceRemoveCommand, ServiceStartCommand, ServiceStopCommand, ServiceRunCommand>;
 
 // What the command line asks for.
 struct Invocation {

@@ -10,6 +10,7 @@
 #include "host/instances/instance_file_win32.h"
 #include "host/machine/system_machine_win32.h"
 #include "host/system/file_path_win32.h"
+#include "host/system/interruption_win32.h"
 #include "host/watch/watch_run_win32.h"
 #include "host/watch/watch_words.h"
 #include "module/class_descriptions.h"
@@ -85,7 +86,7 @@ ExitCode Run(const WatchCommand& command, const CommandContext& context) {
   if (command.is_status) return TellStatus(file, context);
   if (!command.acknowledged.empty()) return Acknowledge(file, command, context);
   const Interruption interruption;
-  RunWatch(file, context.module_file, context.report, context.errors, interruption);
+  RunWatch(file, context.module_file, context.report, context.errors, interruption.event());
   return ExitCode::kDone;
 }
 

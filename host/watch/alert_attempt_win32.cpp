@@ -1,20 +1,11 @@
 #include "host/watch/alert_attempt_win32.h"
 
-#include <chrono>
+#include <exception>
+#include <string_view>
 
-#include "host/alert/message_variables.h"
-#include "host/attempt/alert_teller.h"
-#include "host/attempt/attempt_win32.h"
+#include "host/delivery/delivery_win32.h"
 #include "host/instances/instance_file_win32.h"
-#include "host/instances/instance_text.h"
-#include "host/journal/journal_entry.h"
-#include "host/journal/journal_path_win32.h"
-#include "host/machine/modem_line_win32.h"
 #include "host/settings/line_setup.h"
-#include "host/system/present_time_win32.h"
-#include "host/system/rotated_file_win32.h"
-#include "host/system/running_process_win32.h"
-#include "host/system/unique_text_win32.h"
 #include "module/class_descriptions.h"
 #include "system/registry_settings_win32.h"
 #include "system/windows/utf8_text_win32.h"
@@ -22,120 +13,67 @@
 namespace brantel::host {
 namespace {
 
-constexpr std::string_view kAcknowledgedClass = "Voice";
+// Of the classes the one that a person answers.
+constexpr std::string_view kAnsweredClass = "Voice";
 
-// Nobody listens: the watch tells of the end alone.
-class SilentSink final : public TextSink {
+// The watch tells of ends alone.
+class NoListener final : public DeliveryListener {
  public:
-  void Write(std::string_view) const override {}
+  void OnLog(std::string_view, ElapsedTime) override {}
+  void OnPhase(std::string_view, ElapsedTime) override {}
+  void OnWarning(std::string_view) override {}
 };
 
-std::optional<LineSetup> LineOf(const InstanceFile& file) {
-  if (file.layout == nullptr || !file.stored) return std::nullopt;
-  const ClassDescription& notifier_class = *FindClassDescription(file.layout->class_name);
-  if (!notifier_class.profile_field) return std::nullopt;
-  return SetupOfLine(notifier_class,
-                     ReadProfileOf(registry_settings, notifier_class, *file.stored));
+std::wstring PathOf(const std::wstring& folder, const std::string& instance) {
+  return folder + L"\\" + FromUtf8(instance);
 }
 
-// One attempt, from the journal's first words about it to its last.
-class Attempt {
- public:
-  Attempt(const AlertRoute& route, const AttemptOrder& order)
-      : order_(order),
-        path_(route.instances + L"\\" + FromUtf8(order.decision.instance)),
-        file_(ReadInstanceFile(path_)),
-        class_name_(file_.layout == nullptr ? "" : file_.layout->class_name),
-        journal_(JournalPath("", route.instances), RotatedFile::Durability::kComputer),
-        report_(silence_, ReportForm::kText, false),
-        teller_(report_, AlertCourse(class_name_, file_.instance), LogSecrets(SecretTexts(file_)),
-                false),
-        entry_{.id = ToUtf8(UniqueText()),
-               .began = PresentTime(),
-               .command = "watch",
-               .class_name = class_name_,
-               .instance = ToUtf8(path_),
-               .event = EventText(order.decision.event),
-               .machine = ComputerName(),
-               .process = GetCurrentProcessId(),
-               .decision = route.watch + "#" + std::to_string(order.decision.id)} {}
+AttemptResult ResultOf(const std::string& class_name, const DeliveryEnd& end) {
+  const std::string words = end.summary.Sentence();
+  if (end.summary.verdict.delivered)
+    return {AlertEnd::kDelivered, class_name == kAnsweredClass, words};
+  // Where Send gave no answer, it may have done what it was doing.
+  const bool is_known = end.fault || !end.summary.result.empty();
+  return {is_known ? AlertEnd::kFailed : AlertEnd::kUncertain, false, words};
+}
 
-  AttemptResult Run(const AlertRoute& route, const Interruption& interruption) {
-    if (file_.layout == nullptr) return {AlertEnd::kFailed, false, InstanceFault()};
-    Note();
-    const AttemptOutcome outcome = Try(route, interruption);
-    if (outcome.end != AttemptEnd::kReturned) {
-      if (const auto line = LineOf(file_)) HangUpModem(*line);
-    }
-    AttemptSummary summary = teller_.Summarise(outcome, Elapsed());
-    if (outcome.fault) summary.verdict.words = "not tried: " + outcome.fault->message;
-    entry_.end = JournaledEnd{.is_delivered = summary.verdict.delivered,
-                              .verdict = summary.Sentence(),
-                              .result = summary.result,
-                              .seconds = summary.seconds,
-                              .log = teller_.log()};
-    Note();
-    return ResultOf(outcome, summary);
-  }
-
- private:
-  [[nodiscard]] std::string InstanceFault() const {
-    return ToUtf8(path_) + " " + (file_.fault.empty() ? "is no instance" : file_.fault);
-  }
-
-  [[nodiscard]] ElapsedTime Elapsed() const {
-    return std::chrono::duration_cast<ElapsedTime>(std::chrono::steady_clock::now() - start_);
-  }
-
-  // That it cannot be written holds no alert back; the watch's own journal says enough.
-  void Note() const { (void)journal_.Append(JournalLine(entry_)); }
-
-  AttemptOutcome Try(const AlertRoute& route, const Interruption& interruption) {
-    AlertRequest request{.module_file = route.module_file,
-                         .class_name = class_name_,
-                         .instance_file = ToUtf8(path_),
-                         .event = order_.decision.event};
-    for (const std::string& variable : order_.decision.variables)
-      request.variables.Assign(variable);
-    return RunAttempt(request, order_.time_limit, interruption,
-                      [&](std::string_view text) { teller_.TellLog(text, Elapsed()); });
-  }
-
-  // Where Send gave no answer, what it was doing may have been done.
-  [[nodiscard]] AttemptResult ResultOf(const AttemptOutcome& outcome,
-                                       const AttemptSummary& summary) const {
-    if (summary.verdict.delivered)
-      return {AlertEnd::kDelivered, class_name_ == kAcknowledgedClass, summary.Sentence()};
-    const bool is_known = outcome.result || outcome.fault;
-    return {is_known ? AlertEnd::kFailed : AlertEnd::kUncertain, false, summary.Sentence()};
-  }
-
-  const AttemptOrder& order_;
-  const std::wstring path_;
-  const InstanceFile file_;
-  const std::string class_name_;
-  const RotatedFile journal_;
-  const SilentSink silence_;
-  const ReportWriter report_;
-  AlertTeller teller_;
-  JournalEntry entry_;
-  const std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
-};
+AttemptResult Attempt(const AlertRoute& route, const AttemptOrder& order, HANDLE stop) {
+  const Decision& decision = order.decision;
+  AlertToDeliver alert;
+  alert.command = "watch";
+  alert.path = PathOf(route.instances, decision.instance);
+  alert.folder = route.instances;
+  alert.module_file = route.module_file;
+  alert.decision = route.plan + "#" + std::to_string(decision.id);
+  alert.instance = ToUtf8(alert.path);
+  alert.file = ReadInstanceFile(alert.path);
+  if (alert.file.layout == nullptr)
+    return {AlertEnd::kFailed, false, alert.instance + " " + alert.file.fault};
+  alert.class_name = alert.file.layout->class_name;
+  DeliveryOptions options{.event = decision.event, .time_limit = order.time_limit};
+  for (const std::string& variable : decision.variables)
+    options.variables.Assign(variable);
+  NoListener nobody;
+  return ResultOf(alert.class_name, Deliver(alert, options, stop, nobody));
+}
 
 }  // namespace
 
 std::vector<std::string> ResourcesOf(const std::wstring& folder, const std::string& instance) {
-  const InstanceFile file = ReadInstanceFile(folder + L"\\" + FromUtf8(instance));
+  const InstanceFile file = ReadInstanceFile(PathOf(folder, instance));
   if (file.layout == nullptr) return {instance};
+  const ClassDescription& notifier_class = *FindClassDescription(file.layout->class_name);
   std::vector<std::string> resources = {std::string(file.layout->class_name)};
-  if (const auto line = LineOf(file)) resources.push_back("COM" + std::to_string(line->port));
+  if (!notifier_class.profile_field || !file.stored) return resources;
+  const LineSetup line =
+      SetupOfLine(notifier_class, ReadProfileOf(registry_settings, notifier_class, *file.stored));
+  resources.push_back("COM" + std::to_string(line.port));
   return resources;
 }
 
-AttemptResult AttemptAlert(const AlertRoute& route, const AttemptOrder& order,
-                           const Interruption& interruption) {
+AttemptResult AttemptAlert(const AlertRoute& route, const AttemptOrder& order, HANDLE stop) {
   try {
-    return Attempt(route, order).Run(route, interruption);
+    return Attempt(route, order, stop);
   } catch (const std::exception& error) {
     return {AlertEnd::kFailed, false, error.what()};
   }

@@ -28,16 +28,26 @@ std::string ReadFrom(const Handle& file, LONGLONG start) {
   return content;
 }
 
-// Writes at the end, onto the disk.
-std::optional<std::string> Write(const Handle& file, std::string_view bytes) {
+// Writes at the end, and onto the disk, if it is to survive the computer.
+std::optional<std::string> Write(const Handle& file, std::string_view bytes,
+                                 bool survives_computer) {
   DWORD written = 0;
   if (SetFilePointer(file.get(), 0, nullptr, FILE_END) == INVALID_SET_FILE_POINTER ||
       WriteFile(file.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr) ==
           FALSE)
     return SystemErrorText(GetLastError());
   if (written != bytes.size()) return SystemErrorText(ERROR_DISK_FULL);
-  if (FlushFileBuffers(file.get()) == FALSE) return SystemErrorText(GetLastError());
+  if (survives_computer && FlushFileBuffers(file.get()) == FALSE)
+    return SystemErrorText(GetLastError());
   return std::nullopt;
+}
+
+// Whether anybody is told, or will be, because of it. What is up for the first time, a thousand
+// items at the start, does not need the disk.
+bool HasConsequences(const WatchRecord& record) {
+  const auto* const change = std::get_if<StatusChange>(&record.event);
+  if (change != nullptr) return change->incident != 0;
+  return !std::holds_alternative<WatchNote>(record.event);
 }
 
 bool Move(const std::wstring& from, const std::wstring& to) {
@@ -96,7 +106,8 @@ std::optional<std::string> WatchJournalFile::Append(const WatchRecord& record) {
   ReadForeign(file);
   // The last line may have been cut off by a kill.
   const bool is_within_line = end_ > 0 && ReadFrom(file, end_ - 1) != "\n";
-  const auto error = Write(file, (is_within_line ? "\n" : "") + WatchLine(record));
+  const auto error =
+      Write(file, (is_within_line ? "\n" : "") + WatchLine(record), HasConsequences(record));
   end_ = SizeOf(file);
   return error;
 }
@@ -118,7 +129,7 @@ std::optional<std::string> WatchJournalFile::Replace(const std::vector<WatchReco
     const Handle file(CreateFileW(NewPath().c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
                                   FILE_ATTRIBUTE_NORMAL, nullptr));
     if (!file) return SystemErrorText(GetLastError());
-    if (auto error = Write(file, content)) return error;
+    if (auto error = Write(file, content, true)) return error;
   }
   // Nobody adds anything to the old file any more when it is moved away.
   const Handle held = Open(GENERIC_READ | GENERIC_WRITE, OPEN_EXISTING);

@@ -26,7 +26,8 @@ class WatchJournalFile {
   // Keeps other watches from the file, until the object ends. False when another one has it.
   bool Claim();
 
-  // Adds the record; it is on the disk on return. Why not, when it could not be.
+  // Adds the record. On return it survives the process, and what somebody is told because of also
+  // the computer. Why not, when it could not be.
   std::optional<std::string> Append(const WatchRecord& record);
 
   // What others have added since this object has read or written it.

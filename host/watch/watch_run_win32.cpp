@@ -25,9 +25,10 @@ namespace {
 
 constexpr std::size_t kMostPlanBytes = std::size_t{16} * 1024 * 1024;
 
-// How long alerts under way are waited for when the watch ends: as long as their processes take to
-// be ended, and modems to hang up.
-constexpr std::chrono::seconds kEndTime{15};
+// How long alerts under way may take to their own end when the watch ends, as a mail does, and then
+// to be ended, with modems to be hung up.
+constexpr std::chrono::seconds kGraceTime{5};
+constexpr std::chrono::seconds kEndTime{10};
 
 // How often it is looked for what others have changed.
 constexpr std::chrono::seconds kLookTime{1};
@@ -48,6 +49,16 @@ Moment PresentMoment() {
   static const auto start = std::chrono::steady_clock::now();
   return {std::chrono::duration_cast<SteadyTime>(std::chrono::steady_clock::now() - start),
           PresentTime()};
+}
+
+PlanFile PlanFileOf(const std::wstring& path, std::string content) {
+  PlanFile file{.path = path, .content = std::move(content)};
+  file.reading = ReadPlan(file.content);
+  const std::wstring folder = FolderOf(file.path);
+  const WatchPlan& plan = file.reading.plan;
+  file.instances = plan.instances.empty() ? folder : PathFrom(folder, plan.instances);
+  file.journal = plan.journal.empty() ? file.path + L".journal" : PathFrom(folder, plan.journal);
+  return file;
 }
 
 // What the threads of alerts and echo requests call back, as long as the watch is there. They may
@@ -78,11 +89,13 @@ class Callbacks {
 
 class SystemSurroundings final : public WatchSurroundings {
  public:
-  SystemSurroundings(AlertRoute route, const Interruption& interruption)
-      : route_(std::move(route)), interruption_(interruption) {}
+  explicit SystemSurroundings(AlertRoute route) : route_(std::move(route)) {}
   SystemSurroundings(const SystemSurroundings&) = delete;
   SystemSurroundings& operator=(const SystemSurroundings&) = delete;
   ~SystemSurroundings() override { callbacks_->Close(); }
+
+  // Ends the alerts that are under way.
+  void EndAttempts() const { SetEvent(stop_->get()); }
 
   void SetInstances(const std::wstring& folder) { route_.instances = folder; }
   [[nodiscard]] const std::wstring& instances() const { return route_.instances; }
@@ -97,17 +110,17 @@ class SystemSurroundings final : public WatchSurroundings {
 
   void Deliver(const AttemptOrder& order,
                std::function<void(const AttemptResult&)> take_result) override {
-    CallInThread([callbacks = callbacks_, route = route_, order, take_result,
-                  &interruption = interruption_] {
-      const AttemptResult result = AttemptAlert(route, order, interruption);
+    CallInThread([callbacks = callbacks_, stop = stop_, route = route_, order, take_result] {
+      const AttemptResult result = AttemptAlert(route, order, stop->get());
       callbacks->Call([&] { take_result(result); });
     });
   }
 
  private:
   AlertRoute route_;
-  const Interruption& interruption_;
   std::shared_ptr<Callbacks> callbacks_ = std::make_shared<Callbacks>();
+  std::shared_ptr<Handle> stop_ =
+      std::make_shared<Handle>(CreateEventW(nullptr, TRUE, FALSE, nullptr));
 };
 
 // Keeps records in the journal's file, and tells of them.
@@ -141,17 +154,16 @@ class JournalKeeper final : public RecordKeeper {
 class Run {
  public:
   Run(const PlanFile& file, const std::optional<std::string>& module_file,
-      const ReportWriter& report, const TextSink& errors, const Interruption& interruption)
+      const ReportWriter& report, const TextSink& errors, HANDLE stop)
       : file_(file),
         report_(report),
         errors_(errors),
-        interruption_(interruption),
+        stop_(stop),
         journal_(file.journal),
-        memory_(Claimed(journal_, report)),
+        memory_(Claimed(journal_)),
         keeper_(journal_, report, errors),
         surroundings_(
-            {module_file, file.instances, ToUtf8(file.path.substr(file.path.rfind(L'\\') + 1))},
-            interruption),
+            {module_file, file.instances, ToUtf8(file.path.substr(file.path.rfind(L'\\') + 1))}),
         watch_(
             file.reading.plan, std::move(memory_), keeper_,
             [this](const std::string& instance) {
@@ -164,18 +176,22 @@ class Run {
     watch_.Note("the watch begins: " + std::to_string(watch_.plan().items.size()) + " items",
                 PresentMoment());
     SteadyTime looked{};
-    while (WaitForSingleObject(interruption_.event(), 0) == WAIT_TIMEOUT) {
+    while (WaitForSingleObject(stop_, 0) == WAIT_TIMEOUT) {
       loop_.Turn();
       if (PresentMoment().steady < looked + kLookTime) continue;
       looked = PresentMoment().steady;
       Look();
     }
+    loop_.WaitForAttempts(kGraceTime);
+    surroundings_.EndAttempts();
     loop_.WaitForAttempts(kEndTime);
-    watch_.Note("the watch ends", PresentMoment());
+    watch_.Note("the watch ends; no try was later than " +
+                    std::to_string(loop_.latest_probe().count()) + " ms",
+                PresentMoment());
   }
 
  private:
-  static WatchMemory Claimed(WatchJournalFile& journal, const ReportWriter&) {
+  static WatchMemory Claimed(WatchJournalFile& journal) {
     if (!journal.Claim())
       throw CommandFailure(
           ExitCode::kFailed,
@@ -193,15 +209,11 @@ class Run {
     TakeChangedPlan();
   }
 
-  // A file that is wrong, or is being written, leaves all as it is.
+  // A file that is wrong, or is not there while it is written, leaves all as it is.
   void TakeChangedPlan() {
-    PlanFile changed;
-    try {
-      changed = ReadPlanFile(file_.path);
-    } catch (const CommandFailure&) {
-      return;
-    }
-    if (changed.content == file_.content) return;
+    std::string content = FileStart(file_.path, kMostPlanBytes);
+    if (content == file_.content || content.empty()) return;
+    PlanFile changed = PlanFileOf(file_.path, std::move(content));
     file_.content = changed.content;
     if (!changed.reading.complaints.empty()) {
       errors_.Write("notifyhost: warning: the changed plan is wrong, and the old one counts:\n" +
@@ -217,7 +229,7 @@ class Run {
   PlanFile file_;
   const ReportWriter& report_;
   const TextSink& errors_;
-  const Interruption& interruption_;
+  const HANDLE stop_;
   WatchJournalFile journal_;
   WatchMemory memory_;
   JournalKeeper keeper_;
@@ -230,16 +242,10 @@ class Run {
 }  // namespace
 
 PlanFile ReadPlanFile(const std::wstring& path) {
-  PlanFile file{.path = FullPath(path)};
-  if (!FileExists(file.path) || IsDirectory(file.path))
-    throw CommandFailure(ExitCode::kWrongUsage, "there is no file " + ToUtf8(file.path));
-  file.content = FileStart(file.path, kMostPlanBytes);
-  file.reading = ReadPlan(file.content);
-  const std::wstring folder = FolderOf(file.path);
-  const WatchPlan& plan = file.reading.plan;
-  file.instances = plan.instances.empty() ? folder : PathFrom(folder, plan.instances);
-  file.journal = plan.journal.empty() ? file.path + L".journal" : PathFrom(folder, plan.journal);
-  return file;
+  const std::wstring full = FullPath(path);
+  if (!FileExists(full) || IsDirectory(full))
+    throw CommandFailure(ExitCode::kWrongUsage, "there is no file " + ToUtf8(full));
+  return PlanFileOf(full, FileStart(full, kMostPlanBytes));
 }
 
 std::string ComplaintsText(const PlanFile& file) {
@@ -250,9 +256,8 @@ std::string ComplaintsText(const PlanFile& file) {
 }
 
 void RunWatch(const PlanFile& file, const std::optional<std::string>& module_file,
-              const ReportWriter& report, const TextSink& errors,
-              const Interruption& interruption) {
-  Run(file, module_file, report, errors, interruption).Go();
+              const ReportWriter& report, const TextSink& errors, HANDLE stop) {
+  Run(file, module_file, report, errors, stop).Go();
 }
 
 bool AcknowledgeInJournal(const PlanFile& file, const std::string& item, const std::string& by) {

@@ -1,11 +1,12 @@
 #pragma once
 
+#include <windows.h>
+
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "host/report/report_writer.h"
-#include "host/system/interruption_win32.h"
 #include "host/watch/plan_reader.h"
 #include "host/watch/watch.h"
 
@@ -23,11 +24,11 @@ struct PlanFile {
 // Throws CommandFailure when the file cannot be read.
 PlanFile ReadPlanFile(const std::wstring& path);
 
-// Watches what the plan's file names until it is interrupted, and takes the file anew when it has
-// changed. Tells of what it does as it comes. Throws CommandFailure when the plan is wrong, or when
-// its journal is another watch's.
+// Watches what the plan's file names until the event `stop` is signalled, and takes the file anew
+// when it has changed. Tells of what it does as it comes. Throws CommandFailure when the plan is
+// wrong, or when its journal is another watch's.
 void RunWatch(const PlanFile& file, const std::optional<std::string>& module_file,
-              const ReportWriter& report, const TextSink& errors, const Interruption& interruption);
+              const ReportWriter& report, const TextSink& errors, HANDLE stop);
 
 // Puts the acknowledgement into the journal, where the watch that runs finds it. False when the
 // item is not down, or has been acknowledged.
