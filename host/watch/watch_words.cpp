@@ -140,10 +140,10 @@ void TellItems(const ReportWriter& report, const std::vector<ItemSnapshot>& item
 
 void TellOpenAlerts(const ReportWriter& report, const WatchMemory& memory) {
   for (const auto& [id, open] : memory.open()) {
-    const std::string state = open.is_under_way    ? "under way"
-                              : open.attempts == 0 ? "not tried yet"
-                                                   : std::to_string(open.attempts) +
-                                                         " attempts, the last: " + open.last_words;
+    const std::string state =
+        open.is_under_way    ? "under way"
+        : open.attempts == 0 ? "not tried yet"
+                             : "attempt " + std::to_string(open.attempts) + ": " + open.last_words;
     report.Entry(DecisionWords(open.decision) + "; " + ShowControlCharacters(state) + "\n",
                  {{"alert", id},
                   {"item", open.decision.item},

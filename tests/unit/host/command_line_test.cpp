@@ -283,7 +283,7 @@ const std::vector<WrongUsage>& WrongUsages() {
       "the commands are classes, register, unregister, status, doctor, preview, send, test, "
       "history, add, "
       "edit, instances, "
-      "show, new, set, fields, ports, settings, completion and help";
+      "show, new, set, fields, ports, settings, watch, service, completion and help";
   static const std::string actions = "the commands are list, get, set, reset, export and import";
   static const std::string events =
       "it takes item-up, item-down, service-up, service-down, trap, none, or a number from 0 to "
