@@ -10,6 +10,7 @@
 #include "host/text/nearest_name.h"
 #include "host/watch/http_address.h"
 #include "host/watch/plan_table.h"
+#include "host/watch/toml_characters.h"
 
 namespace brantel::host {
 namespace {
@@ -358,6 +359,8 @@ std::string ComplaintText(const PlanComplaint& complaint) {
 }
 
 PlanReading ReadPlan(std::string_view text) {
+  if (const auto line = LineOfForeignCharacter(text))
+    return {{}, {{*line, "outside of texts and comments there may only be ASCII characters"}}};
   try {
     const toml::table file = toml::parse(text);
     return PlanFileReader().Read(file);

@@ -33,8 +33,8 @@ struct WatchMemory::Taker {
       memory.Add(decision, time, wall);
       const auto item = memory.items_.find(decision.item);
       if (item == memory.items_.end() || item->second.incident != decision.incident) continue;
-      item->second.channels[{decision.rule, decision.instance}] = {.last = decision,
-                                                                   .is_open = true};
+      ChannelMemory& channel = item->second.channels[{decision.rule, decision.instance}];
+      if (channel.last.id < decision.id) channel = {.last = decision, .is_open = true};
     }
   }
 

@@ -180,7 +180,8 @@ WatchEvent EventOf(int place, std::index_sequence<kPlaces...>) {
 
 WatchRecord RecordFrom(const Record& line) {
   const auto time = ParseTime(line.At("time").Text());
-  if (!time) throw WrongRecord("it has no time");
+  // None is older than computers.
+  if (!time || time->utc.time_since_epoch().count() < 0) throw WrongRecord("it has no time");
   const int place = PlaceOf(kEvents, line.At("what").Text());
   WatchRecord record{*time, EventOf(place, std::make_index_sequence<kEvents.size()>())};
   std::visit(Reader(line), record.event);

@@ -13,6 +13,7 @@ using std::chrono::milliseconds;
 using std::chrono::minutes;
 using std::chrono::seconds;
 using testing::ElementsAre;
+using testing::HasSubstr;
 using testing::IsEmpty;
 
 constexpr const char* kWholePlan = R"(instances = "C:\\Instances"
@@ -234,6 +235,19 @@ TEST(PlanFile, HasToBeToml) {
   EXPECT_THAT(Complaints("a = [1\nb = 2\n"),
               ElementsAre(testing::StartsWith("line 2: Error while parsing array: ")));
   EXPECT_THAT(Complaints("a = 1\na = 2\n"), ElementsAre(testing::StartsWith("line 2: ")));
+}
+
+TEST(PlanFile, HasForeignCharactersInTextsAndCommentsAlone) {
+  const std::string item =
+      "\xEF\xBB\xBF# \xEF\xB9\xBF'\"\n[[items]]\nname = \"\xEF\xB9\xBF \\\" # \"\nprobe = 'icmp'\n"
+      "address = '''\xEF\xB9\xBF''''' # '\ndevice = \"\"\"\n\\\"\"\\\"\xEF\xB9\xBF\"\"\"\"\n";
+  EXPECT_THAT(Complaints(item), testing::Each(testing::Not(HasSubstr("ASCII"))));
+  EXPECT_THAT(
+      Complaints(item + "\xEF\xB9\xBF = 1\n"),
+      ElementsAre("line 8: outside of texts and comments there may only be ASCII characters"));
+  EXPECT_THAT(
+      Complaints("a\xEF\xB9\xBF_ = 1\n"),
+      ElementsAre("line 1: outside of texts and comments there may only be ASCII characters"));
 }
 
 struct WrongField {
