@@ -12,25 +12,25 @@ constexpr const char* kPlan = "What is watched, how, and who is told: a TOML fil
 }  // namespace
 
 const CommandSyntax ServiceInstallCommand::kSyntax = {
-    "service install", ModuleUse::kModule, ReportUse::kNone, "Have Windows run a watch",
+    "service install", ModuleUse::kModule, ReportUse::kReport, "Have Windows run a watch",
     "  notifyhost service install C:\\Watch\\night.toml\n"
     "  notifyhost service start"};
 
 const CommandSyntax ServiceRemoveCommand::kSyntax = {
-    "service remove", ModuleUse::kNone, ReportUse::kNone, "Have Windows run it no more",
+    "service remove", ModuleUse::kNone, ReportUse::kReport, "Have Windows run it no more",
     "  notifyhost service remove"};
 
 const CommandSyntax ServiceStartCommand::kSyntax = {"service start", ModuleUse::kNone,
-                                                    ReportUse::kNone, "Start the service now",
+                                                    ReportUse::kReport, "Start the service now",
                                                     "  notifyhost service start"};
 
 const CommandSyntax ServiceStopCommand::kSyntax = {"service stop", ModuleUse::kNone,
-                                                   ReportUse::kNone, "Stop the service",
+                                                   ReportUse::kReport, "Stop the service",
                                                    "  notifyhost service stop"};
 
 const CommandSyntax ServiceRunCommand::kSyntax = {
-    "service run", ModuleUse::kModule, ReportUse::kNone, "Be the service, when Windows asks for it",
-    "  notifyhost service run C:\\Watch\\night.toml"};
+    "service run", ModuleUse::kModule, ReportUse::kReport,
+    "Be the service, when Windows asks for it", "  notifyhost service run C:\\Watch\\night.toml"};
 
 void DeclareArguments(CLI::App& parser, ServiceInstallCommand& command) {
   DeclareFile(parser, command.file, kPlan);

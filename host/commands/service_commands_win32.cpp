@@ -188,9 +188,11 @@ ExitCode Run(const ServiceInstallCommand& command, const CommandContext& context
                      CommandLineOf(plan, context).c_str(), nullptr, nullptr, nullptr, nullptr,
                      nullptr),
       "the service notifyhost cannot be installed");
-  context.report.Prose("The service notifyhost watches " + ToUtf8(plan.path) +
-                       " from the next start of Windows on; notifyhost service start starts it "
-                       "now.\n");
+  const std::string file = ToUtf8(plan.path);
+  context.report.Entry("The service notifyhost watches " + file +
+                           " from the next start of Windows on; notifyhost service start starts "
+                           "it now.\n",
+                       {{"installed", ToUtf8(kServiceName)}, {"plan", file}});
   return ExitCode::kDone;
 }
 
@@ -199,7 +201,7 @@ ExitCode Run(const ServiceRemoveCommand&, const CommandContext& context) {
   const ServiceHandle service = Service(manager, DELETE | SERVICE_STOP | SERVICE_QUERY_STATUS);
   StopAndWait(service);
   Require(DeleteService(service.get()) != FALSE, "the service cannot be removed");
-  context.report.Prose("The service notifyhost is removed.\n");
+  context.report.Entry("The service notifyhost is removed.\n", {{"removed", ToUtf8(kServiceName)}});
   return ExitCode::kDone;
 }
 
@@ -208,14 +210,14 @@ ExitCode Run(const ServiceStartCommand&, const CommandContext& context) {
   const ServiceHandle service = Service(manager, SERVICE_START | SERVICE_QUERY_STATUS);
   Require(StartServiceW(service.get(), 0, nullptr) != FALSE, "the service does not start");
   WaitForState(service, SERVICE_RUNNING, "the service has ended; its log says why");
-  context.report.Prose("The service notifyhost runs.\n");
+  context.report.Entry("The service notifyhost runs.\n", {{"started", ToUtf8(kServiceName)}});
   return ExitCode::kDone;
 }
 
 ExitCode Run(const ServiceStopCommand&, const CommandContext& context) {
   const ServiceHandle manager = Manager(SC_MANAGER_CONNECT);
   StopAndWait(Service(manager, SERVICE_STOP | SERVICE_QUERY_STATUS));
-  context.report.Prose("The service notifyhost is stopped.\n");
+  context.report.Entry("The service notifyhost is stopped.\n", {{"stopped", ToUtf8(kServiceName)}});
   return ExitCode::kDone;
 }
 

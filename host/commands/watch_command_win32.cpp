@@ -49,8 +49,10 @@ bool CheckInstances(const PlanFile& file, const CommandContext& context) {
 
 ExitCode Check(const PlanFile& file, const CommandContext& context) {
   const bool is_sound = CheckInstances(file, context);
-  context.report.Prose(std::to_string(file.reading.plan.items.size()) + " items, " +
-                       std::to_string(file.reading.plan.alerts.size()) + " alerts\n");
+  const std::size_t items = file.reading.plan.items.size();
+  const std::size_t alerts = file.reading.plan.alerts.size();
+  context.report.Entry(std::to_string(items) + " items, " + std::to_string(alerts) + " alerts\n",
+                       {{"items", items}, {"alerts", alerts}});
   return is_sound ? ExitCode::kDone : ExitCode::kFailed;
 }
 

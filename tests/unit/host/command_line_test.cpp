@@ -465,7 +465,7 @@ TEST(CommandLine, TellsWhereHelpIs) {
       "notifyhost: 'frobnicate' is not a command; the commands are classes, register, "
       "unregister, status, doctor, preview, send, test, history, add, edit, instances, show, new, "
       "set, fields, ports, "
-      "settings, completion and help\nRun notifyhost --help for help.\n");
+      "settings, watch, service, completion and help\nRun notifyhost --help for help.\n");
   EXPECT_EQ(std::get<UsageError>(ParseCommandLine({"send", "Sound"})).text,
             "notifyhost: FILE is missing\nRun notifyhost send --help for help.\n");
   EXPECT_EQ(std::get<UsageError>(ParseCommandLine({"settings", "get", "Pager"})).text,
@@ -504,9 +504,11 @@ std::vector<std::string> ListedCommands(const Arguments& group) {
 
 std::vector<std::string> EveryCommand() {
   std::vector<std::string> commands = ListedCommands({});
-  std::erase(commands, "settings");
-  for (std::string& command : ListedCommands({"settings"}))
-    commands.push_back(std::move(command));
+  for (const char* group : {"settings", "service"}) {
+    std::erase(commands, group);
+    for (std::string& command : ListedCommands({group}))
+      commands.push_back(std::move(command));
+  }
   return commands;
 }
 
@@ -521,7 +523,7 @@ Arguments With(Arguments arguments, const std::string& last) {
 }
 
 TEST(CommandLine, GivesHelpOnEachCommand) {
-  EXPECT_EQ(EveryCommand().size(), 25U);
+  EXPECT_EQ(EveryCommand().size(), 31U);
   for (const std::string& command : EveryCommand()) {
     const std::string help = Help(With(Words(command), "--help"));
     EXPECT_EQ(Help(With(Words(command), "-h")), help);

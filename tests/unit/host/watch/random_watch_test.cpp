@@ -171,7 +171,7 @@ class RandomCourse {
   void Go(int steps) {
     for (int i = 0; i < steps; ++i) {
       Change();
-      world_.Run(seconds(OneOf(120)));
+      world_.Run(seconds(OneOf(60)));
       CheckCompaction();
     }
   }
@@ -183,7 +183,7 @@ class RandomCourse {
       world_.Set(item, true);
     for (const char* instance : kInstances)
       world_.SetInstance(instance, true);
-    world_.Run(minutes(40));
+    world_.Run(minutes(35));
   }
 
   WatchedWorld& world() { return world_; }
@@ -221,7 +221,7 @@ class RandomCourse {
         break;
       case 6:
       case 7:
-        world_.journal().KillIn(OneOf(10) + 1, static_cast<JournalOnPaper::Cut>(OneOf(3)));
+        world_.journal().KillIn(OneOf(5) + 1, static_cast<JournalOnPaper::Cut>(OneOf(3)));
         break;
       default:
         Disturb(item);
@@ -252,7 +252,7 @@ class RandomCourse {
 };
 
 TEST(RandomWatch, LosesDoublesAndTurnsAroundNothing) {
-  constexpr int kCourses = 25;
+  constexpr int kCourses = 16;
   int restarts = 0;
   std::size_t deliveries = 0;
   for (std::uint64_t seed = 1; seed <= kCourses; ++seed) {
@@ -272,12 +272,12 @@ TEST(RandomWatch, LosesDoublesAndTurnsAroundNothing) {
   // Otherwise it shows nothing.
   RecordProperty("restarts", restarts);
   EXPECT_GT(restarts, 200);
-  EXPECT_GT(deliveries, 1000U);
+  EXPECT_GT(deliveries, 800U);
 }
 
 // Whatever else happens, who is to be told of what stays down is told.
 TEST(RandomWatch, TellsOfWhateverStaysDown) {
-  for (std::uint64_t seed = 1; seed <= 8; ++seed) {
+  for (std::uint64_t seed = 1; seed <= 5; ++seed) {
     SCOPED_TRACE("course " + std::to_string(seed));
     RandomCourse course(seed);
     course.Go(40);
