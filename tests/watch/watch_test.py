@@ -155,10 +155,14 @@ def test_killed_watches_lose_nothing_and_say_what_they_may_have_doubled(watcher,
             is_open = not is_open
         process.kill()
         process.wait()
-    if is_open:
-        service.close()
+    service.close()
+    begun = len(watcher.records("note"))
     running = watcher.start()
-    watcher.wait_for("status", status="down")
+    wait_until(lambda: len(watcher.records("note")) > begun)
+
+    def last_status():
+        return watcher.records("status")[-1]["status"]
+    wait_until(lambda: last_status() == "down")
     service.open()
 
     def all_is_told():
@@ -166,8 +170,7 @@ def test_killed_watches_lose_nothing_and_say_what_they_may_have_doubled(watcher,
         decided = [decision["decision"] for record in records for decision in record.get("decisions", [])]
         ended = {record["decision"] for record in records
                  if record["what"] == "end" and record["end"] == "delivered"}
-        last = [record["status"] for record in records if record["what"] == "status"][-1]
-        return last == "up" and set(decided) == ended
+        return last_status() == "up" and set(decided) == ended
     wait_until(all_is_told)
     assert watcher.interrupt(running) == 0
 

@@ -488,6 +488,36 @@ TEST(Watch, TellsNoReturnWhereItGaveUpToTellOfTheFall) {
   EXPECT_THAT(world.watch().memory().open(), IsEmpty());
 }
 
+TEST(Watch, TellsOfTheFallWhenItWouldRepeatWhatItGaveUp) {
+  WatchPlan plan = PlanOf({"web"});
+  plan.alerts[0].give_up = hours(1);
+  plan.alerts[0].repeat = hours(2);
+  WatchedWorld world(plan);
+  world.SetInstance("Mail", false);
+  world.Set("web", false);
+  world.Run(hours(2));
+  world.SetInstance("Mail", true);
+  world.Run(minutes(30));
+  EXPECT_THAT(world.TakeDeliveries(), IsEmpty());
+  world.Run(hours(1));
+  EXPECT_THAT(world.TakeDeliveries(), ElementsAre("down web through Mail"));
+}
+
+TEST(Watch, TellsNoReturnOfWhatStayedDownWhileItGaveUp) {
+  WatchPlan plan = PlanOf({"web"});
+  plan.alerts[0].give_up = hours(1);
+  WatchedWorld world(plan);
+  world.SetInstance("Mail", false);
+  world.Set("web", false);
+  world.Run(hours(2));
+  world.SetInstance("Mail", true);
+  world.Restart();
+  world.Set("web", true);
+  world.Run(hours(2));
+  EXPECT_EQ(world.Item("web").status, ItemStatus::kUp);
+  EXPECT_THAT(world.TakeDeliveries(), IsEmpty());
+}
+
 TEST(Watch, KeepsOneInstanceFromDelayingAnother) {
   WatchPlan plan = PlanOf({"web"});
   plan.alerts[0].instances = {"Call", "Mail"};
@@ -563,6 +593,22 @@ TEST(Watch, ForgetsWhatIsNotInThePlanAnyMore) {
   EXPECT_EQ(world.watch().memory().items().count("web"), 0U);
   world.ChangePlan(PlanOf({"mail", "web"}));
   world.Set("web", true);
+  world.Run(minutes(5));
+  EXPECT_THAT(world.TakeDeliveries(), IsEmpty());
+  EXPECT_EQ(world.Item("web").status, ItemStatus::kUp);
+}
+
+TEST(Watch, ForgetsAtItsStartWhatIsNotInThePlanAnyMore) {
+  WatchedWorld world(PlanOf({"web", "mail"}));
+  world.Set("web", false);
+  world.Run(minutes(5));
+  world.TakeDeliveries();
+  world.SetNextPlan(PlanOf({"mail"}));
+  world.Restart();
+  world.Run(minutes(5));
+  world.Set("web", true);
+  world.SetNextPlan(PlanOf({"mail", "web"}));
+  world.Restart();
   world.Run(minutes(5));
   EXPECT_THAT(world.TakeDeliveries(), IsEmpty());
   EXPECT_EQ(world.Item("web").status, ItemStatus::kUp);

@@ -83,6 +83,8 @@ class WatchedWorld {
   // Ends the process, in whatever it is, and begins another one some time later.
   void Restart(SteadyTime pause = std::chrono::seconds(5));
   void ChangePlan(WatchPlan plan);
+  // The next process has this plan.
+  void SetNextPlan(WatchPlan plan) { plan_ = std::move(plan); }
   void SetClock(std::chrono::milliseconds ahead) { wall_ahead_ = ahead; }
   void SetOffset(std::chrono::minutes offset) { offset_ = offset; }
 
