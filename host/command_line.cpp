@@ -31,7 +31,8 @@ struct CommandGroup {
   const char* summary;
 };
 constexpr std::array kGroups = {
-    CommandGroup{"settings", "Show and change the settings of ports and modems"}};
+    CommandGroup{"settings", "Show and change the settings of ports and modems"},
+    CommandGroup{"service", "Have Windows run a watch"}};
 
 template <typename Options, typename Chosen>
 void Declare(CLI::App& parser, Chosen& chosen) {

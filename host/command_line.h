@@ -18,12 +18,14 @@
 #include "host/commands/register_command.h"
 #include "host/commands/send_command.h"
 #include "host/commands/serve_command.h"
+#include "host/commands/service_commands.h"
 #include "host/commands/set_command.h"
 #include "host/commands/settings_commands.h"
 #include "host/commands/show_command.h"
 #include "host/commands/status_command.h"
 #include "host/commands/test_command.h"
 #include "host/commands/unregister_command.h"
+#include "host/commands/watch_command.h"
 #include "host/report/report_writer.h"
 
 namespace brantel::host {
@@ -31,10 +33,12 @@ namespace brantel::host {
 // In the order in which help lists them.
 using Command =
     std::variant<ClassesCommand, RegisterCommand, UnregisterCommand, StatusCommand, DoctorCommand,
-                 PreviewCommand, SendCommand, TestCommand, HistoryCommand, ServeCommand, AddCommand,
-                 EditCommand, InstancesCommand, ShowCommand, NewCommand, SetCommand, FieldsCommand,
-                 PortsCommand, SettingsListCommand, SettingsGetCommand, SettingsSetCommand,
-                 SettingsResetCommand, SettingsExportCommand, SettingsImportCommand>;
+                 PreviewCommand, SendCommand, TestCommand, HistoryCommand, WatchCommand,
+                 ServeCommand, AddCommand, EditCommand, InstancesCommand, ShowCommand, NewCommand,
+                 SetCommand, FieldsCommand, PortsCommand, SettingsListCommand, SettingsGetCommand,
+                 SettingsSetCommand, SettingsResetCommand, SettingsExportCommand,
+                 SettingsImportCommand, ServiceInstallCommand, ServiceRemoveCommand,
+                 ServiceStartCommand, ServiceStopCommand, ServiceRunCommand>;
 
 // What the command line asks for.
 struct Invocation {

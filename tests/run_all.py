@@ -110,6 +110,8 @@ SUITES = [
           [RELEASE, DRIVERS], 60, 1800, 0.5, wine=True),
     Suite("mail", "sends mail through real mail servers on a loopback address", pytest("mail"),
           [RELEASE, FAR_ENDS, DRIVERS], 100, 1800, 0.3, wine=True),
+    Suite("watch", "watches services that die and return, is killed, and runs as a service", pytest("watch"),
+          [RELEASE], 12, 1800, 0.5, wine=True),
     Suite("desktop", "looks at the dialogs and listens to the sounds", pytest("desktop"),
           [RELEASE, DRIVERS], 20, 1800, 0.6, MODULE_VARIABLE, wine=True),
     Suite("host", "runs notifyhost, the reference host, as a person would", pytest("host"),

@@ -298,7 +298,7 @@ HttpResponse Console::GetOverview(Visit& visit) {
   }
   values.SetFlag("has_watched", watched_ != nullptr);
   if (watched_ != nullptr) {
-    for (const WatchedItem& item : watched_->Items())
+    for (const WatchedRow& item : watched_->Items())
       FillWatched(values.Add("watched"), item);
   }
   return Page(visit, "overview", "Overview", std::move(values));

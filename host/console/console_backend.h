@@ -50,7 +50,7 @@ struct FileAside {
 };
 
 // One thing that is watched, for people who look at the console.
-struct WatchedItem {
+struct WatchedRow {
   std::string name;
   std::string kind;   // such as "tcp" or "ping"
   std::string state;  // in a word or two
@@ -63,7 +63,7 @@ struct WatchedItem {
 class WatchedItems {
  public:
   virtual ~WatchedItems() = default;
-  virtual std::vector<WatchedItem> Items() = 0;
+  virtual std::vector<WatchedRow> Items() = 0;
 };
 
 // What the console shows and changes. All calls come from one thread. Texts are UTF-8, but for

@@ -66,7 +66,7 @@ class ChangeStream final : public EventStream {
     std::string present = std::to_string(journal.size()) + " " + std::to_string(ended);
     if (!journal.empty()) present += " " + journal.back().id;
     if (watched_ == nullptr) return present;
-    for (const WatchedItem& item : watched_->Items())
+    for (const WatchedRow& item : watched_->Items())
       present.append("\n").append(item.name).append(item.state).append(item.since);
     return present;
   }

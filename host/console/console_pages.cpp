@@ -158,7 +158,7 @@ void FillSend(PageValues& values, const SendProgress& progress) {
   values.Set("log", ShownLog(log));
 }
 
-void FillWatched(PageValues& values, const WatchedItem& item) {
+void FillWatched(PageValues& values, const WatchedRow& item) {
   values.Set("name", item.name)
       .Set("kind", item.kind)
       .Set("state", item.state)

@@ -36,7 +36,7 @@ void FillForm(PageValues& values, const ConsoleForm& form);
 // A send with what it has told, in the list "lines".
 void FillSend(PageValues& values, const SendProgress& progress);
 
-void FillWatched(PageValues& values, const WatchedItem& item);
+void FillWatched(PageValues& values, const WatchedRow& item);
 
 // The events by their names, in the list "events".
 void FillEvents(PageValues& values);

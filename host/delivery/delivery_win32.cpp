@@ -33,7 +33,8 @@ JournalEntry BeginningOf(const AlertToDeliver& alert, const DeliveryOptions& opt
           .instance = alert.instance,
           .event = EventText(options.event),
           .machine = ComputerName(),
-          .process = GetCurrentProcessId()};
+          .process = GetCurrentProcessId(),
+          .decision = alert.decision};
 }
 
 // The instance, if it is one of the class that is to send it.

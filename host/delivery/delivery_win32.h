@@ -23,6 +23,7 @@ struct AlertToDeliver {
   InstanceFile file;       // what that holds, as far as it can be read
   std::wstring folder;     // in full, where the journal is if no other place is given; or empty
   std::optional<std::string> module_file;  // to load without registration, if one is named
+  std::string decision{};                  // of a watch, for the journal; empty where there is none
 };
 
 // What became of an alert.

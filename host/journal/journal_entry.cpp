@@ -36,6 +36,7 @@ JournalEntry EntryOf(const Record& record) {
                      .event = record.At("event").Text(),
                      .machine = record.At("machine").Text(),
                      .process = record.At("process").Whole<std::uint32_t>()};
+  if (const auto* decision = record.Get<std::string>("decision")) entry.decision = *decision;
   if (record.Find("delivered") != nullptr) entry.end = EndOf(record);
   return entry;
 }
@@ -54,6 +55,7 @@ std::string JournalLine(const JournalEntry& entry) {
                    {"command", entry.command},   {"class", entry.class_name},
                    {"instance", entry.instance}, {"event", entry.event},
                    {"machine", entry.machine},   {"process", entry.process}};
+  if (!entry.decision.empty()) record["decision"] = entry.decision;
   if (entry.end) AppendEnd(record, *entry.end);
   return JsonLine(record) + "\n";
 }

@@ -26,12 +26,13 @@ struct JournaledEnd {
 struct JournalEntry {
   std::string id{};  // the attempt's own
   PointInTime began{};
-  std::string command{};  // "send" or "test"
+  std::string command{};  // "send", "test" or "watch"
   std::string class_name{};
   std::string instance{};     // the file's full path; empty where there is none
   std::string event{};        // its name, or its trigger word
   std::string machine{};      // on which it is made
   std::uint32_t process = 0;  // of that machine, by which it is made
+  std::string decision{};     // of a watch, that had it made; empty where there is none
   std::optional<JournaledEnd> end{};
 
   friend bool operator==(const JournalEntry&, const JournalEntry&) = default;

@@ -23,10 +23,12 @@ Colour ColourOf(AttemptState state) {
   return Colour::kRed;
 }
 
-// What it is about, such as "Beeper Night, item-down".
+// What it is about, such as "Beeper Night, item-down", and behind it which decision of a watch,
+// such as "night.toml#12".
 std::string Subject(const JournalEntry& entry) {
   const std::string file = entry.instance.substr(entry.instance.rfind('\\') + 1);
-  return entry.class_name + (file.empty() ? "" : " " + file) + ", " + entry.event;
+  const std::string decision = entry.decision.empty() ? "" : ", " + entry.decision;
+  return entry.class_name + (file.empty() ? "" : " " + file) + ", " + entry.event + decision;
 }
 
 // Nothing where the end is not known.
@@ -38,6 +40,7 @@ Record RecordOf(const JournalEntry& entry, AttemptState state) {
   Record record = {{"began", TimeText(entry.began)}, {"command", entry.command},
                    {"class", entry.class_name},      {"instance", entry.instance},
                    {"event", entry.event},           {"state", AttemptStateName(state)}};
+  if (!entry.decision.empty()) record["decision"] = entry.decision;
   if (!entry.end) return record;
   record["seconds"] = entry.end->seconds;
   record["verdict"] = entry.end->verdict;

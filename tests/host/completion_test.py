@@ -33,7 +33,7 @@ def complete(lone_host, tmp_path):
 
 @pytest.mark.parametrize("words, offered", [
     (["sen"], ["send"]),
-    (["se"], ["send", "serve", "set", "settings"]),
+    (["se"], ["send", "serve", "set", "settings", "service"]),
     (["frobnicate"], []),
     (["settings", "e"], ["export"]),
     (["settings", "set", "--p"], ["--profile"]),

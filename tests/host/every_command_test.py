@@ -54,6 +54,17 @@ ANSWERS = {
     "settings reset": [("Beeper --profile 9", DONE, "class taken_out"),
                        ("Beeper Fax", WRONG_USAGE, "")],
     "settings import": [("Beeper nowhere.json", FAILED, "")],
+    "watch": [("night.toml --status", DONE,
+               "item kind device status since words hold maintenance acknowledged_by open_alerts remarks"),
+              ("night.toml --check", DONE, "items alerts"),
+              ("night.toml --acknowledge a", NOTHING_MATCHED, ""),
+              ("night.toml --acknowledge b", WRONG_USAGE, ""),
+              ("nowhere.toml", WRONG_USAGE, "")],
+    "service install": [("nowhere.toml", WRONG_USAGE, "")],
+    "service remove": [("", FAILED, "")],
+    "service start": [("", FAILED, "")],
+    "service stop": [("", FAILED, "")],
+    "service run": [("nowhere.toml", WRONG_USAGE, "")],
     "unregister": [("", DONE, "unregistered others"),
                    ("", NOTHING_MATCHED, "")],
     "status": [("", NOTHING_MATCHED, "role file version bits there state")],
@@ -72,6 +83,8 @@ def folder(registered, demo_program):
         (registered.folder / name).mkdir()
     demo_program.instance = registered.folder / "full" / "Night"
     demo_program.store(b"")
+    (registered.folder / "night.toml").write_text(
+        '[[items]]\nname = "a"\naddress = "127.0.0.1"\nprobe = "icmp"\n')
     return registered
 
 
@@ -81,7 +94,8 @@ def commands_of(notifyhost) -> set[str]:
         commands, _, _ = notifyhost(*arguments, "--help").output.partition("\nOptions:")
         return re.findall(r"^  (\w+)  +[A-Z]", commands, re.M)
 
-    return {*listed(), *(f"settings {command}" for command in listed("settings"))} - {"settings"}
+    groups = ("settings", "service")
+    return {*listed(), *(f"{group} {command}" for group in groups for command in listed(group))} - {*groups}
 
 
 def test_codes_and_objects(folder):

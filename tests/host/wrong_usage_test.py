@@ -6,7 +6,8 @@ from conftest import CLASSES_IN_PROSE
 from windows_programs import windows_path
 
 COMMANDS = ("the commands are classes, register, unregister, status, doctor, preview, send, test, "
-            "history, serve, add, edit, instances, show, new, set, fields, ports, settings, completion and help")
+            "history, watch, serve, add, edit, instances, show, new, set, fields, ports, settings, service, "
+            "completion and help")
 
 # Arguments, the message, and the command whose help is pointed out. These show that arguments and messages
 # come through the system as they are; tests/unit/host/command_line_test.cpp has all the others.

@@ -509,8 +509,8 @@ TEST_F(ConsoleTest, TellsWhatHasChanged) {
 
 class ListedItems final : public WatchedItems {
  public:
-  std::vector<WatchedItem> items;
-  std::vector<WatchedItem> Items() override { return items; }
+  std::vector<WatchedRow> items;
+  std::vector<WatchedRow> Items() override { return items; }
 };
 
 TEST_F(ConsoleTest, ShowsWhatIsWatched) {
