@@ -9,6 +9,7 @@ namespace brantel::host {
 const CommandSyntax ServeCommand::kSyntax = {
     "serve", ModuleUse::kModule, ReportUse::kReport, "Show a web console for a directory",
     "  notifyhost serve C:\\Instances\n"
+    "  notifyhost serve C:\\Instances --watch C:\\Watch\\night.toml\n"
     "  notifyhost serve C:\\Instances --password-file C:\\Private\\console.pwd --set-password\n"
     "  notifyhost serve C:\\Instances --listen 192.0.2.7 --password-file C:\\Private\\console.pwd"};
 
@@ -42,6 +43,9 @@ void DeclareArguments(CLI::App& parser, ServeCommand& command) {
               "Show the module's own pages also for instances that\n"
               "have a password, which then stands in them");
   DeclareJournal(parser, command.journal);
+  DeclareFileOption(parser, "--watch", command.watch_file,
+                    "Also watch what this file names, as notifyhost watch\n"
+                    "does, and show how it stands with it");
 }
 
 }  // namespace brantel::host

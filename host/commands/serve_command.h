@@ -23,14 +23,15 @@ struct ServeCommand {
   std::string password_file;            // as given; empty when none is
   bool sets_password = false;
   bool shows_secrets = false;
-  std::string journal;  // as given; empty when none is
+  std::string journal;     // as given; empty when none is
+  std::string watch_file;  // the plan of a watch beside it, as given; empty when there is none
 };
 
 // The parser fills in `command`, which must outlive it.
 void DeclareArguments(CLI::App& parser, ServeCommand& command);
 
-// Serves until Ctrl-C. Throws CommandFailure when nothing can be served, and when others than this
-// computer would reach the console without a password.
+// Serves, and watches where that is asked for, until Ctrl-C. Throws CommandFailure when nothing can
+// be served, and when others than this computer would reach the console without a password.
 ExitCode Run(const ServeCommand& command, const CommandContext& context);
 
 }  // namespace brantel::host

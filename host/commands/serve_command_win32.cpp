@@ -5,6 +5,7 @@
 #include <array>
 
 #include "host/commands/command_context_win32.h"
+#include "host/commands/watch_board_win32.h"
 #include "host/console/console_server_win32.h"
 #include "host/console/host_rules.h"
 #include "host/console/key_derivation_win32.h"
@@ -78,15 +79,28 @@ ExitCode Run(const ServeCommand& command, const CommandContext& context) {
   }
   CheckWhoReachesIt(command);
   const std::wstring directory = ExistingDirectory(FromUtf8(command.directory));
+  std::optional<PlanFile> plan;
+  if (!command.watch_file.empty()) {
+    plan = ReadPlanFile(FromUtf8(command.watch_file));
+    RequireRightPlan(*plan, context.errors);
+  }
   const Interruption interruption;
+  WatchBoard board;
   const ConsoleServer server({.sends = {directory, command.journal, context.module_file},
                               .address = command.address,
                               .port = static_cast<std::uint16_t>(command.port),
                               .further_host_names = command.host_names,
                               .password_record = PasswordRecordOf(password_path),
-                              .shows_secrets = command.shows_secrets});
+                              .shows_secrets = command.shows_secrets,
+                              .watched = plan ? &board : nullptr});
   context.report.Entry("The console is at " + server.address() + "; Ctrl-C ends it.\n",
                        {{"address", server.address()}});
+  if (plan) {
+    // Whatever becomes of the console: somebody may have to be alerted.
+    RunWatch(*plan, context.module_file, context.report, context.errors, interruption.event(),
+             &board);
+    return ExitCode::kDone;
+  }
   const std::array<HANDLE, 2> ends = {interruption.event(), server.ended()};
   WaitForMultipleObjects(ends.size(), ends.data(), FALSE, INFINITE);
   if (!server.failure().empty()) throw CommandFailure(ExitCode::kFailed, server.failure());

@@ -80,10 +80,7 @@ ExitCode Acknowledge(const PlanFile& file, const WatchCommand& command,
 
 ExitCode Run(const WatchCommand& command, const CommandContext& context) {
   const PlanFile file = ReadPlanFile(FromUtf8(command.file));
-  if (!file.reading.complaints.empty()) {
-    context.errors.Write(ComplaintsText(file));
-    throw CommandFailure(ExitCode::kWrongUsage, "the plan is wrong");
-  }
+  RequireRightPlan(file, context.errors);
   if (command.is_check) return Check(file, context);
   if (command.is_status) return TellStatus(file, context);
   if (!command.acknowledged.empty()) return Acknowledge(file, command, context);

@@ -154,11 +154,12 @@ class JournalKeeper final : public RecordKeeper {
 class Run {
  public:
   Run(const PlanFile& file, const std::optional<std::string>& module_file,
-      const ReportWriter& report, const TextSink& errors, HANDLE stop)
+      const ReportWriter& report, const TextSink& errors, HANDLE stop, WatchView* view)
       : file_(file),
         report_(report),
         errors_(errors),
         stop_(stop),
+        view_(view),
         journal_(file.journal),
         memory_(Claimed(journal_)),
         keeper_(journal_, report, errors),
@@ -176,6 +177,7 @@ class Run {
     watch_.Note("the watch begins: " + std::to_string(watch_.plan().items.size()) + " items",
                 PresentMoment());
     SteadyTime looked{};
+    Show();
     while (WaitForSingleObject(stop_, 0) == WAIT_TIMEOUT) {
       loop_.Turn();
       if (PresentMoment().steady < looked + kLookTime) continue;
@@ -207,6 +209,11 @@ class Run {
     }
     keeper_.Compact(watch_.memory());
     TakeChangedPlan();
+    Show();
+  }
+
+  void Show() const {
+    if (view_ != nullptr) view_->Show(watch_.Items(PresentMoment()));
   }
 
   // A file that is wrong, or is not there while it is written, leaves all as it is.
@@ -230,6 +237,7 @@ class Run {
   const ReportWriter& report_;
   const TextSink& errors_;
   const HANDLE stop_;
+  WatchView* const view_;
   WatchJournalFile journal_;
   WatchMemory memory_;
   JournalKeeper keeper_;
@@ -256,8 +264,14 @@ std::string ComplaintsText(const PlanFile& file) {
 }
 
 void RunWatch(const PlanFile& file, const std::optional<std::string>& module_file,
-              const ReportWriter& report, const TextSink& errors, HANDLE stop) {
-  Run(file, module_file, report, errors, stop).Go();
+              const ReportWriter& report, const TextSink& errors, HANDLE stop, WatchView* view) {
+  Run(file, module_file, report, errors, stop, view).Go();
+}
+
+void RequireRightPlan(const PlanFile& file, const TextSink& errors) {
+  if (file.reading.complaints.empty()) return;
+  errors.Write(ComplaintsText(file));
+  throw CommandFailure(ExitCode::kWrongUsage, "the plan is wrong");
 }
 
 bool AcknowledgeInJournal(const PlanFile& file, const std::string& item, const std::string& by) {
