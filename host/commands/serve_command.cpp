@@ -42,6 +42,12 @@ void DeclareArguments(CLI::App& parser, ServeCommand& command) {
   DeclareFlag(parser, "--show-secrets", command.shows_secrets,
               "Show the module's own pages also for instances that\n"
               "have a password, which then stands in them");
+  parser
+      .add_option("--notice", command.notice,
+                  "Words on the overview, such as whom to call about the\n"
+                  "console")
+      ->option_text("TEXT")
+      ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
   DeclareJournal(parser, command.journal);
   DeclareFileOption(parser, "--watch", command.watch_file,
                     "Also watch what this file names, as notifyhost watch\n"

@@ -23,6 +23,7 @@ struct ServeCommand {
   std::string password_file;            // as given; empty when none is
   bool sets_password = false;
   bool shows_secrets = false;
+  std::string notice;      // words on the overview; empty for none
   std::string journal;     // as given; empty when none is
   std::string watch_file;  // the plan of a watch beside it, as given; empty when there is none
 };

@@ -92,6 +92,7 @@ ExitCode Run(const ServeCommand& command, const CommandContext& context) {
                               .further_host_names = command.host_names,
                               .password_record = PasswordRecordOf(password_path),
                               .shows_secrets = command.shows_secrets,
+                              .notice = command.notice,
                               .watched = plan ? &board : nullptr});
   context.report.Entry("The console is at " + server.address() + "; Ctrl-C ends it.\n",
                        {{"address", server.address()}});

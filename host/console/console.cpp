@@ -289,6 +289,7 @@ void Console::FillInstances(PageValues& values) {
 HttpResponse Console::GetOverview(Visit& visit) {
   constexpr std::size_t kRecent = 8;
   PageValues values;
+  values.Set("notice", options_.notice).SetFlag("has_notice", !options_.notice.empty());
   FillInstances(values);
   const auto& journal = backend_.Journal();
   const auto runs_still = [this](const JournalEntry& entry) { return backend_.RunsStill(entry); };

@@ -19,6 +19,7 @@ struct ConsoleOptions {
   std::vector<std::string> host_names;  // as HostRules has them
   std::string directory;                // of the instances, as people know it
   bool shows_secrets = false;           // in the pages that the module itself makes
+  std::string notice{};                 // words on the overview; empty for none
 };
 
 // The console: what it answers to requests. Whatever comes in may be hostile, and so may names,

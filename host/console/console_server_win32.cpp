@@ -95,7 +95,7 @@ class ConsoleServer::Impl {
       WindowsConsoleSystem system;
       DiskConsoleBackend backend(setup_.sends);
       ConsoleOptions options{HostNames(setup_.address, server_->port()),
-                             ToUtf8(setup_.sends.directory), setup_.shows_secrets};
+                             ToUtf8(setup_.sends.directory), setup_.shows_secrets, setup_.notice};
       std::ranges::copy(setup_.further_host_names, std::back_inserter(options.host_names));
       console_ =
           std::make_unique<Console>(backend, system, std::move(options), check_, setup_.watched);

@@ -21,6 +21,7 @@ struct ConsoleSetup {
   std::vector<std::string> further_host_names{};  // by which a proxy is asked for it
   std::optional<std::string> password_record{};   // as PasswordRecord writes it
   bool shows_secrets = false;
+  std::string notice{};             // words on the overview; empty for none
   WatchedItems* watched = nullptr;  // outlives the console; null where nothing is watched
 };
 
