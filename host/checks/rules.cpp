@@ -95,7 +95,7 @@ constexpr std::array kOtherRules = {
          "has characters that the system's code page lacks",
          "write it in characters of that code page"},
     Rule{"unknown-variable", kAll, kField, kEveryPlace, kWarning, HasUnknownVariable,
-         "has a variable beside %n and %C, which the host knows only by send --set",
+         "has a variable that neither send nor watch fills in by itself, but only send --set",
          "take %n for the device and %C for the event, %% for a percent sign"},
     Rule{"variable-stays", kAll, kField, kEveryPlace, kWarning, HasVariableThatStays,
          "has a variable, and variables are not filled in there",

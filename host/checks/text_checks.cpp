@@ -47,9 +47,10 @@ std::string VariablesOf(std::string_view text) {
 
 // Those that the module itself asks hosts for. Of a sender, %s is this computer's name.
 std::string_view KnownVariables(const CheckedValue& value) {
+  // What send fills in, and a watch beside it. In a sender the module itself fills in %s.
   const bool is_sender =
       &value.subject.notifier_class == &kSMTPMail && value.place == smtp_mail_field::kFrom;
-  return is_sender ? "nCs" : "nC";
+  return is_sender ? "nCadtuws" : "nCadtuw";
 }
 
 bool IsFilledIn(const CheckedValue& value) {
