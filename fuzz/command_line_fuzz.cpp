@@ -166,6 +166,37 @@ struct Writer {
   Arguments operator()(const FieldsCommand& command) const {
     return {"fields", "--", command.class_name};
   }
+  Arguments operator()(const WatchCommand& command) const {
+    Arguments arguments =
+        With({"watch"}, {{"--check", command.is_check}, {"--status", command.is_status}});
+    AppendOption(arguments, "--acknowledge", command.acknowledged);
+    AppendOption(arguments, "--by", command.by);
+    arguments.insert(arguments.end(), {"--", command.file});
+    return arguments;
+  }
+  Arguments operator()(const ServeCommand& command) const {
+    Arguments arguments = With({"serve"}, {{"--set-password", command.sets_password},
+                                           {"--show-secrets", command.shows_secrets}});
+    AppendOption(arguments, "--port", std::to_string(command.port));
+    AppendOption(arguments, "--listen", command.address);
+    for (const std::string& name : command.host_names)
+      AppendOption(arguments, "--host", name);
+    AppendOption(arguments, "--password-file", command.password_file);
+    AppendOption(arguments, "--notice", command.notice);
+    AppendOption(arguments, "--journal", command.journal);
+    AppendOption(arguments, "--watch", command.watch_file);
+    arguments.insert(arguments.end(), {"--", command.directory});
+    return arguments;
+  }
+  Arguments operator()(const ServiceInstallCommand& command) const {
+    return {"service", "install", "--", command.file};
+  }
+  Arguments operator()(const ServiceRemoveCommand&) const { return {"service", "remove"}; }
+  Arguments operator()(const ServiceStartCommand&) const { return {"service", "start"}; }
+  Arguments operator()(const ServiceStopCommand&) const { return {"service", "stop"}; }
+  Arguments operator()(const ServiceRunCommand& command) const {
+    return {"service", "run", "--", command.file};
+  }
 };
 
 Arguments Written(const Invocation& invocation) {

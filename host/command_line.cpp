@@ -88,9 +88,12 @@ std::string UsageOf(const CLI::App& parser) {
   if (HasCommands(parser)) return usage + " COMMAND [ARGUMENTS]";
   usage += " [OPTIONS]";
   for (const CLI::Option* positional : Positionals(parser)) {
-    const std::string name = positional->get_name();
-    const std::string several = TakesMany(*positional) ? " ..." : "";
-    usage.append(" ").append(IsOptional(*positional) ? "[" + name + several + "]" : name);
+    std::string name = positional->get_name();
+    if (IsOptional(*positional)) {
+      if (TakesMany(*positional)) name += " ...";
+      name.insert(0, "[").append("]");
+    }
+    usage.append(" ").append(name);
   }
   return usage;
 }

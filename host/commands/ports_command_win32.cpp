@@ -112,6 +112,7 @@ ExitCode Run(const PortsCommand&, const CommandContext& context) {
   const auto users = PortUsers();
   const auto numbers = PortNumbers();
   std::vector<Record> records;
+  records.reserve(numbers.size());
   for (const std::uint32_t port : numbers)
     records.push_back(RecordOf(port, users, true));
   std::vector<std::uint32_t> missing;

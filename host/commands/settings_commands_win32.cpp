@@ -117,6 +117,7 @@ ExitCode StoreChecked(const Profile& profile, std::span<const FieldValue> values
   if (!is_unchecked) Check(profile, changes, context);
   profile.Store(changes);
   std::vector<std::string> names;
+  names.reserve(changes.size());
   for (const SettingChange& change : changes)
     names.emplace_back(change.guide->name);
   context.report.Entry(

@@ -69,6 +69,7 @@ std::string AsBytes(std::string_view characters) {
 template <typename Shown>
 LogSecrets SecretsAs(const std::vector<std::string>& stored_passwords, const Shown& shown) {
   std::vector<std::string> passwords;
+  passwords.reserve(stored_passwords.size());
   for (const std::string& password : stored_passwords)
     passwords.push_back(shown(password));
   return LogSecrets(passwords);

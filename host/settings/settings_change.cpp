@@ -113,14 +113,14 @@ std::vector<FieldValue> ReadExport(const ClassDescription& notifier_class, std::
   const auto json = ParseJson(text);
   const Record* const record = json ? json->Get<Record>() : nullptr;
   if (record == nullptr) ThrowNoExport("is no JSON object");
-  const std::string* const class_name = record->Get<std::string>("class");
+  const auto* const class_name = record->Get<std::string>("class");
   if (class_name == nullptr || *class_name != notifier_class.instances.class_name)
     ThrowNoExport("is not of " + std::string(notifier_class.instances.class_name));
-  const Record* const settings = record->Get<Record>("settings");
+  const auto* const settings = record->Get<Record>("settings");
   if (settings == nullptr) ThrowNoExport("has no settings");
   std::vector<FieldValue> values;
   for (const Member& setting : settings->members()) {
-    const std::string* const value = setting.value.Get<std::string>();
+    const auto* const value = setting.value.Get<std::string>();
     if (value == nullptr) ThrowNoExport("has something else than a text for " + setting.name);
     values.push_back({setting.name, *value});
   }

@@ -249,7 +249,7 @@ Decision Watch::MakeDecision(std::size_t place, const Channel& channel, AlertKin
           .event = EventOf(item.kind, kind),
           .variables = {"n=" + item.name, "d=" + item.device,
                         "C=" + (item.code.empty() ? status + ", " + words : item.code),
-                        "a=" + AddressText(item.probe), "s=" + status, "t=" + ShortTimeText(time),
+                        "a=" + AddressText(item.probe), "u=" + status, "t=" + ShortTimeText(time),
                         "w=" + words}};
 }
 

@@ -137,7 +137,7 @@ class Watcher:
         self.plan.write_text(text)
 
     def store_mail(self, name: str, gateway: str) -> None:
-        texts = (gateway.encode(), b"ann@example.org", b"ops@example.org", b"%s %n at %t", b"%w\r\n")
+        texts = (gateway.encode(), b"ann@example.org", b"ops@example.org", b"%u %n at %t", b"%w\r\n")
         (self.folder / name).write_bytes(SMTP_MAIL_MAGIC + b"".join(map(instance_text, texts)))
 
     def command(self, *arguments: str) -> list[str]:

@@ -61,7 +61,7 @@ TEST(Watch, TellsWhatHappenedAndWhen) {
   ASSERT_EQ(world.deliveries().size(), 1U);
   const auto changed = ShortTimeText(world.Item("web").since);
   EXPECT_THAT(world.deliveries()[0].variables,
-              ElementsAre("n=web", "d=server", "C=down, it is refused", "a=192.0.2.1:80", "s=down",
+              ElementsAre("n=web", "d=server", "C=down, it is refused", "a=192.0.2.1:80", "u=down",
                           "t=" + changed, "w=it is refused"));
 }
 
