@@ -10,6 +10,7 @@ import urllib.parse
 from dataclasses import dataclass
 
 import pytest
+from selenium.common.exceptions import StaleElementReferenceException
 from selenium.webdriver.common.by import By
 from selenium.webdriver.support.ui import WebDriverWait
 
@@ -176,7 +177,9 @@ class Person:
         self.wait(lambda: is_stale(before))
 
     def wait(self, condition):
-        return WebDriverWait(self.driver, TIME_LIMIT, poll_frequency=0.05).until(lambda _: condition())
+        # What is looked at may be replaced meanwhile by what has come.
+        return WebDriverWait(self.driver, TIME_LIMIT, poll_frequency=0.05,
+                             ignored_exceptions=[StaleElementReferenceException]).until(lambda _: condition())
 
     @property
     def heading(self) -> str:

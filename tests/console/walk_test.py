@@ -149,14 +149,14 @@ def test_sends_a_test_and_shows_what_became_of_it(person, console):
     last = entries(console)[-1]
     assert (last["class"], last["event"], last["delivered"]) == ("LaunchProgram", "item-down", True)
     person.open("/instances/Restart")
-    assert "delivered" in person.text
+    person.wait(lambda: "delivered" in person.text)
 
 
 def test_a_send_that_fails_says_why(person, console):
     person.open("/instances/Night")
     person.press("Send it now")
     person.wait(lambda: person.driver.find_elements(By.CSS_SELECTOR, ".verdict .state-failed"))
-    assert "cannot be opened" in person.text or "opening the port" in person.text.lower()
+    person.wait(lambda: "cannot be opened" in person.text or "opening the port" in person.text.lower())
 
 
 def test_finds_alerts_in_the_journal(person, console):
@@ -178,7 +178,7 @@ def test_the_journal_is_live(console, scripted):
     time.sleep(0.5)
     console.post("/instances/Restart/send", event="service-up")
     person.wait(lambda: "LaunchProgram Restart, service-up" in person.text)
-    assert person.driver.find_element(By.CSS_SELECTOR, "#live [role=status]").text != before
+    person.wait(lambda: person.driver.find_element(By.CSS_SELECTOR, "#live [role=status]").text != before)
 
 
 CONTROLS = "[...document.querySelectorAll('a[href], button, input:not([type=hidden]), select, textarea')]"

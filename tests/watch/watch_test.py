@@ -1,6 +1,7 @@
 """notifyhost watch: what it tells people of services that die and return, and what is left when it is killed."""
 
 import json
+import os
 import random
 import re
 import time
@@ -8,7 +9,7 @@ import time
 from conftest import Relay
 from windows_programs import MODULE, wait_until, windows_path
 
-KILLS = 30
+KILLS = int(os.environ.get("WATCH_KILLS", "10"))
 
 PLAN = """
 [defaults]
