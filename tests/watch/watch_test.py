@@ -185,7 +185,7 @@ def test_killed_watches_lose_nothing_and_say_what_they_may_have_doubled(watcher,
 
     def subject(decision):
         letters = dict(variable.split("=", 1) for variable in decision["variables"])
-        return f"{letters['s']} {letters['n']} at {letters['t']}"
+        return f"{letters['u']} {letters['n']} at {letters['t']}"
     expected = [subject(decision) for _, decision in sorted(decisions.items())]
     assert set(mails) == set(expected)
     assert len(expected) <= len(mails) <= len(expected) + doubled
