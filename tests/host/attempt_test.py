@@ -43,7 +43,8 @@ def waiting(notifyhost, stand_in, tmp_path):
 
 
 def test_time_limit_ends_a_send(stand_in_send, stand_in, tmp_path):
-    outcome = stand_in_send("send", "WinPopup", "x", "--timeout", "0.5",
+    # Long enough for a busy machine to have come to Send.
+    outcome = stand_in_send("send", "WinPopup", "x", "--timeout", "5",
                             STAND_IN_WAIT_FOR=windows_path(tmp_path / "never"))
     assert outcome.exit_code == 1
     assert outcome.errors == ""
