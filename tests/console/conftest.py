@@ -175,6 +175,8 @@ class Person:
                       f" | //input[@type='submit' or @type='SUBMIT'][@value='{name}']")
         element.click()
         self.wait(lambda: is_stale(before))
+        # The page before may have gone for a while when the one that follows is there.
+        self.wait(lambda: self.text)
 
     def wait(self, condition):
         # What is looked at may be replaced meanwhile by what has come.
