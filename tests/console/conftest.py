@@ -117,7 +117,7 @@ def console(started_console):
     """With two instances, and a journal as other tests have left it."""
     for file in started_console.folder.iterdir():
         if file.is_file() and not file.name.startswith("notifyhost"):
-            file.unlink()
+            file.unlink(missing_ok=True)
     (started_console.folder / "Restart").write_bytes(launch_program())
     (started_console.folder / "Night").write_bytes(beeper())
     return started_console

@@ -54,7 +54,7 @@ def pictured_console(wine_environment):
     folder = pathlib.Path(wine_environment["WINEPREFIX"]) / "drive_c" / "Instances"
     folder.mkdir(exist_ok=True)
     for file in folder.iterdir():
-        file.unlink()
+        file.unlink(missing_ok=True)
     with running_console(folder, wine_environment, shown_as="C:\\Instances") as console:
         yield console
 
