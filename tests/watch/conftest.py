@@ -45,7 +45,9 @@ class Relay:
                 session = self._relay.next_session()
             except (ValueError, TypeError):  # it has ended
                 return
-            if session.content:
+            # A watch that is killed may leave a message without its header's end.
+            _, end, _ = session.content.partition(b"\r\n\r\n")
+            if end:
                 self._subjects.put(session.header(b"Subject").decode())
 
     def next(self) -> str:
