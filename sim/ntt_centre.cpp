@@ -8,7 +8,7 @@ namespace {
 constexpr std::string_view kAccepted = "28";
 constexpr std::string_view kRefused = "17";
 constexpr Time kBetweenPrompts{4000};
-constexpr Time kBeforeHangUp{1500};
+constexpr Time kNttHangUpDelay{1500};
 
 // No line is as long.
 constexpr std::size_t kLongestInput = 1000;
@@ -60,7 +60,7 @@ void NttCentre::TakeLine(std::string_view line) {
     NoteUntakenPage(page.pager_id, page.text);
     if (!reply.empty()) Say(Line(reply));
   }
-  if (habits_.takes_one_page) HangUp(kBeforeHangUp);
+  if (habits_.takes_one_page) HangUp(kNttHangUpDelay);
 }
 
 std::string_view NttCentre::Reply() const {

@@ -7,7 +7,7 @@ constexpr std::string_view kLogInStart = "\x1BPG1";
 constexpr unsigned kPasswordTries = 3;
 
 // No block is as long.
-constexpr std::size_t kLongestInput = 1000;
+constexpr std::size_t kLongestTapInput = 1000;
 
 std::string Answer(char c) {
   return {c, tap::kCr};
@@ -19,7 +19,7 @@ void TapCentre::Receive(std::string_view bytes) {
   received_ += bytes;
   while (TakeSomething()) {
   }
-  if (received_.size() > kLongestInput) {
+  if (received_.size() > kLongestTapInput) {
     received_.clear();
     Refuse({tap::kNak, "a block without an end"});
   }

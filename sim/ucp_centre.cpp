@@ -4,7 +4,7 @@ namespace brantel::sim {
 namespace {
 
 // No frame is as long.
-constexpr std::size_t kLongestInput = 2000;
+constexpr std::size_t kLongestUcpInput = 2000;
 
 }  // namespace
 
@@ -19,7 +19,7 @@ void UcpCentre::Receive(std::string_view bytes) {
     received_.erase(0, end + 1);
     TakeFrame(frame);
   }
-  if (received_.size() > kLongestInput) received_.clear();
+  if (received_.size() > kLongestUcpInput) received_.clear();
 }
 
 void UcpCentre::TakeFrame(const std::string& frame) {

@@ -49,9 +49,10 @@ FAR_ENDS = build("sanitize", "modemsim", "text_converter")
 DRIVERS = build("win32-tests", "notifier_driver", "mail_series", "popup_tests")
 WINDOWS_TESTS = build("win32-tests")
 SOAK = build("win32-tests", "soak_tests")
+WINDOWS_HOST_TESTS = build("win32-tests", "host_tests")
 SANITIZED = build("sanitize")
 NATIVE = build("native")
-BUILDS = [RELEASE, FAR_ENDS, DRIVERS, WINDOWS_TESTS, SOAK, SANITIZED, NATIVE]
+BUILDS = [RELEASE, FAR_ENDS, DRIVERS, WINDOWS_TESTS, SOAK, WINDOWS_HOST_TESTS, SANITIZED, NATIVE]
 
 
 @dataclass(frozen=True)
@@ -128,7 +129,7 @@ SUITES = [
           [SANITIZED], 5, 1200),
     Suite("unit", "tests each room with clang++ under the address and undefined-behaviour sanitizers",
           gtest("sanitize/tests/unit/unit_tests"), [SANITIZED], 2000, 1200),
-    Suite("unit-windows", "tests each room, built for Windows",
+    Suite("unit-windows", "tests each room of the module, built for Windows",
           wine_gtest("win32-tests/tests/unit/unit_tests.exe"), [WINDOWS_TESTS], 2000, 1200, wine=True),
     Suite("torture", "has every allocation and every call on the system fail in turn, and cuts every session",
           gtest("sanitize/tests/torture/torture_tests"), [SANITIZED], 170, 1200),
@@ -142,6 +143,11 @@ SUITES = [
           {"CONSOLE_REQUESTS": "1000"}, wine=True, for_maintainers=True),
     Suite("kills", "kills a watch two hundred times", [*pytest("watch"), "-k", "kill"], [RELEASE], 1, 7200, 0.5,
           {"WATCH_KILLS": "200"}, wine=True, for_maintainers=True),
+    Suite("send-kills", "kills two hundred sends", [*pytest("host"), "-k", "killed_sends"], [RELEASE], 1, 3600, 0.5,
+          {"SEND_KILLS": "200"}, wine=True, for_maintainers=True),
+    Suite("host-windows", "tests the rooms of the host and the far ends, built for Windows",
+          wine_gtest("win32-tests/tests/unit/host_tests.exe"), [WINDOWS_HOST_TESTS], 500, 1200, wine=True,
+          for_maintainers=True),
     Suite("native", "tests each room with g++, each source compiled alone",
           gtest("native/tests/unit/unit_tests"), [NATIVE], 2000, 1200, for_maintainers=True),
     Suite("tidy", "checks the form of all sources, by clang-tidy too",

@@ -35,12 +35,12 @@ def fill(console) -> dict[str, str]:
             "journal": "/journal", "message": "/nothing"}
 
 
-def picture(driver, width: str) -> Image.Image:
+def picture(driver, width: str) -> bytes:
     height = driver.execute_script("return Math.max(document.documentElement.scrollHeight, innerHeight)")
     clip = {"x": 0, "y": 0, "width": WIDTHS[width], "height": min(height, TALLEST), "scale": 1}
     shot = driver.execute_cdp_cmd("Page.captureScreenshot",
                                   {"format": "png", "captureBeyondViewport": True, "clip": clip})
-    return Image.open(io.BytesIO(base64.b64decode(shot["data"]))).convert("RGB")
+    return base64.b64decode(shot["data"])
 
 
 def darkness(image: Image.Image) -> float:
@@ -49,8 +49,9 @@ def darkness(image: Image.Image) -> float:
 
 
 @pytest.fixture
-def pictured_console(wine_environment):
-    """In a folder as an operator would name it: its name is in the pictures."""
+def pictured_console(wine_environment, started_console):
+    """In a folder as an operator would name it: its name is in the pictures. Where the other console runs, there
+    is the drive for it."""
     folder = pathlib.Path(wine_environment["WINEPREFIX"]) / "drive_c" / "Instances"
     folder.mkdir(exist_ok=True)
     for file in folder.iterdir():
@@ -70,8 +71,9 @@ def test_pages_are_as_light_or_dark_as_people_want_them(pictured_console, script
             for name, path in pages.items():
                 person.open(path)
                 time.sleep(0.1)  # for what is in the frame
-                image = picture(scripted, width)
-                image.save(PICTURES / f"{name}_{width}_{theme}.png")
+                data = picture(scripted, width)
+                (PICTURES / f"{name}_{width}_{theme}.png").write_bytes(data)
+                image = Image.open(io.BytesIO(data)).convert("RGB")
                 assert image.width == WIDTHS[width]
                 assert (darkness(image) > 0.5) == (theme == "dark"), (name, width)
                 assert len(image.getcolors(1 << 24)) > 10, (name, width)

@@ -2,6 +2,7 @@
 
 import concurrent.futures
 import json
+import os
 import random
 import time
 
@@ -10,7 +11,7 @@ import pytest
 from conftest import Outcome
 from windows_programs import TIME_LIMIT, wait_until, windows_path
 
-KILLS = 200
+KILLS = int(os.environ.get("SEND_KILLS", "40"))
 
 
 @pytest.fixture
