@@ -68,8 +68,7 @@ void FillListedInstance(PageValues& values, const InstanceFile& file, const Jour
       .SetFlag("has_fault", !file.fault.empty())
       .SetFlag("has_last", last != nullptr);
   if (last == nullptr) return;
-  FillEntry(values, *last,
-            StateOf(*last, [&](const JournalEntry& entry) { return backend.RunsStill(entry); }));
+  FillEntry(values, *last, PresentStateOf(*last, backend));
   values.Set("name", file.name).Set("path", "/instances/" + EncodePercents(file.name));
 }
 
@@ -180,6 +179,10 @@ const JournalEntry* LastAttemptOf(const std::vector<JournalEntry>& journal, std:
     return EqualIgnoringCase(FileNameOf(entry.instance), name);
   });
   return found == journal.rend() ? nullptr : &*found;
+}
+
+AttemptState PresentStateOf(const JournalEntry& entry, ConsoleBackend& backend) {
+  return StateOf(entry, [&](const JournalEntry& attempt) { return backend.RunsStill(attempt); });
 }
 
 bool HasWords(const JournalEntry& entry, std::string_view words) {

@@ -44,6 +44,9 @@ void FillEvents(PageValues& values);
 // The last attempt for the instance of this name; null when the journal knows none.
 const JournalEntry* LastAttemptOf(const std::vector<JournalEntry>& journal, std::string_view name);
 
+// What has become of the attempt up to now.
+AttemptState PresentStateOf(const JournalEntry& entry, ConsoleBackend& backend);
+
 // Whether the entry has the words somewhere, letter case of English letters aside.
 bool HasWords(const JournalEntry& entry, std::string_view words);
 
