@@ -61,6 +61,14 @@ def environment_of_wine(**variables: str) -> dict[str, str]:
     return {**os.environ, "LC_ALL": "C.UTF-8", "WINEDEBUG": "-all", **variables}
 
 
+def end_all(processes: list[subprocess.Popen]) -> None:
+    """Ends those of the processes that run still, and waits for all."""
+    for process in processes:
+        if process.poll() is None:
+            process.kill()
+        process.wait(TIME_LIMIT)
+
+
 @contextlib.contextmanager
 def wine_prefix(**variables: str):
     """A Wine prefix of its own in a folder of its own; gives the folder and the environment."""
@@ -103,9 +111,20 @@ def log_and_result(output: str) -> str:
     return VERDICT.sub(_result_in_a_word, PHASE.sub("", output))
 
 
-def magic(guid: str) -> bytes:
-    """With what the instance files of a class begin."""
+def _magic(guid: str) -> bytes:
     return uuid.UUID(guid).bytes_le
+
+
+# With what the instance files of each class begin.
+INSTANCE_MAGICS = {
+    "SMTPMail": _magic("D6DD268C-A32B-EF86-2683-A7DA9410F949"),
+    "Sound": _magic("5D6A4051-7608-5DD6-F1D3-2CFEA0F80A9F"),
+    "WinPopup": _magic("8B762C29-0B2E-9C58-6C92-5C2A021AFB08"),
+    "LaunchProgram": _magic("ECEC7E6C-8E18-4CA2-C56F-5334C2BD7945"),
+    "Beeper": _magic("E546F481-983D-5A7E-610B-E80BF158F22E"),
+    "Pager": _magic("CF05540D-534F-164B-BD02-D12A35BF0840"),
+    "Voice": _magic("C4F822F8-1890-08CD-6842-1838A3A78A26"),
+}
 
 
 def instance_text(text: str | bytes) -> bytes:

@@ -3,6 +3,9 @@
 #include <windows.h>
 
 #include <array>
+#include <memory>
+#include <utility>
+#include <vector>
 
 #include "host/commands/command_context_win32.h"
 #include "host/commands/watch_board_win32.h"
@@ -67,6 +70,64 @@ void CheckWhoReachesIt(const ServeCommand& command) {
                                                   ", so that it needs --password-file");
 }
 
+std::unique_ptr<ConsoleServer> StartConsole(ConsoleSetup setup, const CommandContext& context) {
+  auto server = std::make_unique<ConsoleServer>(std::move(setup));
+  context.report.Entry("The console is at " + server->address() + "; Ctrl-C ends it.\n",
+                       {{"address", server->address()}});
+  return server;
+}
+
+ExitCode Serve(ConsoleSetup setup, const CommandContext& context, HANDLE stop) {
+  const auto server = StartConsole(std::move(setup), context);
+  const std::array<HANDLE, 2> ends = {stop, server->ended()};
+  WaitForMultipleObjects(ends.size(), ends.data(), FALSE, INFINITE);
+  if (!server->failure().empty()) throw CommandFailure(ExitCode::kFailed, server->failure());
+  return ExitCode::kDone;
+}
+
+// The console of a watch. That it cannot begin, or fails, is told at once and ends no watch:
+// somebody may have to be alerted.
+class ConsoleOfWatch final : public WatchView {
+ public:
+  ConsoleOfWatch(ConsoleSetup setup, const PlanFile& plan, const CommandContext& context)
+      : board_(plan.journal), context_(context) {
+    setup.watched = &board_;
+    try {
+      server_ = StartConsole(std::move(setup), context);
+    } catch (const CommandFailure& failure) {
+      if (failure.exit_code() == ExitCode::kWrongUsage) throw;
+      TellFailure(failure.what());
+    }
+  }
+
+  void Show(std::vector<ItemSnapshot> items) override {
+    board_.Show(std::move(items));
+    if (!has_failed_ && WaitForSingleObject(server_->ended(), 0) == WAIT_OBJECT_0)
+      TellFailure(server_->failure());
+  }
+
+  [[nodiscard]] bool has_failed() const { return has_failed_; }
+
+ private:
+  void TellFailure(const std::string& words) {
+    has_failed_ = true;
+    context_.errors.Write(
+        "notifyhost: warning: there is no console, and the watch goes on: " + words + "\n");
+  }
+
+  WatchBoard board_;
+  const CommandContext& context_;
+  bool has_failed_ = false;
+  std::unique_ptr<ConsoleServer> server_;  // last: it uses the board
+};
+
+ExitCode ServeAndWatch(ConsoleSetup setup, const PlanFile& plan, const CommandContext& context,
+                       HANDLE stop) {
+  ConsoleOfWatch console(std::move(setup), plan, context);
+  RunWatch(plan, context.module_file, context.report, context.errors, stop, &console);
+  return console.has_failed() ? ExitCode::kFailed : ExitCode::kDone;
+}
+
 }  // namespace
 
 ExitCode Run(const ServeCommand& command, const CommandContext& context) {
@@ -85,27 +146,15 @@ ExitCode Run(const ServeCommand& command, const CommandContext& context) {
     RequireRightPlan(*plan, context.errors);
   }
   const Interruption interruption;
-  WatchBoard board;
-  const ConsoleServer server({.sends = {directory, command.journal, context.module_file},
-                              .address = command.address,
-                              .port = static_cast<std::uint16_t>(command.port),
-                              .further_host_names = command.host_names,
-                              .password_record = PasswordRecordOf(password_path),
-                              .shows_secrets = command.shows_secrets,
-                              .notice = command.notice,
-                              .watched = plan ? &board : nullptr});
-  context.report.Entry("The console is at " + server.address() + "; Ctrl-C ends it.\n",
-                       {{"address", server.address()}});
-  if (plan) {
-    // Whatever becomes of the console: somebody may have to be alerted.
-    RunWatch(*plan, context.module_file, context.report, context.errors, interruption.event(),
-             &board);
-    return ExitCode::kDone;
-  }
-  const std::array<HANDLE, 2> ends = {interruption.event(), server.ended()};
-  WaitForMultipleObjects(ends.size(), ends.data(), FALSE, INFINITE);
-  if (!server.failure().empty()) throw CommandFailure(ExitCode::kFailed, server.failure());
-  return ExitCode::kDone;
+  ConsoleSetup setup{.sends = {directory, command.journal, context.module_file},
+                     .address = command.address,
+                     .port = static_cast<std::uint16_t>(command.port),
+                     .further_host_names = command.host_names,
+                     .password_record = PasswordRecordOf(password_path),
+                     .shows_secrets = command.shows_secrets,
+                     .notice = command.notice};
+  return plan ? ServeAndWatch(std::move(setup), *plan, context, interruption.event())
+              : Serve(std::move(setup), context, interruption.event());
 }
 
 }  // namespace brantel::host

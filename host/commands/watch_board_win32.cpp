@@ -1,5 +1,6 @@
 #include "host/commands/watch_board_win32.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace brantel::host {
@@ -21,10 +22,10 @@ WatchedRow RowOf(const ItemSnapshot& item) {
   const bool is_known = item.status != ItemStatus::kUnknown;
   return {.name = item.name,
           .kind = item.kind == ItemKind::kService ? "service" : "item",
-          .state = std::string(StatusName(item.status)),
-          .is_up = item.status == ItemStatus::kUp,
+          .status = item.status,
           .since = is_known ? ShortTimeText(item.since) : "",
-          .detail = DetailOf(item)};
+          .detail = DetailOf(item),
+          .can_be_acknowledged = item.status == ItemStatus::kDown && item.acknowledged_by.empty()};
 }
 
 }  // namespace
@@ -40,6 +41,16 @@ std::vector<WatchedRow> WatchBoard::Items() {
   for (const ItemSnapshot& item : items_)
     rows.push_back(RowOf(item));
   return rows;
+}
+
+// By the journal, which the watch reads within a second: so it counts also when the process is
+// killed before that.
+bool WatchBoard::Acknowledge(const std::string& item, const std::string& by) {
+  if (!AcknowledgeInJournal(journal_, item, by)) return false;
+  const CriticalSection::Lock lock(section_);
+  const auto shown = std::ranges::find(items_, item, &ItemSnapshot::name);
+  if (shown != items_.end()) shown->acknowledged_by = by;
+  return true;
 }
 
 }  // namespace brantel::host

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+#include <utility>
 #include <vector>
 
 #include "host/console/console_backend.h"
@@ -12,15 +14,20 @@ namespace brantel::host {
 // its own.
 class WatchBoard final : public WatchView, public WatchedItems {
  public:
-  WatchBoard() { section_.Initialize(); }
+  // The journal is the watch's.
+  explicit WatchBoard(std::wstring journal) : journal_(std::move(journal)) {
+    section_.Initialize();
+  }
   WatchBoard(const WatchBoard&) = delete;
   WatchBoard& operator=(const WatchBoard&) = delete;
   ~WatchBoard() override { section_.Delete(); }
 
   void Show(std::vector<ItemSnapshot> items) override;
   std::vector<WatchedRow> Items() override;
+  bool Acknowledge(const std::string& item, const std::string& by) override;
 
  private:
+  const std::wstring journal_;
   CriticalSection section_;
   std::vector<ItemSnapshot> items_;
 };

@@ -68,7 +68,7 @@ ExitCode Acknowledge(const PlanFile& file, const WatchCommand& command,
   if (!PlaceOfItem(file.reading.plan, item))
     throw CommandFailure(ExitCode::kWrongUsage, "'" + item + "' is not an item of the plan");
   const std::string by = command.by.empty() ? UserName() : command.by;
-  if (AcknowledgeInJournal(file, item, by)) {
+  if (AcknowledgeInJournal(file.journal, item, by)) {
     context.report.Entry(item + " is acknowledged\n", {{"item", item}, {"by", by}});
     return ExitCode::kDone;
   }

@@ -11,6 +11,7 @@
 #include "host/checks/checked_system.h"
 #include "host/instances/instance_file.h"
 #include "host/journal/journal_entry.h"
+#include "host/watch/watch_record.h"
 #include "instance/instance_files.h"
 
 namespace brantel::host {
@@ -52,18 +53,24 @@ struct FileAside {
 // One thing that is watched, for people who look at the console.
 struct WatchedRow {
   std::string name;
-  std::string kind;   // such as "tcp" or "ping"
-  std::string state;  // in a word or two
-  bool is_up = false;
-  std::string since{};   // the time of its last change
-  std::string detail{};  // what was found last
+  std::string kind;  // "item" or "service"
+  ItemStatus status = ItemStatus::kUnknown;
+  std::string since{};               // the time of its last change
+  std::string detail{};              // what was found last
+  bool can_be_acknowledged = false;  // so that nobody is told any more that it is down
 };
 
-// Gives what is watched, where something is. From the console's thread; it does not wait.
+// What is watched, where something is. Asked from the console's thread.
 class WatchedItems {
  public:
   virtual ~WatchedItems() = default;
+
+  // Does not wait for anything.
   virtual std::vector<WatchedRow> Items() = 0;
+
+  // Somebody acknowledges that the item is down. On return that survives the process. False when
+  // there is nothing to be acknowledged. Throws CommandFailure when it cannot be kept.
+  virtual bool Acknowledge(const std::string& item, const std::string& by) = 0;
 };
 
 // What the console shows and changes. All calls come from one thread. Texts are UTF-8, but for

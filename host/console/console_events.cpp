@@ -66,8 +66,10 @@ class ChangeStream final : public EventStream {
     std::string present = std::to_string(journal.size()) + " " + std::to_string(ended);
     if (!journal.empty()) present += " " + journal.back().id;
     if (watched_ == nullptr) return present;
-    for (const WatchedRow& item : watched_->Items())
-      present.append("\n").append(item.name).append(item.state).append(item.since);
+    for (const WatchedRow& item : watched_->Items()) {
+      present.append("\n").append(item.name).append(StatusName(item.status)).append(item.since);
+      if (item.can_be_acknowledged) present += "?";
+    }
     return present;
   }
 

@@ -160,10 +160,12 @@ void FillSend(PageValues& values, const SendProgress& progress) {
 void FillWatched(PageValues& values, const WatchedRow& item) {
   values.Set("name", item.name)
       .Set("kind", item.kind)
-      .Set("state", item.state)
-      .Set("state_style", item.is_up ? "up" : "down")
+      .Set("state", StatusName(item.status))
+      .Set("state_style", StatusName(item.status))
       .Set("since", item.since)
-      .Set("detail", item.detail);
+      .Set("detail", item.detail)
+      .Set("acknowledge_path", "/acknowledge?item=" + EncodePercents(item.name))
+      .SetFlag("can_be_acknowledged", item.can_be_acknowledged);
 }
 
 void FillEvents(PageValues& values) {

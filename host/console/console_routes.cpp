@@ -12,6 +12,7 @@
 #include "host/console/login_answers.h"
 #include "host/console/overview_answers.h"
 #include "host/console/send_answers.h"
+#include "host/console/watched_answers.h"
 
 namespace brantel::host {
 namespace {
@@ -43,6 +44,7 @@ constexpr auto kRoutes = std::to_array<ConsoleRoute>({
     {"help/*", kSession, GetHelp, nullptr},
     {"journal", kSession, GetJournal, nullptr},
     {"journal/*", kSession, GetJournalEntry, nullptr},
+    {"acknowledge", kSession, GetAcknowledge, PostAcknowledge},
     {"changes", kSession, GetChanges, nullptr},
     // The module's own pages, with where they lead.
     {"frame/*/*/add", kFrame, GetFrameAdd, nullptr},

@@ -57,14 +57,17 @@ bool Move(const std::wstring& from, const std::wstring& to) {
 
 }  // namespace
 
-// Whoever writes has it for himself; it does not take long.
+// Whoever writes has it for himself, and while it is replaced there is none for a moment; neither
+// takes long.
 Handle WatchJournalFile::Open(DWORD access, DWORD disposition) const {
   const DWORD share =
       FILE_SHARE_READ | FILE_SHARE_DELETE | (access == GENERIC_READ ? DWORD{FILE_SHARE_WRITE} : 0);
   for (int poll = 0;; ++poll) {
     Handle file(CreateFileW(path_.c_str(), access, share, nullptr, disposition,
                             FILE_ATTRIBUTE_NORMAL, nullptr));
-    if (file || GetLastError() != ERROR_SHARING_VIOLATION || poll == kOpenPolls) return file;
+    const DWORD error = file ? ERROR_SUCCESS : GetLastError();
+    const bool is_replaced = error == ERROR_FILE_NOT_FOUND && access != GENERIC_READ;
+    if ((error != ERROR_SHARING_VIOLATION && !is_replaced) || poll == kOpenPolls) return file;
     Sleep(kPollMilliseconds);
   }
 }
@@ -101,7 +104,8 @@ void WatchJournalFile::ReadForeign(const Handle& file) {
 }
 
 std::optional<std::string> WatchJournalFile::Append(const WatchRecord& record) {
-  const Handle file = Open(GENERIC_READ | GENERIC_WRITE, OPEN_ALWAYS);
+  // What others made anew would be gone when the file is replaced.
+  const Handle file = Open(GENERIC_READ | GENERIC_WRITE, claim_ ? OPEN_ALWAYS : OPEN_EXISTING);
   if (!file) return SystemErrorText(GetLastError());
   ReadForeign(file);
   // The last line may have been cut off by a kill.

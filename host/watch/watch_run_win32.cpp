@@ -274,14 +274,15 @@ void RequireRightPlan(const PlanFile& file, const TextSink& errors) {
   throw CommandFailure(ExitCode::kWrongUsage, "the plan is wrong");
 }
 
-bool AcknowledgeInJournal(const PlanFile& file, const std::string& item, const std::string& by) {
-  WatchJournalFile journal(file.journal);
-  const WatchMemory memory = RememberedBy(journal.Read(), PresentMoment());
+bool AcknowledgeInJournal(const std::wstring& journal, const std::string& item,
+                          const std::string& by) {
+  WatchJournalFile file(journal);
+  const WatchMemory memory = RememberedBy(file.Read(), PresentMoment());
   const ItemMemory& known = memory.ItemNamed(item);
   if (known.incident == 0 || !known.acknowledged_by.empty()) return false;
-  if (const auto error = journal.Append({PresentTime(), Acknowledgement{item, known.incident, by}}))
+  if (const auto error = file.Append({PresentTime(), Acknowledgement{item, known.incident, by}}))
     throw CommandFailure(ExitCode::kFailed,
-                         "the journal " + ToUtf8(file.journal) + " cannot be written: " + *error);
+                         "the journal " + ToUtf8(journal) + " cannot be written: " + *error);
   return true;
 }
 

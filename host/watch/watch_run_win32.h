@@ -43,8 +43,9 @@ void RunWatch(const PlanFile& file, const std::optional<std::string>& module_fil
 void RequireRightPlan(const PlanFile& file, const TextSink& errors);
 
 // Puts the acknowledgement into the journal, where the watch that runs finds it. False when the
-// item is not down, or has been acknowledged.
-bool AcknowledgeInJournal(const PlanFile& file, const std::string& item, const std::string& by);
+// item is not down, or has been acknowledged. Throws CommandFailure when it cannot be written.
+bool AcknowledgeInJournal(const std::wstring& journal, const std::string& item,
+                          const std::string& by);
 
 // How it stands with the items by the journal.
 std::vector<ItemSnapshot> ItemsByJournal(const PlanFile& file);

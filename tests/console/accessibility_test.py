@@ -10,7 +10,8 @@ from conftest import Person, pager, popup, set_width
 AXE = gzip.decompress((pathlib.Path(__file__).parent / "axe.min.js.gz").read_bytes()).decode("utf-8")
 
 PAGES = ["/", "/instances", "/instances/Restart", "/instances/Centre/form", "/add/Beeper", "/add/Voice/form",
-         "/classes", "/help/Pager", "/journal", "/nothing", "/instances/Odd"]
+         "/classes", "/help/Pager", "/journal", "/nothing", "/instances/Odd",
+         "/acknowledge?item=gate"]
 
 JUDGE = """
 const done = arguments[arguments.length - 1];

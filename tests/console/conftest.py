@@ -1,13 +1,6 @@
 """The web console of the released host, and browsers that look at it."""
 
-import contextlib
-import http.client
-import json
-import pathlib
-import re
-import subprocess
 import urllib.parse
-from dataclasses import dataclass
 
 import pytest
 from selenium.common.exceptions import StaleElementReferenceException
@@ -15,74 +8,30 @@ from selenium.webdriver.common.by import By
 from selenium.webdriver.support.ui import WebDriverWait
 
 import browser
-from windows_programs import (HOST, MODULE, TIME_LIMIT, WINE, given_or_own_prefix, instance_integer,
-                              instance_text, magic, windows_path)
+from served_console import Console, running_console
+from windows_programs import (INSTANCE_MAGICS, TIME_LIMIT, given_or_own_prefix, instance_integer, instance_text,
+                              wait_until, windows_path)
 
-MAGICS = {
-    "SMTPMail": magic("D6DD268C-A32B-EF86-2683-A7DA9410F949"),
-    "Sound": magic("5D6A4051-7608-5DD6-F1D3-2CFEA0F80A9F"),
-    "WinPopup": magic("8B762C29-0B2E-9C58-6C92-5C2A021AFB08"),
-    "LaunchProgram": magic("ECEC7E6C-8E18-4CA2-C56F-5334C2BD7945"),
-    "Beeper": magic("E546F481-983D-5A7E-610B-E80BF158F22E"),
-    "Pager": magic("CF05540D-534F-164B-BD02-D12A35BF0840"),
-    "Voice": magic("C4F822F8-1890-08CD-6842-1838A3A78A26"),
-}
 # A program that every Windows has and that ends at once.
 PROGRAM = "C:\\windows\\system32\\hostname.exe"
 
 
 def launch_program(program: str = PROGRAM, arguments: str = "%n") -> bytes:
-    return MAGICS["LaunchProgram"] + b"".join(map(instance_text, [program, "C:\\", arguments]))
+    return INSTANCE_MAGICS["LaunchProgram"] + b"".join(map(instance_text, [program, "C:\\", arguments]))
 
 
 def beeper(number: str = "5550100") -> bytes:
     texts = [number, "tone", "1", "2", "3", ""]
-    return MAGICS["Beeper"] + b"".join(map(instance_text, texts)) + instance_integer(0)
+    return INSTANCE_MAGICS["Beeper"] + b"".join(map(instance_text, texts)) + instance_integer(0)
 
 
 def pager(password: str) -> bytes:
     texts = ["5550201", password, "12345", "%n is %C", "TAP"]
-    return MAGICS["Pager"] + b"".join(map(instance_text, texts)) + instance_integer(0)
+    return INSTANCE_MAGICS["Pager"] + b"".join(map(instance_text, texts)) + instance_integer(0)
 
 
 def popup(message: str) -> bytes:
-    return MAGICS["WinPopup"] + instance_text("DUTY") + instance_text(message)
-
-
-@dataclass
-class Console:
-    """A console that runs, and the folder whose instances it shows."""
-    address: str
-    folder: pathlib.Path
-    process: subprocess.Popen
-
-    @property
-    def authority(self) -> str:
-        return urllib.parse.urlsplit(self.address).netloc
-
-    def url(self, path: str) -> str:
-        return urllib.parse.urljoin(self.address, path)
-
-    def request(self, method: str, path: str, body: str | None = None, **fields: str):
-        """Status, fields and body of the answer. Fields are those of the request, with _ for -."""
-        connection = http.client.HTTPConnection(self.authority, timeout=TIME_LIMIT)
-        try:
-            connection.request(method, path, body, {name.replace("_", "-"): text for name, text in fields.items()})
-            answer = connection.getresponse()
-            return answer.status, dict(answer.getheaders()), answer.read().decode()
-        finally:
-            connection.close()
-
-    def token(self) -> str:
-        name = next(iter(sorted(file.name for file in self.folder.iterdir() if file.is_file())))
-        _, _, page = self.request("GET", "/instances/" + urllib.parse.quote(name))
-        return re.search(r'name="token" value="(\w+)"', page)[1]
-
-    def post(self, path: str, **values: str):
-        """As a form of the console's would."""
-        form = urllib.parse.urlencode({"token": self.token(), **values})
-        return self.request("POST", path, form, Origin=self.address.rstrip("/"),
-                            Content_Type="application/x-www-form-urlencoded")
+    return INSTANCE_MAGICS["WinPopup"] + instance_text("DUTY") + instance_text(message)
 
 
 @pytest.fixture(scope="session")
@@ -91,24 +40,30 @@ def wine_environment():
         yield environment
 
 
-@contextlib.contextmanager
-def running_console(folder, environment, *options: str, shown_as: str = ""):
-    """Of the folder, which Windows may know by a name that is to be seen."""
-    process = subprocess.Popen(
-        [WINE, HOST, "serve", shown_as or windows_path(folder), "--port", "0", "--module", windows_path(MODULE), "--json",
-         *options],
-        env=environment, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, text=True)
-    try:
-        yield Console(json.loads(process.stdout.readline())["address"], folder, process)
-    finally:
-        process.kill()
-        process.wait()
+# What is looked at is never there.
+PLAN = """
+[[items]]
+name = "gate"
+address = "127.0.0.1"
+probe = "tcp"
+port = 1
+interval = "1s"
+timeout = "500ms"
+down_after = 1
+"""
+
+
+def is_seen_down(console: Console) -> bool:
+    return "tile-down" in console.request("GET", "/")[2]
 
 
 @pytest.fixture(scope="session")
 def started_console(wine_environment, tmp_path_factory):
+    plan = tmp_path_factory.mktemp("watch") / "night.toml"
+    plan.write_text(PLAN)
     folder = tmp_path_factory.mktemp("instances")
-    with running_console(folder, wine_environment) as console:
+    with running_console(folder, wine_environment, "--watch", windows_path(plan)) as console:
+        wait_until(lambda: is_seen_down(console))
         yield console
 
 
@@ -205,8 +160,13 @@ def is_stale(element) -> bool:
 
 
 @pytest.fixture(params=["scripts", "no scripts"])
-def person(request, console):
-    """Somebody with scripts, and somebody without."""
+def driver(request):
+    """A browser with scripts, and one without."""
     driver = request.getfixturevalue("scripted" if request.param == "scripts" else "scriptless")
     set_width(driver, "wide")
+    return driver
+
+
+@pytest.fixture
+def person(driver, console):
     return Person(driver, console)

@@ -13,8 +13,9 @@ import time
 import pytest
 from PIL import Image
 
-from conftest import WIDTHS, MAGICS, Person, beeper, launch_program, pager, popup, running_console, set_width
-from windows_programs import ROOT, instance_integer, instance_text, wait_until
+from conftest import WIDTHS, Person, beeper, launch_program, pager, popup, set_width
+from served_console import running_console
+from windows_programs import INSTANCE_MAGICS, ROOT, instance_integer, instance_text, wait_until
 
 PICTURES = ROOT / "build" / "console-pictures"
 DOCUMENTED = {"overview_wide_light", "instance_narrow_light", "send_narrow_dark", "journal_wide_dark"}
@@ -24,7 +25,7 @@ TALLEST = 2600
 def fill(console) -> dict[str, str]:
     """Makes something to look at, and gives the paths of the pages."""
     for name, content in [("Centre", pager("word")), ("Duty room", popup("%n: %C")), ("Odd", b"no instance"),
-                          ("Siren", MAGICS["Sound"] + instance_text("C:\\Alarms\\siren.wav") + instance_integer(1)),
+                          ("Siren", INSTANCE_MAGICS["Sound"] + instance_text("C:\\Alarms\\siren.wav") + instance_integer(1)),
                           ("Restart", launch_program()), ("Night", beeper())]:
         (console.folder / name).write_bytes(content)
     _, sent, _ = console.post("/instances/Night/send", event="item-down")

@@ -11,8 +11,10 @@ import urllib.parse
 
 import pytest
 
-from conftest import MAGICS, launch_program, pager, popup, running_console
-from windows_programs import HOST, MODULE, ROOT, TIME_LIMIT, WINE, instance_integer, instance_text, windows_path
+from conftest import launch_program, pager, popup
+from served_console import running_console
+from windows_programs import (HOST, INSTANCE_MAGICS, MODULE, ROOT, TIME_LIMIT, WINE, instance_integer, instance_text,
+                              windows_path)
 
 PAGE_TELLER = ROOT / "build" / "win32" / "tests" / "console" / "page_teller.exe"
 CLSIDS = {
@@ -37,9 +39,9 @@ def module_page(environment, notifier_class: str, kind: str, path) -> str:
 def test_the_modules_pages_are_those_that_the_module_gives(console, wine_environment, notifier_class):
     nasty = "\"><b>é & 'so' %41+"
     instances = {
-        "Beeper": MAGICS["Beeper"] + b"".join(map(instance_text, [nasty] * 6)) + instance_integer(3),
+        "Beeper": INSTANCE_MAGICS["Beeper"] + b"".join(map(instance_text, [nasty] * 6)) + instance_integer(3),
         "Pager": pager("").replace(instance_text("12345"), instance_text(nasty)),
-        "SMTPMail": MAGICS["SMTPMail"] + b"".join(map(instance_text, [nasty] * 4 + ["one\r\n\ttwo"])),
+        "SMTPMail": INSTANCE_MAGICS["SMTPMail"] + b"".join(map(instance_text, [nasty] * 4 + ["one\r\n\ttwo"])),
         "WinPopup": popup(nasty),
     }
     (console.folder / "Shown é").write_bytes(instances[notifier_class])

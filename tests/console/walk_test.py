@@ -8,8 +8,9 @@ from selenium.webdriver.common.action_chains import ActionChains
 from selenium.webdriver.common.by import By
 from selenium.webdriver.common.keys import Keys
 
-from conftest import MAGICS, PROGRAM, WIDTHS, Person, launch_program, pager, popup, set_width
-from windows_programs import instance_integer, instance_text, wait_until
+from conftest import PLAN, PROGRAM, WIDTHS, Person, is_seen_down, launch_program, pager, popup, set_width
+from served_console import running_console
+from windows_programs import INSTANCE_MAGICS, instance_integer, instance_text, wait_until, windows_path
 
 
 def content(console, name: str) -> bytes:
@@ -61,7 +62,7 @@ def test_adds_an_instance_by_the_modules_page(person, console):
     person.driver.find_element(By.LINK_TEXT, "Show the instance").click()
     person.driver.switch_to.default_content()
     person.wait(lambda: person.path == "/instances/Mail%20room")
-    assert content(console, "Mail room") == MAGICS["SMTPMail"] + b"".join(map(instance_text, [
+    assert content(console, "Mail room") == INSTANCE_MAGICS["SMTPMail"] + b"".join(map(instance_text, [
         "192.0.2.1", "ops@example.com", "net@example.com", "%n 100% <up>", "one\r\ntwo = 2"]))
 
 
@@ -77,7 +78,7 @@ def test_edits_an_instance_by_the_modules_page(person, console):
     assert "The instance is saved." in person.text
     person.driver.switch_to.default_content()
     texts = ["555 0199", "tone", "1", "2", "3", ""]
-    assert content(console, "Night") == MAGICS["Beeper"] + b"".join(map(instance_text, texts)) + instance_integer(0)
+    assert content(console, "Night") == INSTANCE_MAGICS["Beeper"] + b"".join(map(instance_text, texts)) + instance_integer(0)
 
 
 @pytest.mark.parametrize("button, heading", [("Notifications", "Instances"), ("Top view", "Overview")])
@@ -181,6 +182,35 @@ def test_the_journal_is_live(console, scripted):
     person.wait(lambda: person.driver.find_element(By.CSS_SELECTOR, "#live [role=status]").text != before)
 
 
+@pytest.fixture
+def watching_console(wine_environment, tmp_path):
+    """Of its own, with a watch over what is down."""
+    plan = tmp_path / "night.toml"
+    plan.write_text(PLAN)
+    (tmp_path / "instances").mkdir()
+    with running_console(tmp_path / "instances", wine_environment, "--watch", windows_path(plan)) as console:
+        wait_until(lambda: is_seen_down(console))
+        yield console
+
+
+def test_acknowledges_that_something_is_down(watching_console, driver, tmp_path):
+    person = Person(driver, watching_console)
+    person.open("/")
+    person.press("Acknowledge")
+    assert person.heading == "gate"
+    person.enter("Your name", "Ann <b> & \"Bob\"")
+    person.press("Acknowledge")
+    assert person.heading == "Overview"
+    # The watch itself says so within a second.
+    wait_until(lambda: (person.driver.refresh(), "acknowledged by Ann <b> & \"Bob\"" in person.text)[1])
+    assert person.driver.find_elements(By.LINK_TEXT, "Acknowledge") == []
+    records = [json.loads(line) for line in (tmp_path / "night.toml.journal").read_text().splitlines()]
+    assert [(record["item"], record["by"]) for record in records if record["what"] == "acknowledged"] == [
+        ("gate", "Ann <b> & \"Bob\"")]
+    person.open("/acknowledge?item=gate")
+    assert "There is nothing to acknowledge." in person.text
+
+
 CONTROLS = "[...document.querySelectorAll('a[href], button, input:not([type=hidden]), select, textarea')]"
 
 # The place among the controls of the one that has the focus, and whether that is to be seen; nothing when none
@@ -194,7 +224,8 @@ return [place, style.outlineStyle !== 'none' || style.boxShadow !== 'none'];
 """
 
 
-@pytest.mark.parametrize("path", ["/", "/instances", "/instances/Restart", "/instances/Restart/form", "/journal"])
+@pytest.mark.parametrize("path", ["/", "/instances", "/instances/Restart", "/instances/Restart/form", "/journal",
+                                  "/acknowledge?item=gate"])
 def test_every_control_is_reached_by_the_keyboard(console, scripted, path):
     """By Tab alone, in the order in which they stand, and each is seen to have the focus."""
     set_width(scripted, "wide")

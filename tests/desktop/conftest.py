@@ -8,7 +8,7 @@ import os
 
 import pytest
 
-from windows_programs import (Driver, environment_of_wine, instance_integer, instance_text, magic,
+from windows_programs import (INSTANCE_MAGICS, Driver, environment_of_wine, instance_integer, instance_text,
                               running_driver)
 
 
@@ -33,16 +33,16 @@ def start_driver(wine_environment):
 
 def sound_instance(wave_file: str, number: bytes) -> bytes:
     """The file of a Sound instance; the number says whether the sound goes on."""
-    return magic("5D6A4051-7608-5DD6-F1D3-2CFEA0F80A9F") + instance_text(wave_file) + number
+    return INSTANCE_MAGICS["Sound"] + instance_text(wave_file) + number
 
 
 def smtp_mail_instance(gateway: str, to: str, sender: str, subject: str, message: str) -> bytes:
-    return (magic("D6DD268C-A32B-EF86-2683-A7DA9410F949")
+    return (INSTANCE_MAGICS["SMTPMail"]
             + b"".join(map(instance_text, (gateway, to, sender, subject, message))))
 
 
 def launch_program_instance(program: str, directory: str, arguments: str) -> bytes:
-    return (magic("ECEC7E6C-8E18-4CA2-C56F-5334C2BD7945")
+    return (INSTANCE_MAGICS["LaunchProgram"]
             + b"".join(map(instance_text, (program, directory, arguments))))
 
 
@@ -50,24 +50,24 @@ def beeper_instance(number: str, dialing_options: str, up: str, down: str, trap:
                     profile: int) -> bytes:
     """The file of a Beeper instance without a report message."""
     texts = (number, dialing_options, up, down, trap, "")
-    return (magic("E546F481-983D-5A7E-610B-E80BF158F22E")
+    return (INSTANCE_MAGICS["Beeper"]
             + b"".join(map(instance_text, texts)) + instance_integer(profile))
 
 
 def pager_instance(number: str, password: str, pager_id: str, message: str, protocol: str,
                    profile: int) -> bytes:
     texts = (number, password, pager_id, message, protocol)
-    return (magic("CF05540D-534F-164B-BD02-D12A35BF0840")
+    return (INSTANCE_MAGICS["Pager"]
             + b"".join(map(instance_text, texts)) + instance_integer(profile))
 
 
 def voice_instance(number: str, repeat: str, count: int, button: int, *messages: str) -> bytes:
-    return (magic("C4F822F8-1890-08CD-6842-1838A3A78A26")
+    return (INSTANCE_MAGICS["Voice"]
             + b"".join(map(instance_text, (number, repeat)))
             + instance_integer(count) + instance_integer(button)
             + b"".join(map(instance_text, messages)))
 
 
 def win_popup_instance(destination: str, message: str) -> bytes:
-    return (magic("8B762C29-0B2E-9C58-6C92-5C2A021AFB08")
+    return (INSTANCE_MAGICS["WinPopup"]
             + instance_text(destination) + instance_text(message))

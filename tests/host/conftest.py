@@ -12,8 +12,8 @@ from dataclasses import dataclass
 
 import pytest
 
-from windows_programs import (HOST, ROOT, TIME_LIMIT, WINE, given_or_own_prefix, log_and_result, magic,
-                              wait_until, windows_path)
+from windows_programs import (HOST, INSTANCE_MAGICS, ROOT, TIME_LIMIT, WINE, given_or_own_prefix,
+                              log_and_result, wait_until, windows_path)
 
 BUILD = ROOT / "build" / "win32"
 DEMO_PROGRAM = BUILD / "host" / "demo_program" / "demo_program.exe"
@@ -33,15 +33,6 @@ CLASSES = [
 CLASS_NAMES = ", ".join(name for name, _ in CLASSES)
 CLASSES_IN_PROSE = " and ".join(CLASS_NAMES.rsplit(", ", 1))
 
-INSTANCE_MAGICS = {
-    "SMTPMail": magic("D6DD268C-A32B-EF86-2683-A7DA9410F949"),
-    "Sound": magic("5D6A4051-7608-5DD6-F1D3-2CFEA0F80A9F"),
-    "WinPopup": magic("8B762C29-0B2E-9C58-6C92-5C2A021AFB08"),
-    "LaunchProgram": magic("ECEC7E6C-8E18-4CA2-C56F-5334C2BD7945"),
-    "Beeper": magic("E546F481-983D-5A7E-610B-E80BF158F22E"),
-    "Pager": magic("CF05540D-534F-164B-BD02-D12A35BF0840"),
-    "Voice": magic("C4F822F8-1890-08CD-6842-1838A3A78A26"),
-}
 LAUNCH_PROGRAM_MAGIC = INSTANCE_MAGICS["LaunchProgram"]
 
 

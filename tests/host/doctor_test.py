@@ -6,8 +6,7 @@ import threading
 
 import pytest
 
-from conftest import INSTANCE_MAGICS
-from windows_programs import TIME_LIMIT, instance_integer, instance_text, windows_path
+from windows_programs import INSTANCE_MAGICS, TIME_LIMIT, instance_integer, instance_text, windows_path
 
 FIELDS = {
     "SMTPMail": ["192.0.2.25", "a@example.com", "host@example.com", "%n", "%C\r\n"],

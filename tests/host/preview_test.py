@@ -4,8 +4,7 @@ import json
 
 import pytest
 
-from conftest import INSTANCE_MAGICS
-from windows_programs import instance_integer, instance_text, preview, windows_path
+from windows_programs import INSTANCE_MAGICS, instance_integer, instance_text, preview, windows_path
 
 
 def store(path, class_name, *fields):

@@ -18,13 +18,14 @@ from dataclasses import dataclass, field
 
 import pytest
 
-from windows_programs import (HOST, MODULE, ROOT, TIME_LIMIT, WINE, PreviewPart, instance_integer,
-                              instance_text, log_and_result, magic, preview, wait_until, wine_prefix)
+from windows_programs import (HOST, INSTANCE_MAGICS, MODULE, ROOT, TIME_LIMIT, WINE, PreviewPart,
+                              instance_integer, instance_text, log_and_result, preview, wait_until,
+                              wine_prefix)
 
 MODEMSIM = ROOT / "build" / "sanitize" / "sim" / "modemsim"
 
-BEEPER_MAGIC = magic("E546F481-983D-5A7E-610B-E80BF158F22E")
-PAGER_MAGIC = magic("CF05540D-534F-164B-BD02-D12A35BF0840")
+BEEPER_MAGIC = INSTANCE_MAGICS["Beeper"]
+PAGER_MAGIC = INSTANCE_MAGICS["Pager"]
 SETTINGS_KEY = r"HKEY_LOCAL_MACHINE\SOFTWARE\Brantel\Vantrel\notification"
 
 DELIVERED = "Delivered."

@@ -11,13 +11,13 @@ from dataclasses import dataclass
 
 import pytest
 
-from windows_programs import (HOST, MODULE, ROOT, TIME_LIMIT, WINE, PreviewPart, instance_text, magic,
-                              preview, windows_path, wine_prefix)
+from windows_programs import (HOST, INSTANCE_MAGICS, MODULE, ROOT, TIME_LIMIT, WINE, PreviewPart,
+                              instance_text, preview, windows_path, wine_prefix)
 
 STAND_INS = ROOT / "build" / "win32" / "sim" / "messenger"
 DIALOG_TESTS = ROOT / "build" / "win32-tests" / "tests" / "popup" / "popup_tests.exe"
 
-MAGIC = magic("8B762C29-0B2E-9C58-6C92-5C2A021AFB08")
+MAGIC = INSTANCE_MAGICS["WinPopup"]
 
 TCPIP_KEY = r"HKLM\SYSTEM\CurrentControlSet\Services\Tcpip\Parameters"
 SERVICE_KEY = r"HKLM\System\CurrentControlSet\Services\Neighbourhood\NetworkProvider"

@@ -12,13 +12,13 @@ from dataclasses import dataclass, field
 import pytest
 
 from captured_sound import Capture, make_wave
-from windows_programs import (HOST, MODULE, ROOT, TIME_LIMIT, WINE, PreviewPart, instance_integer,
-                              instance_text, log_and_result, magic, preview, running_driver,
+from windows_programs import (HOST, INSTANCE_MAGICS, MODULE, ROOT, TIME_LIMIT, WINE, PreviewPart, end_all,
+                              instance_integer, instance_text, log_and_result, preview, running_driver,
                               windows_path, wine_prefix)
 
 EXCHANGE = ROOT / "build" / "win32" / "sim" / "telephony" / "tapi32.dll"
 
-VOICE_MAGIC = magic("C4F822F8-1890-08CD-6842-1838A3A78A26")
+VOICE_MAGIC = INSTANCE_MAGICS["Voice"]
 
 # The system's telephony is no library of Wine's own.
 OVERRIDES = "tapi32=n;mscoree,mshtml=;winemenubuilder.exe=d"
@@ -141,18 +141,12 @@ class Telephone:
     def call(self, **arguments) -> Call:
         return self.start(**arguments).end()
 
-    def close(self) -> None:
-        for process in self.running:
-            if process.poll() is None:
-                process.kill()
-            process.wait(TIME_LIMIT)
-
 
 @pytest.fixture
 def telephone(machine, tmp_path):
     telephone = Telephone(machine, tmp_path)
     yield telephone
-    telephone.close()
+    end_all(telephone.running)
 
 
 @pytest.fixture

@@ -14,14 +14,14 @@ from dataclasses import dataclass, field
 
 import pytest
 
-from windows_programs import (HOST, MODULE, ROOT, TIME_LIMIT, WINE, given_or_own_prefix, instance_text,
-                              magic, wait_until, windows_path)
+from windows_programs import (HOST, INSTANCE_MAGICS, MODULE, ROOT, TIME_LIMIT, WINE, end_all, given_or_own_prefix,
+                              instance_text, wait_until, windows_path)
 
 sys.path.insert(0, str(ROOT))
 
 import mail_servers  # noqa: E402: what it needs stands in the folder above
 
-SMTP_MAIL_MAGIC = magic("D6DD268C-A32B-EF86-2683-A7DA9410F949")
+SMTP_MAIL_MAGIC = INSTANCE_MAGICS["SMTPMail"]
 
 
 @pytest.fixture(scope="session")
@@ -156,8 +156,16 @@ class Watcher:
                               stdin=subprocess.DEVNULL, capture_output=True, text=True, timeout=TIME_LIMIT)
 
     def start(self, *arguments: str) -> subprocess.Popen:
+        return self._start(self.command(*arguments))
+
+    def serve(self, *options: str, folder: pathlib.Path | None = None) -> subprocess.Popen:
+        """With a console of a folder of instances, the plan's when no other is given."""
+        return self._start([WINE, HOST, "serve", windows_path(folder or self.folder), "--watch",
+                            windows_path(self.plan), "--module", windows_path(MODULE), *options])
+
+    def _start(self, command: list) -> subprocess.Popen:
         with (self.folder / "told").open("ab") as told:
-            process = subprocess.Popen(self.command(*arguments), env=self.environment, cwd=self.folder,
+            process = subprocess.Popen(command, env=self.environment, cwd=self.folder,
                                        stdin=subprocess.DEVNULL, stdout=told, stderr=subprocess.STDOUT)
         self.running.append(process)
         return process
@@ -186,15 +194,9 @@ class Watcher:
         process.send_signal(2)
         return process.wait(TIME_LIMIT)
 
-    def close(self) -> None:
-        for process in self.running:
-            if process.poll() is None:
-                process.kill()
-            process.wait(TIME_LIMIT)
-
 
 @pytest.fixture
 def watcher(wine_environment, tmp_path):
     watcher = Watcher(tmp_path, wine_environment)
     yield watcher
-    watcher.close()
+    end_all(watcher.running)

@@ -3,10 +3,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <memory>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "dialog/instance_dialog.h"
@@ -16,8 +18,10 @@
 namespace brantel::host {
 namespace {
 
+using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::Not;
+using ::testing::Pair;
 using ::testing::SizeIs;
 
 constexpr const char* kHost = "127.0.0.1:8080";
@@ -510,7 +514,15 @@ TEST_F(ConsoleTest, TellsWhatHasChanged) {
 class ListedItems final : public WatchedItems {
  public:
   std::vector<WatchedRow> items;
+  std::vector<std::pair<std::string, std::string>> acknowledged;  // with those who did
   std::vector<WatchedRow> Items() override { return items; }
+  bool Acknowledge(const std::string& item, const std::string& by) override {
+    const auto found = std::ranges::find(items, item, &WatchedRow::name);
+    if (found == items.end() || !found->can_be_acknowledged) return false;
+    found->can_be_acknowledged = false;
+    acknowledged.emplace_back(item, by);
+    return true;
+  }
 };
 
 TEST_F(ConsoleTest, ShowsWhatIsWatched) {
@@ -521,10 +533,61 @@ TEST_F(ConsoleTest, ShowsWhatIsWatched) {
   Start(nullptr);
   EXPECT_THAT(Get("/").body, HasSubstr("Nothing is watched."));
   const HttpResponse followed = Get("/changes");
-  watching.items = {{.name = "Router <7>", .kind = "tcp", .state = "down", .since = "03:12"}};
+  watching.items = {
+      {.name = "Router <7>", .kind = "service", .status = ItemStatus::kDown, .since = "03:12"}};
   EXPECT_EQ(followed.stream->Poll(), "event: change\ndata: \n\n");
   EXPECT_THAT(Get("/").body, HasSubstr("<strong>Router &lt;7&gt;</strong>"));
   EXPECT_THAT(Get("/").body, HasSubstr("tile-down"));
+}
+
+class AcknowledgingConsoleTest : public ConsoleTest {
+ protected:
+  AcknowledgingConsoleTest() {
+    auto listed = std::make_unique<ListedItems>();
+    listed->items = {
+        {.name = "eth0/1 & <b>", .status = ItemStatus::kDown, .can_be_acknowledged = true},
+        {.name = "mail", .status = ItemStatus::kUp}};
+    items = listed.get();
+    watched = std::move(listed);
+    Start(nullptr);
+  }
+
+  const std::string path = "/acknowledge?item=eth0%2F1%20%26%20%3Cb%3E";
+  const std::string form = "item=eth0%2F1+%26+%3Cb%3E";
+  ListedItems* items = nullptr;
+};
+
+TEST_F(AcknowledgingConsoleTest, TakesTheNameOfWhoAcknowledges) {
+  EXPECT_THAT(Get("/").body, HasSubstr("<a href=\"" + path + "\""));
+  EXPECT_THAT(Get(path).body, HasSubstr("name=\"item\" value=\"eth0/1 &amp; &lt;b&gt;\""));
+  const HttpResponse followed = Get("/changes");
+  EXPECT_EQ(Post("/acknowledge", form + "&by=Ann+B.%0A").Field("Location"), "/");
+  EXPECT_THAT(items->acknowledged, ElementsAre(Pair("eth0/1 & <b>", "Ann B. ")));
+  EXPECT_EQ(followed.stream->Poll(), "event: change\ndata: \n\n");
+  EXPECT_THAT(Get("/").body, Not(HasSubstr("/acknowledge")));
+  EXPECT_THAT(Get(path).body, HasSubstr("There is nothing to acknowledge."));
+}
+
+TEST_F(AcknowledgingConsoleTest, RefusesWhatAcknowledgesNothing) {
+  for (const std::string& wrong :
+       {form, form + "&by=", form + "&by=+%09", form + "&by=" + std::string(401, 'x'),
+        std::string("item=mail&by=Ann")})
+    EXPECT_EQ(Post("/acknowledge", wrong).status, 409U) << wrong;
+  EXPECT_EQ(Post("/acknowledge", "item=router&by=Ann").status, 404U);
+  EXPECT_EQ(Get("/acknowledge?item=router").status, 404U);
+  EXPECT_EQ(Get("/acknowledge").status, 404U);
+  for (const char* const token : {"", "&token=", "&token=0123"}) {
+    EXPECT_EQ(PostWith("/acknowledge", form + "&by=Ann" + token, {{"Origin", kOrigin}}).status,
+              403U);
+  }
+  EXPECT_THAT(items->acknowledged, testing::IsEmpty());
+}
+
+TEST_F(AcknowledgingConsoleTest, HasSomethingToAcknowledgeOnlyWhereItWatches) {
+  watched.reset();
+  Start(nullptr);
+  EXPECT_EQ(Get(path).status, 404U);
+  EXPECT_EQ(Post("/acknowledge", form + "&by=Ann").status, 404U);
 }
 
 TEST_F(ConsoleTest, FindsInTheJournal) {
