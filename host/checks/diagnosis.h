@@ -9,10 +9,10 @@
 
 namespace brantel::host {
 
-// What was found of one instance or one class.
+// What was found of one instance, one class, or one item of a watch.
 struct Diagnosis {
-  std::string kind;          // "instance" or "class"
-  std::string name;          // the instance's or class's
+  std::string kind;          // "instance", "class" or "item"
+  std::string name;          // of that
   std::string class_name{};  // of an instance; empty when it is of none
   std::vector<Finding> findings{};
 

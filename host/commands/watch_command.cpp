@@ -17,7 +17,7 @@ void DeclareArguments(CLI::App& parser, WatchCommand& command) {
   DeclareFile(parser, command.file, "What is watched, how, and who is told: a TOML file");
   DeclareFlag(parser, "--check", command.is_check,
               "Look at the file and at the instances that it names,\n"
-              "and watch nothing");
+              "also whether they fit the items, and watch nothing");
   DeclareFlag(parser, "--status", command.is_status,
               "Tell how it stands with all items by the journal, and\n"
               "which alerts have not got through yet");

@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <array>
+#include <map>
 #include <set>
 
 #include "host/checks/diagnosis.h"
@@ -11,6 +12,7 @@
 #include "host/machine/system_machine_win32.h"
 #include "host/system/file_path_win32.h"
 #include "host/system/interruption_win32.h"
+#include "host/watch/plan_check.h"
 #include "host/watch/watch_run_win32.h"
 #include "host/watch/watch_words.h"
 #include "module/class_descriptions.h"
@@ -25,13 +27,14 @@ std::string UserName() {
   return GetUserNameW(name.data(), &size) != FALSE ? ToUtf8(name.data()) : "somebody";
 }
 
-// By the rules of the command doctor, offline.
+// By the rules of the command doctor, offline, and whether they fit the items.
 bool CheckInstances(const PlanFile& file, const CommandContext& context) {
   std::set<std::string> names;
   for (const AlertRule& rule : file.reading.plan.alerts)
     names.insert(rule.instances.begin(), rule.instances.end());
   SystemMachine machine(context.module_file);
-  std::set<std::string> classes;
+  std::map<std::string, std::string> classes;  // of the instances
+  std::set<std::string> told_classes;
   bool is_sound = true;
   const auto tell = [&](const Diagnosis& diagnosis) {
     WriteDiagnosis(context.report, diagnosis);
@@ -39,11 +42,14 @@ bool CheckInstances(const PlanFile& file, const CommandContext& context) {
   };
   for (const std::string& name : names) {
     const InstanceFile instance = ReadInstanceFile(file.instances + L"\\" + FromUtf8(name));
-    if (instance.layout != nullptr && classes.emplace(instance.layout->class_name).second)
-      tell(DiagnoseClass(*FindClassDescription(instance.layout->class_name), machine,
-                         Reach::kOffline));
-    tell(DiagnoseInstance(instance, machine, Reach::kOffline));
+    const Diagnosis diagnosis = DiagnoseInstance(instance, machine, Reach::kOffline);
+    classes[name] = diagnosis.class_name;
+    if (instance.layout != nullptr && told_classes.insert(diagnosis.class_name).second)
+      tell(DiagnoseClass(*FindClassDescription(diagnosis.class_name), machine, Reach::kOffline));
+    tell(diagnosis);
   }
+  for (const Diagnosis& diagnosis : DiagnoseItems(file.reading.plan, classes))
+    tell(diagnosis);
   return is_sound;
 }
 

@@ -15,7 +15,7 @@ from dataclasses import dataclass, field
 import pytest
 
 from windows_programs import (HOST, INSTANCE_MAGICS, MODULE, ROOT, TIME_LIMIT, WINE, end_all, given_or_own_prefix,
-                              instance_text, wait_until, windows_path)
+                              instance_integer, instance_text, wait_until, windows_path)
 
 sys.path.insert(0, str(ROOT))
 
@@ -141,6 +141,11 @@ class Watcher:
     def store_mail(self, name: str, gateway: str) -> None:
         texts = (gateway.encode(), b"ann@example.org", b"ops@example.org", b"%u %n at %t", b"%w\r\n")
         (self.folder / name).write_bytes(SMTP_MAIL_MAGIC + b"".join(map(instance_text, texts)))
+
+    def store_beeper(self, name: str) -> None:
+        texts = ("5550100", "ATDT", "1", "2", "3", "")
+        (self.folder / name).write_bytes(
+            INSTANCE_MAGICS["Beeper"] + b"".join(map(instance_text, texts)) + instance_integer(0))
 
     def command(self, *arguments: str) -> list[str]:
         return [WINE, HOST, "watch", windows_path(self.plan), "--module", windows_path(MODULE), *arguments]

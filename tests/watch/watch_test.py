@@ -52,6 +52,9 @@ def test_check_looks_at_the_instances(watcher, address):
     assert "Duty Mail" in outcome.stdout
     watcher.store_mail("Duty Mail", address)
     assert "1 items, 1 alerts\n" in watcher("--check").stdout
+    watcher.store_beeper("Night")
+    watcher.write(PLAN.format(port=1, more="").replace('"Duty Mail"', '"Duty Mail", "Night"'))
+    assert "code has no digits, so that Night (Beeper) does not say which item it is" in watcher("--check").stdout
     assert not watcher.journal.exists()
 
 
