@@ -45,6 +45,7 @@ WINE_PREFIX = Step("the set-up of Wine", (SETUP, "test"), can_be_ended=False)
 # For this the machine is set up already when this program starts.
 RELEASE = build("win32")
 # First what the suites need that mostly wait, so that they wait while the rest is built.
+SIMULATOR = build("sim", "modemsim")
 FAR_ENDS = build("sanitize", "modemsim", "text_converter")
 DRIVERS = build("win32-tests", "notifier_driver", "mail_series", "popup_tests")
 WINDOWS_TESTS = build("win32-tests")
@@ -52,7 +53,7 @@ SOAK = build("win32-tests", "soak_tests")
 WINDOWS_HOST_TESTS = build("win32-tests", "host_tests")
 SANITIZED = build("sanitize")
 NATIVE = build("native")
-BUILDS = [RELEASE, FAR_ENDS, DRIVERS, WINDOWS_TESTS, SOAK, WINDOWS_HOST_TESTS, SANITIZED, NATIVE]
+BUILDS = [RELEASE, SIMULATOR, FAR_ENDS, DRIVERS, WINDOWS_TESTS, SOAK, WINDOWS_HOST_TESTS, SANITIZED, NATIVE]
 
 
 @dataclass(frozen=True)
@@ -112,7 +113,9 @@ SUITES = [
     Suite("mail", "sends mail through real mail servers on a loopback address", pytest("mail"),
           [RELEASE, FAR_ENDS, DRIVERS], 100, 1800, 0.3, wine=True),
     Suite("watch", "watches services that die and return, is killed, and runs as a service", pytest("watch"),
-          [RELEASE], 12, 1800, 0.5, wine=True),
+          [RELEASE], 16, 1800, 0.5, wine=True),
+    Suite("demo", "runs the demo, looks at its console, and ends it", pytest("demo"), [RELEASE, SIMULATOR], 1, 1800,
+          0.7, wine=True),
     Suite("desktop", "looks at the dialogs and listens to the sounds", pytest("desktop"),
           [RELEASE, DRIVERS], 20, 1800, 0.6, MODULE_VARIABLE, wine=True),
     Suite("host", "runs notifyhost, the reference host, as a person would", pytest("host"),
