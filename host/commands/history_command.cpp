@@ -1,7 +1,5 @@
 #include "host/commands/history_command.h"
 
-#include <CLI/CLI.hpp>
-
 #include "host/commands/shared_arguments.h"
 
 namespace brantel::host {
@@ -19,12 +17,9 @@ void DeclareArguments(CLI::App& parser, HistoryCommand& command) {
   DeclareFlag(parser, "--failed", command.is_failed_only,
               "Only of alerts that were not delivered, or cut off\n"
               "before anybody knew");
-  parser
-      .add_option("--since", command.since,
-                  "Only of later ones: 90s, 30m, 12h or 7d ago, or since\n"
-                  "a day or minute such as 2026-11-22T03:12")
-      ->option_text("TIME")
-      ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
+  DeclareText(parser, "--since", "TIME", command.since,
+              "Only of later ones: 90s, 30m, 12h or 7d ago, or since\n"
+              "a day or minute such as 2026-11-22T03:12");
   DeclareFlag(parser, "--follow", command.follows, "Go on telling what comes, until Ctrl-C");
   DeclareJournal(parser, command.journal);
 }

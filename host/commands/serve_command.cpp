@@ -16,17 +16,12 @@ const CommandSyntax ServeCommand::kSyntax = {
 void DeclareArguments(CLI::App& parser, ServeCommand& command) {
   constexpr int kLastPort = 65535;
   DeclareDirectory(parser, command.directory);
-  parser.add_option("--port", command.port, "Port. Without it: 8080; 0 takes any that is free")
-      ->option_text("N")
-      ->check(CLI::Range(0, kLastPort))
-      ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
-  parser
-      .add_option("--listen", command.address,
-                  "IP address to listen at. Without it: 127.0.0.1,\n"
-                  "which this computer alone reaches. Any other needs\n"
-                  "--password-file. Nothing is encrypted")
-      ->option_text("ADDRESS")
-      ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
+  DeclareNumber(parser, "--port", command.port, 0, kLastPort,
+                "Port. Without it: 8080; 0 takes any that is free");
+  DeclareText(parser, "--listen", "ADDRESS", command.address,
+              "IP address to listen at. Without it: 127.0.0.1,\n"
+              "which this computer alone reaches. Any other needs\n"
+              "--password-file. Nothing is encrypted");
   parser
       .add_option("--host", command.host_names,
                   "A further name by which browsers ask for the\n"
@@ -42,12 +37,9 @@ void DeclareArguments(CLI::App& parser, ServeCommand& command) {
   DeclareFlag(parser, "--show-secrets", command.shows_secrets,
               "Show the module's own pages also for instances that\n"
               "have a password, which then stands in them");
-  parser
-      .add_option("--notice", command.notice,
-                  "Words on the overview, such as whom to call about the\n"
-                  "console")
-      ->option_text("TEXT")
-      ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
+  DeclareText(parser, "--notice", "TEXT", command.notice,
+              "Words on the overview, such as whom to call about the\n"
+              "console");
   DeclareJournal(parser, command.journal);
   DeclareFileOption(parser, "--watch", command.watch_file,
                     "Also watch what this file names, as notifyhost watch\n"

@@ -114,6 +114,21 @@ void DeclareNames(CLI::App& parser, const std::string& argument, std::vector<std
   DeclareMany(parser, argument, set_names, description);
 }
 
+void DeclareText(CLI::App& parser, const std::string& option, const std::string& form,
+                 std::string& text, const std::string& description) {
+  parser.add_option(option, text, description)
+      ->option_text(form)
+      ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
+}
+
+void DeclareNumber(CLI::App& parser, const std::string& option, int& number, int first, int last,
+                   const std::string& description) {
+  parser.add_option(option, number, description)
+      ->option_text("N")
+      ->check(CLI::Range(first, last))
+      ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
+}
+
 void DeclareFlag(CLI::App& parser, const char* name, bool& flag, const char* description) {
   parser.add_flag_callback(
       name, [&flag] { flag = true; }, description);
@@ -146,10 +161,8 @@ void DeclareJournal(CLI::App& parser, std::string& journal) {
 }
 
 void DeclareProfile(CLI::App& parser, int& profile) {
-  parser.add_option("--profile", profile, "Settings profile, from 0 to 10. Without it: 0")
-      ->option_text("N")
-      ->check(CLI::Range(int{kFirstSettingsProfile}, int{kLastSettingsProfile}))
-      ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
+  DeclareNumber(parser, "--profile", profile, kFirstSettingsProfile, kLastSettingsProfile,
+                "Settings profile, from 0 to 10. Without it: 0");
 }
 
 void DeclareEvent(CLI::App& parser, AlertEvent& event) {

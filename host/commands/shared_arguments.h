@@ -38,6 +38,15 @@ void DeclareAssignments(CLI::App& parser, const std::string& argument, const std
 void DeclareNames(CLI::App& parser, const std::string& argument, std::vector<std::string>& names,
                   const std::string& description);
 
+// An option with a text, shown as `form`. Of several the last counts, as of all options with one
+// value.
+void DeclareText(CLI::App& parser, const std::string& option, const std::string& form,
+                 std::string& text, const std::string& description);
+
+// An option with a number from `first` to `last`.
+void DeclareNumber(CLI::App& parser, const std::string& option, int& number, int first, int last,
+                   const std::string& description);
+
 void DeclareFlag(CLI::App& parser, const char* name, bool& flag, const char* description);
 void DeclareShowSecrets(CLI::App& parser, bool& shows_secrets);
 void DeclareNoCheck(CLI::App& parser, bool& is_unchecked);

@@ -1,7 +1,5 @@
 #include "host/commands/watch_command.h"
 
-#include <CLI/CLI.hpp>
-
 #include "host/commands/shared_arguments.h"
 
 namespace brantel::host {
@@ -21,14 +19,9 @@ void DeclareArguments(CLI::App& parser, WatchCommand& command) {
   DeclareFlag(parser, "--status", command.is_status,
               "Tell how it stands with all items by the journal, and\n"
               "which alerts have not got through yet");
-  const auto add = [&](const char* name, std::string& text, const char* form, const char* words) {
-    parser.add_option(name, text, words)
-        ->option_text(form)
-        ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
-  };
-  add("--acknowledge", command.acknowledged, "ITEM",
-      "Have nobody told any more that this item is down");
-  add("--by", command.by, "NAME", "Who acknowledges it. Without it: the user");
+  DeclareText(parser, "--acknowledge", "ITEM", command.acknowledged,
+              "Have nobody told any more that this item is down");
+  DeclareText(parser, "--by", "NAME", command.by, "Who acknowledges it. Without it: the user");
 }
 
 }  // namespace brantel::host
