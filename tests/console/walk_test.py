@@ -8,9 +8,9 @@ from selenium.webdriver.common.action_chains import ActionChains
 from selenium.webdriver.common.by import By
 from selenium.webdriver.common.keys import Keys
 
-from conftest import PLAN, PROGRAM, WIDTHS, Person, is_seen_down, launch_program, pager, popup, set_width
+from conftest import PLAN, PROGRAM, WIDTHS, Person, is_seen_down, launch_program, pager, set_width
 from served_console import running_console
-from windows_programs import INSTANCE_MAGICS, instance_integer, instance_text, wait_until, windows_path
+from windows_programs import INSTANCE_MAGICS, ROOT, instance_integer, instance_text, wait_until, windows_path
 
 
 def content(console, name: str) -> bytes:
@@ -238,19 +238,81 @@ def test_every_control_is_reached_by_the_keyboard(console, scripted, path):
     assert reached == [[place, True] for place in range(count)]
 
 
-def test_a_hostile_instance_adds_nothing_to_a_page(console, scripted):
-    count = "return document.querySelectorAll('*').length"
-    (console.folder / "Door").write_bytes(popup("harmless"))
-    person = Person(scripted, console)
-    person.open("/instances/Door/form")
-    harmless = scripted.execute_script(count)
-    for text in ["\"><script>document.title='broken'</script>", "</textarea><b>", "<img src=x onerror=alert(1)>",
-                 "' onfocus='alert(1)' autofocus='", "{{token}}"]:
-        (console.folder / "Door").write_bytes(popup(text))
-        person.open("/instances/Door/form")
-        assert scripted.execute_script(count) == harmless
-        assert person.field("Message").get_property("value") == text
-        assert "broken" not in scripted.title
+HOSTILE = (ROOT / "tests" / "hostile_texts.txt").read_text().split("\n")[:-1]
+# Of all that doctor says of the values nothing is known.
+ELEMENTS = "return document.querySelectorAll('*').length - document.querySelectorAll('[aria-labelledby=doctor] *').length"
+SHOWN = """return [document.body.textContent, ...[...document.querySelectorAll('input, textarea')].map(field => field.value)]
+    .join('\\n')"""
+
+
+def journal_lines(kind: str, texts: list[str]) -> str:
+    """What became of an alert for each text, which has it everywhere, and of one whose log has all of them."""
+    def line(number: int, text: str, log: str) -> str:
+        return json.dumps({
+            "attempt": f"{kind}{number}", "began": "2026-11-22T03:12:09.123+01:00", "command": text, "class": text,
+            "instance": f"C:\\x\\Mail {number}", "event": text, "machine": text, "process": 1, "delivered": False,
+            "verdict": text, "result": text, "seconds": 1.5, "log": log}) + "\n"
+    return "".join([*(line(number, text, text) for number, text in enumerate(texts)),
+                    line(len(texts), "all", "\r\n".join(texts))])
+
+
+def mail_instances(texts: list[str]) -> list[bytes]:
+    """With five of the texts in each."""
+    return [INSTANCE_MAGICS["SMTPMail"] + b"".join(map(instance_text, texts[first:first + 5]))
+            for first in range(0, len(texts), 5)]
+
+
+def pages_with(console, driver, kind: str, texts: list[str]) -> dict[str, tuple[int, str]]:
+    """The pages that show the texts: how many elements they have, and the texts that are seen."""
+    instances = mail_instances(texts)
+    for number, content in enumerate(instances):
+        (console.folder / f"Mail {number}").write_bytes(content)
+    (console.folder / "notifyhost.journal").write_text(journal_lines(kind, texts))
+    own = [f"/instances/Mail%20{number}{form}" for number in range(len(instances)) for form in ("", "/form")]
+    # The console does not look at its journal each time.
+    last = f"/journal/{kind}{len(texts)}"
+    wait_until(lambda: console.request("GET", last)[0] == 200)
+    shown = {}
+    for page in ["/", "/instances", "/journal", "entry", *own]:
+        driver.get(console.url(last if page == "entry" else page))
+        shown[page] = (driver.execute_script(ELEMENTS), driver.execute_script(SHOWN))
+        assert "broken" not in driver.title
+    return shown
+
+
+def without_control_characters(texts: list[str]) -> list[str]:
+    return [text for text in texts if text.isprintable() or "\xa0" in text]
+
+
+def test_forty_hostile_texts_add_nothing_to_any_page(scripted, wine_environment, tmp_path):
+    assert len(HOSTILE) == 40
+    with running_console(tmp_path, wine_environment) as console:
+        harmless = pages_with(console, scripted, "harmless", [f"text {number}" for number in range(40)])
+        hostile = pages_with(console, scripted, "hostile", HOSTILE)
+    assert {page: count for page, (count, _) in hostile.items()} == {
+        page: count for page, (count, _) in harmless.items()}
+    for page, texts in [("/journal", HOSTILE), ("entry", HOSTILE), ("/instances", HOSTILE[:8]),
+                        *((f"/instances/Mail%20{number}{form}", HOSTILE[5 * number:5 * number + 5])
+                          for number in range(8) for form in ("", "/form"))]:
+        for text in without_control_characters(texts):
+            assert text in hostile[page][1], page
+
+
+def test_hostile_words_of_a_send_stay_words(console, scripted):
+    """Also where a script puts them in, as they come."""
+    counts = []
+    for name in ("ops", "\"><img src=x onerror=document.title='broken'></pre><b>"):
+        # Nobody listens there.
+        fields = ["127.9.9.9", name, "ops@example.org", "", ""]
+        (console.folder / "Mail").write_bytes(INSTANCE_MAGICS["SMTPMail"] + b"".join(map(instance_text, fields)))
+        person = Person(scripted, console)
+        person.open("/instances/Mail")
+        person.press("Send it now")
+        person.wait(lambda: person.driver.find_elements(By.CSS_SELECTOR, ".verdict .state-failed"))
+        counts.append(scripted.execute_script("return document.querySelectorAll('*').length"))
+        assert name in scripted.find_element(By.ID, "log").text
+    assert counts[0] == counts[1]
+    assert "broken" not in scripted.title
 
 
 def test_one_of_the_browsers_runs_no_scripts(scriptless, scripted):

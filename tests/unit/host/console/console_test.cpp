@@ -7,6 +7,7 @@
 #include <array>
 #include <memory>
 #include <set>
+#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -14,6 +15,7 @@
 #include "dialog/instance_dialog.h"
 #include "sound/sound_description.h"
 #include "tests/unit/host/console/fake_console_backend.h"
+#include "tests/unit/project_file.h"
 
 namespace brantel::host {
 namespace {
@@ -33,6 +35,20 @@ std::string Between(const std::string& text, const std::string& before, const st
   const std::size_t start = begin + before.size();
   return text.substr(start, text.find(after, start) - start);
 }
+
+class ListedItems final : public WatchedItems {
+ public:
+  std::vector<WatchedRow> items;
+  std::vector<std::pair<std::string, std::string>> acknowledged;  // with those who did
+  std::vector<WatchedRow> Items() override { return items; }
+  bool Acknowledge(const std::string& item, const std::string& by) override {
+    const auto found = std::ranges::find(items, item, &WatchedRow::name);
+    if (found == items.end() || !found->can_be_acknowledged) return false;
+    found->can_be_acknowledged = false;
+    acknowledged.emplace_back(item, by);
+    return true;
+  }
+};
 
 class ConsoleTest : public ::testing::Test {
  protected:
@@ -209,48 +225,12 @@ TEST_F(ConsoleTest, AnswersOtherMethodsByWhatItTakes) {
   EXPECT_EQ(response.Field("Allow"), "GET, HEAD");
 }
 
-const std::vector<std::string>& HostileTexts() {
-  static const std::vector<std::string> kTexts = {"\"",
-                                                  "'",
-                                                  "<",
-                                                  ">",
-                                                  "&",
-                                                  "\"\"",
-                                                  "<>",
-                                                  "&&",
-                                                  "\">",
-                                                  "'>",
-                                                  "\"><script>document.title='broken'</script>",
-                                                  "<script>alert(1)</script>",
-                                                  "</script><script>1</script>",
-                                                  "\"><img src=x onerror=alert(1)>",
-                                                  "<b>bold</b>",
-                                                  "</li></ul>",
-                                                  "</form><form action=/elsewhere>",
-                                                  "</textarea><b>out</b><textarea>",
-                                                  "</pre>",
-                                                  "<!-- comment",
-                                                  "--><b>",
-                                                  "<![CDATA[<b>]]>",
-                                                  "<?php echo 1 ?>",
-                                                  "</html>",
-                                                  "\" onmouseover=\"alert(1)",
-                                                  "' onmouseover='alert(1)",
-                                                  "x\" disabled type=\"hidden",
-                                                  "` onclick=1",
-                                                  "&lt;b&gt;",
-                                                  "&quot; onclick=&quot;1",
-                                                  "&#34;&#x22;&NotAnEntity;",
-                                                  "&copy &lt &amp",
-                                                  "{{token}}",
-                                                  "{{#instances}}{{/instances}}",
-                                                  "{{>head}}",
-                                                  "\\\"",
-                                                  "javascript:alert(1)",
-                                                  "%22%3E%3Cb%3E",
-                                                  "\x1B[31m\x08\x7F",
-                                                  "a\xC3\xA9\xC2\xA0<i>"};
-  return kTexts;
+std::vector<std::string> HostileTexts() {
+  std::vector<std::string> texts;
+  std::istringstream lines(ReadProjectFile("tests/hostile_texts.txt"));
+  for (std::string line; std::getline(lines, line);)
+    texts.push_back(line);
+  return texts;
 }
 
 std::size_t Count(const std::string& text, const std::string& part) {
@@ -274,7 +254,17 @@ std::pair<std::size_t, std::size_t> MarkupOf(std::string page) {
 
 TEST_F(ConsoleTest, ShowsFortyHostileTextsAsTextsInEveryField) {
   ASSERT_THAT(HostileTexts(), SizeIs(40));
-  const auto show = [this](const std::string& text) {
+  auto listed = std::make_unique<ListedItems>();
+  ListedItems& watching = *listed;
+  watched = std::move(listed);
+  Start(nullptr);
+  const auto show = [&](const std::string& text) {
+    watching.items = {{.name = text,
+                       .kind = text,
+                       .status = ItemStatus::kDown,
+                       .since = text,
+                       .detail = text,
+                       .can_be_acknowledged = true}};
     backend.instance_files.files.clear();
     backend.AddInstance("WinPopup", "Door", text);
     backend.journal = {{.id = "{1}",
@@ -295,6 +285,7 @@ TEST_F(ConsoleTest, ShowsFortyHostileTextsAsTextsInEveryField) {
                                    "/journal", "/journal/%7B1%7D", "/sends/s"})
       pages.push_back(Get(page).body);
     pages.push_back(Get("/journal?words=" + EncodePercents(text)).body);
+    pages.push_back(Get("/acknowledge?item=" + EncodePercents(text)).body);
     pages.push_back(PostWith("/instances/Door/rename",
                              "name=" + EncodePercents(text + "/") + "&token=" + token_,
                              {{"Origin", kOrigin}})
@@ -510,20 +501,6 @@ TEST_F(ConsoleTest, TellsWhatHasChanged) {
   backend.journal[0].end = JournaledEnd{};
   EXPECT_EQ(followed.stream->Poll(), "event: change\ndata: \n\n");
 }
-
-class ListedItems final : public WatchedItems {
- public:
-  std::vector<WatchedRow> items;
-  std::vector<std::pair<std::string, std::string>> acknowledged;  // with those who did
-  std::vector<WatchedRow> Items() override { return items; }
-  bool Acknowledge(const std::string& item, const std::string& by) override {
-    const auto found = std::ranges::find(items, item, &WatchedRow::name);
-    if (found == items.end() || !found->can_be_acknowledged) return false;
-    found->can_be_acknowledged = false;
-    acknowledged.emplace_back(item, by);
-    return true;
-  }
-};
 
 TEST_F(ConsoleTest, ShowsWhatIsWatched) {
   EXPECT_THAT(Get("/").body, Not(HasSubstr("Watched")));
