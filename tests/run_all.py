@@ -121,7 +121,7 @@ SUITES = [
     Suite("host", "runs notifyhost, the reference host, as a person would", pytest("host"),
           [RELEASE], 60, 1800, 0.7, wine=True),
     Suite("console", "walks the web console in a real browser, with scripts and without", pytest("console"),
-          [RELEASE], 52, 1800, 0.7, wine=True),
+          [RELEASE], 57, 1800, 0.7, wine=True),
     Suite("module", "drives the released module through its exports and interfaces alone",
           wine_gtest("win32-tests/tests/module/module_tests.exe"), [RELEASE, WINDOWS_TESTS], 1100, 1800,
           environment=MODULE_VARIABLE, wine=True),
