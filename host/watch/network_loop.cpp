@@ -9,6 +9,7 @@
 #include <boost/asio/ip/tcp.hpp>
 #include <boost/asio/post.hpp>
 #include <boost/asio/steady_timer.hpp>
+#include <boost/asio/thread_pool.hpp>
 #include <boost/asio/read.hpp>
 #include <boost/asio/write.hpp>
 #include <boost/beast/core/flat_buffer.hpp>
@@ -22,8 +23,10 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "host/text/control_characters.h"
 #include "host/text/utf8_characters.h"
@@ -70,15 +73,40 @@ std::string Quoted(std::string_view text) {
   return "'" + std::string(first) + (first.size() < shown.size() ? "...'" : "'");
 }
 
+// Looks names up in threads of its own.
+class LookupThreads {
+ public:
+  using AnswerTaker = std::function<void(const NameAnswer& answer)>;
+
+  // The context must outlive the object.
+  LookupThreads(asio::io_context& context, NameLookup look_up)
+      : context_(context), look_up_(std::move(look_up)) {}
+
+  // Whoever runs the context takes the answer. Nothing is looked up for an asker that has gone.
+  void LookUp(const std::string& name, std::weak_ptr<const void> asker, AnswerTaker take_answer) {
+    asio::post(threads_, [this, name, asker = std::move(asker), take = std::move(take_answer)] {
+      if (asker.expired()) return;
+      asio::post(context_, [take, answer = look_up_(name)] { take(answer); });
+    });
+  }
+
+ private:
+  static constexpr std::size_t kThreads = 4;
+
+  asio::io_context& context_;
+  const NameLookup look_up_;
+  asio::thread_pool threads_{kThreads};
+};
+
 // One try. It lives as long as something of it is waited for.
 class Trial : public std::enable_shared_from_this<Trial> {
  public:
-  Trial(asio::io_context& context, const ProbeRequest& request,
+  Trial(asio::io_context& context, LookupThreads& lookups, const ProbeRequest& request,
         NetworkLoop::ResultTaker take_result)
       : request_(request),
         take_result_(std::move(take_result)),
+        lookups_(lookups),
         timer_(context),
-        resolver_(context),
         socket_(context) {}
   Trial(const Trial&) = delete;
   Trial& operator=(const Trial&) = delete;
@@ -96,16 +124,10 @@ class Trial : public std::enable_shared_from_this<Trial> {
       return;
     }
     phase_ = "of the name server";
-    resolver_.async_resolve(request_.host, std::to_string(request_.port),
-                            tcp::resolver::numeric_service,
-                            [self = shared_from_this()](const error_code& failure,
-                                                        const tcp::resolver::results_type& found) {
-                              if (failure) return self->Fail(failure);
-                              std::vector<tcp::endpoint> endpoints;
-                              for (const auto& entry : found)
-                                endpoints.push_back(entry.endpoint());
-                              self->Connect(endpoints);
-                            });
+    lookups_.LookUp(request_.host, weak_from_this(),
+                    [asker = weak_from_this()](const NameAnswer& answer) {
+                      if (const auto self = asker.lock()) self->TakeAddresses(answer);
+                    });
   }
 
  protected:
@@ -115,7 +137,6 @@ class Trial : public std::enable_shared_from_this<Trial> {
     if (!take_result_) return;
     const auto take_result = std::exchange(take_result_, nullptr);
     timer_.cancel();
-    resolver_.cancel();
     error_code ignored;
     socket_.close(ignored);
     take_result({is_up, words});
@@ -128,6 +149,14 @@ class Trial : public std::enable_shared_from_this<Trial> {
   void SetPhase(const std::string& phase) { phase_ = phase; }
 
  private:
+  void TakeAddresses(const NameAnswer& answer) {
+    if (answer.addresses.empty()) return End(false, answer.failure);
+    std::vector<tcp::endpoint> endpoints;
+    for (const std::string& address : answer.addresses)
+      endpoints.emplace_back(asio::ip::make_address(address), request_.port);
+    Connect(endpoints);
+  }
+
   template <typename Endpoints>
   void Connect(const Endpoints& endpoints) {
     if (has_ended()) return;
@@ -144,8 +173,8 @@ class Trial : public std::enable_shared_from_this<Trial> {
 
   const ProbeRequest request_;
   NetworkLoop::ResultTaker take_result_;
+  LookupThreads& lookups_;
   asio::steady_timer timer_;
-  tcp::resolver resolver_;
   tcp::socket socket_;
   std::string phase_;
 };
@@ -260,20 +289,35 @@ class HttpTrial final : public Trial {
 
 }  // namespace
 
+NameAnswer LookUpBySystem(const std::string& name) {
+  asio::io_context context;
+  error_code error;
+  NameAnswer answer;
+  for (const auto& entry : tcp::resolver(context).resolve(name, "", error))
+    answer.addresses.push_back(entry.endpoint().address().to_string());
+  if (error) answer.failure = WordsOf(error);
+  return answer;
+}
+
 class NetworkLoop::Impl {
  public:
+  explicit Impl(NameLookup look_up) : lookups(context, std::move(look_up)) {}
+
   asio::io_context context{1};
+  LookupThreads lookups;
 };
 
-NetworkLoop::NetworkLoop() : impl_(std::make_unique<Impl>()) {}
+NetworkLoop::NetworkLoop(NameLookup look_up) : impl_(std::make_unique<Impl>(std::move(look_up))) {}
 NetworkLoop::~NetworkLoop() = default;
 
 void NetworkLoop::Probe(const ProbeRequest& request, ResultTaker take_result) {
   std::shared_ptr<Trial> trial;
   if (request.kind == ProbeKind::kHttp)
-    trial = std::make_shared<HttpTrial>(impl_->context, request, std::move(take_result));
+    trial = std::make_shared<HttpTrial>(impl_->context, impl_->lookups, request,
+                                        std::move(take_result));
   else
-    trial = std::make_shared<TcpTrial>(impl_->context, request, std::move(take_result));
+    trial =
+        std::make_shared<TcpTrial>(impl_->context, impl_->lookups, request, std::move(take_result));
   trial->Begin();
 }
 

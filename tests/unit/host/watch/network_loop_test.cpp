@@ -13,7 +13,9 @@
 // clang-format on
 
 #include <atomic>
+#include <condition_variable>
 #include <functional>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <thread>
@@ -183,6 +185,79 @@ TEST(TcpProbe, FindsAnUnknownName) {
 }
 
 constexpr const char* kAnswer = "HTTP/1.1 200 OK\r\nContent-Length: 8\r\n\r\nall ok\r\n";
+
+// A name server that knows nothing but "alive", and does not answer for "dead" as long as it lives.
+class DeafNameServer {
+ public:
+  NameLookup LookUp() {
+    return [this](const std::string& name) {
+      if (name == "alive") return NameAnswer{.addresses = {"127.0.0.1"}};
+      std::unique_lock lock(mutex_);
+      ++asked_;
+      ended_.wait(lock, [this] { return has_ended_; });
+      return NameAnswer{.failure = "it was too late"};
+    };
+  }
+  void End() {
+    const std::lock_guard lock(mutex_);
+    has_ended_ = true;
+    ended_.notify_all();
+  }
+  [[nodiscard]] int asked() {
+    const std::lock_guard lock(mutex_);
+    return asked_;
+  }
+
+ private:
+  std::mutex mutex_;
+  std::condition_variable ended_;
+  bool has_ended_ = false;
+  int asked_ = 0;
+};
+
+ProbeRequest NamedRequest(const std::string& name, std::uint16_t port, milliseconds timeout) {
+  return {.kind = ProbeKind::kTcp, .host = name, .port = port, .timeout = timeout};
+}
+
+TEST(TcpProbe, IsNotDelayedByANameServerThatDoesNotAnswerForOthers) {
+  const Service service(Says(""));
+  DeafNameServer names;
+  NetworkLoop network(names.LookUp());
+  std::vector<std::string> ends;
+  const auto take = [&](const ProbeResult& result) { ends.push_back(result.words); };
+  for (int i = 0; i < 3; ++i)
+    network.Probe(NamedRequest("dead", service.port(), seconds(2)), take);
+  network.Probe(NamedRequest("alive", service.port(), seconds(60)), take);
+  while (ends.size() < 4)
+    network.Run(seconds(1));
+  const std::string unanswered = "no answer of the name server";
+  EXPECT_THAT(ends, testing::UnorderedElementsAre("the connection was made", unanswered, unanswered,
+                                                  unanswered));
+  names.End();
+}
+
+TEST(TcpProbe, LooksNoNameUpForWhatHasGone) {
+  DeafNameServer names;
+  int ended = 0;
+  int asked = 0;
+  {
+    NetworkLoop network(names.LookUp());
+    for (int i = 0; i < 50; ++i)
+      network.Probe(NamedRequest("dead", 1, milliseconds(500)),
+                    [&](const ProbeResult&) { ++ended; });
+    while (ended < 50)
+      network.Run(seconds(1));
+    // What waited for the end of its time is let go of with that.
+    network.Run(milliseconds(1));
+    asked = names.asked();
+    EXPECT_LE(asked, 4);
+    names.End();
+    network.Probe(NamedRequest("alive", 1, seconds(60)), [&](const ProbeResult&) { ++ended; });
+    while (ended < 51)
+      network.Run(seconds(1));
+  }
+  EXPECT_EQ(names.asked(), asked);
+}
 
 TEST(HttpProbe, FindsTheStatus) {
   std::string request;
