@@ -41,7 +41,7 @@ class ConsoleSessions {
 
   enum class LogInResult { kDone, kWrong, kTooOften };
   struct LogIn {
-    LogInResult result;
+    LogInResult result = LogInResult::kWrong;
     const ConsoleSession* session = nullptr;
   };
   // A client at this address gives a password. After five wrong ones within a minute it has to
