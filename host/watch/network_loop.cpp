@@ -101,9 +101,9 @@ class LookupThreads {
 // One try. It lives as long as something of it is waited for.
 class Trial : public std::enable_shared_from_this<Trial> {
  public:
-  Trial(asio::io_context& context, LookupThreads& lookups, const ProbeRequest& request,
+  Trial(asio::io_context& context, LookupThreads& lookups, ProbeRequest request,
         NetworkLoop::ResultTaker take_result)
-      : request_(request),
+      : request_(std::move(request)),
         take_result_(std::move(take_result)),
         lookups_(lookups),
         timer_(context),

@@ -110,7 +110,7 @@ std::optional<std::string> WatchJournalFile::Append(const WatchRecord& record) {
   ReadForeign(file);
   // The last line may have been cut off by a kill.
   const bool is_within_line = end_ > 0 && ReadFrom(file, end_ - 1) != "\n";
-  const auto error =
+  auto error =
       Write(file, (is_within_line ? "\n" : "") + WatchLine(record), HasConsequences(record));
   end_ = SizeOf(file);
   return error;
