@@ -12,9 +12,10 @@ add_link_options(-static -static-libgcc -static-libstdc++ -Wl,--gc-sections)
 if(BRANTEL_RELEASE)
   # Functions and lines, by which the place of a crash is found. All about variables besides takes as long again.
   add_compile_options(-g1)
-  # The same commit gives the same files, wherever and whenever it is built. The compiler cache has sources named by
-  # their way from the build folder.
-  add_compile_options("-ffile-prefix-map=${CMAKE_SOURCE_DIR}=." "-ffile-prefix-map=../..=.")
+  # The same commit gives the same files, wherever and whenever it is built, with the compiler cache or without: that
+  # names sources by their way from the build folder, and changes the order of options.
+  add_compile_options("-ffile-prefix-map=${CMAKE_SOURCE_DIR}=." "-ffile-prefix-map=../..=."
+    -gno-record-gcc-switches)
   add_link_options(-Wl,--no-insert-timestamp)
 else()
   # Of the tests here nobody reads debug information, and the linker that g++ knows takes long over sections.
