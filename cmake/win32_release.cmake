@@ -26,6 +26,8 @@ set(RELEASE_DIR "${CMAKE_SOURCE_DIR}/out/win32")
 
 # Puts a stripped copy of the target's file into the release folder, with its symbols beside it.
 function(release_stripped target)
+  # The linker's own list of what it has put in, by which the notices of others are found.
+  target_link_options(${target} PRIVATE "-Wl,-Map=$<TARGET_FILE:${target}>.map")
   # The time in a program's header would be the present one.
   set(copy ${CMAKE_COMMAND} -E env SOURCE_DATE_EPOCH=0 ${CMAKE_OBJCOPY})
   add_custom_command(TARGET ${target} POST_BUILD
