@@ -19,6 +19,8 @@ TEMPLATE = pathlib.Path(__file__).with_name("installer.wxs")
 NAMESPACE = uuid.UUID("5BB7E0CB-6A0C-4C3E-9F36-0C4E9C6B3F55")
 MODULE = "Brantel_Notifications.dll"
 HOST = "notifyhost.exe"
+# Of the module's type library, which both systems have in one place.
+SHARED = "TypeLibrary"
 # What "notifyhost service install" has made goes with its program.
 SERVICE = '<ServiceControl Id="Watch" Name="notifyhost" Stop="uninstall" Remove="uninstall" Wait="yes"/>'
 # Of the property set that tells what a file is.
@@ -66,7 +68,8 @@ class Installer:
         return identity(self._preset, *words)
 
     def _source(self) -> str:
-        directories = "\n".join(self._directory(self._files, " " * 10))
+        indent = " " * 10
+        directories = "\n".join([*self._directory(self._files, indent), *self._shared_component(indent)])
         return string.Template(TEMPLATE.read_text("utf-8")).substitute(
             product_code=self._identity("product", self._version), upgrade_code=self._identity("upgrade"),
             version=self._version, bits=self._preset.removeprefix("win"),
@@ -100,10 +103,21 @@ class Installer:
             yield f"{indent}  {SERVICE}"
         yield f"{indent}</Component>"
 
+    def _shared_component(self, indent: str) -> Iterator[str]:
+        """What installers for both systems write, and what goes with the last of them."""
+        self._component_ids.append(SHARED)
+        _, (first, *others) = type_library_entries(self._resources, self._preset)
+        yield f'{indent}<Component Id="{SHARED}" Guid="{identity("component", SHARED)}">'
+        yield f"{indent}  {registry_value(first, is_key_path=True)}"
+        for entry in others:
+            yield f"{indent}  {registry_value(entry)}"
+        yield f"{indent}</Component>"
+
     def _registry_values(self) -> Iterator[str]:
         yield ('<RegistryValue Root="HKLM" Key="SOFTWARE\\Brantel_Notifications" Name="InstallFolder" Type="string"'
                ' Value="[INSTALLFOLDER]"/>')
-        for entry in [*class_entries(self._resources), *type_library_entries(self._resources, self._preset)]:
+        type_library, _ = type_library_entries(self._resources, self._preset)
+        for entry in [*class_entries(self._resources), *type_library]:
             yield registry_value(entry)
 
     def _complete(self, package: pathlib.Path) -> None:
@@ -119,13 +133,14 @@ class Installer:
             subprocess.run(["msibuild", package, "-q", command], check=True)
 
 
-def registry_value(entry: Entry) -> str:
+def registry_value(entry: Entry, is_key_path: bool = False) -> str:
     text = (entry.text or "").replace("%MODULE%", f"[#{file_id(MODULE)}]").replace("%FOLDER%", "[INSTALLFOLDER]")
     # The name "*" has the key itself made, and removed with all that is below it.
     name = "*" if entry.goes_with_all else entry.name
     named = f" Name={quoteattr(name)}" if name else ""
+    key_path = ' KeyPath="yes"' if is_key_path else ""
     return (f'<RegistryValue Root="HKCR" Key={quoteattr(entry.key)}{named} Type="string"'
-            f" Value={quoteattr(text)}/>")
+            f" Value={quoteattr(text)}{key_path}/>")
 
 
 def with_summary(package: bytes, code: str, seconds: int) -> bytes:

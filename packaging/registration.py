@@ -72,12 +72,14 @@ def class_entries(folder: pathlib.Path) -> list[Entry]:
     return [entry for file in sorted(folder.glob("*.rgs")) for entry in Script(file.read_text("utf-8")).entries]
 
 
-def type_library_entries(folder: pathlib.Path, system: str) -> list[Entry]:
-    """What the system writes to register the module's type library for programs of this system, "win32" or
-    "win64". %FOLDER% stands for the module's folder. The flag says that the library lies on a disk."""
+def type_library_entries(folder: pathlib.Path, system: str) -> tuple[list[Entry], list[Entry]]:
+    """What the system writes to register the module's type library: for programs of this system, "win32" or
+    "win64", and for those of both. %FOLDER% stands for the module's folder. The flag says that the library lies
+    on a disk."""
     text = (folder / "type_library.idl").read_text("utf-8")
     libid, version, description = (re.search(form, text)[1] for form in (
         r"uuid\(([-0-9A-F]+)\)", r"version\(([\d.]+)\)", r'helpstring\("([^"]+)"\)'))
     key = rf"TypeLib\{{{libid}}}\{version}"
-    return [Entry(key, None, description), Entry(rf"{key}\FLAGS", None, "8"),
-            Entry(rf"{key}\0\{system}", None, "%MODULE%"), Entry(rf"{key}\HELPDIR", None, "%FOLDER%")]
+    return ([Entry(rf"{key}\0\{system}", None, "%MODULE%")],
+            [Entry(key, None, description), Entry(rf"{key}\FLAGS", None, "8"),
+             Entry(rf"{key}\HELPDIR", None, "%FOLDER%")])
