@@ -182,7 +182,7 @@ std::size_t PrivateMemory() {
 }
 
 struct OddText {
-  const char* what;
+  const char* what = "";
   std::optional<std::wstring> text;
 };
 
@@ -271,7 +271,7 @@ Seen TryWords(const HostLibrary& library) {
   const Bstr text = Expanded(library.MakeHost(kAlertItemDown), words);
   return text.view() == words
              ? Kept()
-             : Broken("of \"Night shift\" becomes \"" + ToUtf8(std::wstring(text.view())) + "\"");
+             : Broken("of 'Night shift' becomes '" + ToUtf8(std::wstring(text.view())) + "'");
 }
 
 Seen TryOldText(const HostLibrary& library) {

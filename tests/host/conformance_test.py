@@ -22,7 +22,7 @@ FAULTS = {
     "any interface": (["unknown interface"], None, "it answers 0x00000000 (S_OK)"),
     "pointer left alone": (["unknown interface"], None, "it does not store null"),
     "no reference for a pointer": (["references"], None, "of QueryInterface 1 become 1"),
-    "words lost": (["words", "worker"], 9, 'of "Night shift" becomes ""'),
+    "words lost": (["words", "worker"], 9, "of 'Night shift' becomes ''"),
     "no BSTR": (["texts", "words", "old text", "worker"], 9, "of a null text it leaves what is no BSTR"),
     "freed text left": (["texts", "words", "old text", "worker"], 9, "of a percent sign alone it leaves a text that it has freed"),
     "old text kept": (["old text"], 9, "the process has grown by"),
