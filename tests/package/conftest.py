@@ -1,5 +1,6 @@
 """The packages, as tools/package makes them, and Windows as it is before and after an installation."""
 
+import contextlib
 import os
 import pathlib
 import re
@@ -30,6 +31,16 @@ class Windows:
     def __call__(self, *command) -> int:
         return subprocess.run([WINE, *command], env=self.environment, stdin=subprocess.DEVNULL,
                               stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, timeout=TIME_LIMIT).returncode
+
+    @contextlib.contextmanager
+    def started(self, *command):
+        """The running program, which is ended at the end."""
+        with subprocess.Popen([WINE, *command], env=self.environment, stdin=subprocess.DEVNULL,
+                              stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL) as process:
+            try:
+                yield process
+            finally:
+                process.kill()
 
     def msiexec(self, *arguments) -> int:
         """Its exit code, of which a Unix system keeps the lower eight bits."""

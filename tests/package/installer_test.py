@@ -20,6 +20,8 @@ OWN_KEY = r"Software\\Brantel_Notifications"
 SETTINGS = r"HKLM\SOFTWARE\Brantel\Vantrel\notification\SMTPMail"
 NEWER = "1.2.3"
 SECONDS = 1700000000
+# 3010, of which a Unix system keeps the lower eight bits.
+RESTART_NEEDED = 3010 & 255
 
 
 @pytest.fixture
@@ -37,11 +39,12 @@ def installer(packages):
 
 @pytest.fixture
 def newer_installer(unpacked, tmp_path):
-    """Of a release with another module, one document more and one less."""
+    """Of a release with another module and host, one document more and one less."""
     files = tmp_path / "newer"
     shutil.copytree(unpacked, files)
-    module = (files / MODULE.name).read_bytes()
-    (files / MODULE.name).write_bytes(module.replace(version_resource(VERSION), version_resource(NEWER)))
+    for name in (MODULE.name, HOST.name):
+        program = (files / name).read_bytes()
+        (files / name).write_bytes(program.replace(version_resource(VERSION), version_resource(NEWER)))
     (files / "docs" / "of_the_newer.md").write_text("new\n")
     (files / "docs" / "watch.md").unlink()
     (files / "README.md").write_text("newer\n")
@@ -179,6 +182,21 @@ def test_upgrade_keeps_what_is_the_operators(windows, installer, newer_installer
     assert [path.name for path in folder.iterdir()] == ["instances"]
     assert '"Settings_Timeout"="4711"' in settings(windows)
     assert OWN_KEY not in windows.registry()
+
+
+def test_upgrade_while_a_host_runs(windows, installer, newer_installer, tmp_path):
+    """Wine has no restart manager, so that the host goes on with its old file until the next start of Windows."""
+    folder = windows.drive / PROGRAM_FILES
+    assert windows.msiexec("/i", installer) == 0
+    plan = tmp_path / "night.toml"
+    plan.write_text('[[items]]\nname = "a"\naddress = "127.0.0.1"\nprobe = "icmp"\n')
+    with windows.started(folder / HOST.name, "watch", windows_path(plan)) as host:
+        wait_until((tmp_path / "night.toml.journal").exists)
+        assert windows.msiexec("/i", newer_installer) == RESTART_NEEDED
+        assert host.poll() is None
+    windows.wait()
+    assert windows("hostname") == 0
+    assert version_resource(NEWER) in (folder / HOST.name).read_bytes()
 
 
 def test_older_release_does_not_replace_a_newer_one(windows, installer, newer_installer):
