@@ -12,6 +12,11 @@ add_link_options(-static -static-libgcc -static-libstdc++ -Wl,--gc-sections)
 if(BRANTEL_RELEASE)
   # Functions and lines, by which the place of a crash is found. All about variables besides takes as long again.
   add_compile_options(-g1)
+  # The same commit gives the same files, wherever and whenever it is built, with the compiler cache or without: that
+  # names sources by their way from the build folder, and changes the order of options.
+  add_compile_options("-ffile-prefix-map=${CMAKE_SOURCE_DIR}=." "-ffile-prefix-map=../..=."
+    -gno-record-gcc-switches)
+  add_link_options(-Wl,--no-insert-timestamp)
 else()
   # Of the tests here nobody reads debug information, and the linker that g++ knows takes long over sections.
   add_link_options(-fno-use-linker-plugin "SHELL:-wrapper \"${CMAKE_SOURCE_DIR}/tools/lib/link_with_lld\"")
@@ -21,11 +26,15 @@ set(RELEASE_DIR "${CMAKE_SOURCE_DIR}/out/win32")
 
 # Puts a stripped copy of the target's file into the release folder, with its symbols beside it.
 function(release_stripped target)
+  # The linker's own list of what it has put in, by which the notices of others are found.
+  target_link_options(${target} PRIVATE "-Wl,-Map=$<TARGET_FILE:${target}>.map")
+  # The time in a program's header would be the present one.
+  set(copy ${CMAKE_COMMAND} -E env SOURCE_DATE_EPOCH=0 ${CMAKE_OBJCOPY})
   add_custom_command(TARGET ${target} POST_BUILD
     COMMAND ${CMAKE_COMMAND} -E make_directory "${RELEASE_DIR}"
-    COMMAND ${CMAKE_OBJCOPY} --only-keep-debug "$<TARGET_FILE:${target}>"
+    COMMAND ${copy} --only-keep-debug "$<TARGET_FILE:${target}>"
             "${RELEASE_DIR}/$<TARGET_FILE_NAME:${target}>.debug"
-    COMMAND ${CMAKE_OBJCOPY} --strip-all
+    COMMAND ${copy} --strip-all
             "--add-gnu-debuglink=${RELEASE_DIR}/$<TARGET_FILE_NAME:${target}>.debug"
             "$<TARGET_FILE:${target}>" "${RELEASE_DIR}/$<TARGET_FILE_NAME:${target}>"
     VERBATIM)

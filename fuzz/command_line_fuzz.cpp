@@ -86,6 +86,9 @@ struct Writer {
     if (!command.path.empty()) arguments.insert(arguments.end(), {"--", command.path});
     return arguments;
   }
+  Arguments operator()(const ConformanceCommand& command) const {
+    return {"conformance", "--", command.file};
+  }
   Arguments operator()(const SendCommand& command) const {
     Arguments arguments = WithOptions({"send"}, command.options);
     arguments.insert(arguments.end(), {"--", command.class_name, command.instance_file});

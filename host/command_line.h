@@ -7,6 +7,7 @@
 
 #include "host/commands/classes_command.h"
 #include "host/commands/configuration_commands.h"
+#include "host/commands/conformance_command.h"
 #include "host/commands/doctor_command.h"
 #include "host/commands/fields_command.h"
 #include "host/commands/help_command.h"
@@ -34,11 +35,11 @@ namespace brantel::host {
 using Command =
     std::variant<ClassesCommand, RegisterCommand, UnregisterCommand, StatusCommand, DoctorCommand,
                  PreviewCommand, SendCommand, TestCommand, HistoryCommand, WatchCommand,
-                 ServeCommand, AddCommand, EditCommand, InstancesCommand, ShowCommand, NewCommand,
-                 SetCommand, FieldsCommand, PortsCommand, SettingsListCommand, SettingsGetCommand,
-                 SettingsSetCommand, SettingsResetCommand, SettingsExportCommand,
-                 SettingsImportCommand, ServiceInstallCommand, ServiceRemoveCommand,
-                 ServiceStartCommand, ServiceStopCommand, ServiceRunCommand>;
+                 ServeCommand, ConformanceCommand, AddCommand, EditCommand, InstancesCommand,
+                 ShowCommand, NewCommand, SetCommand, FieldsCommand, PortsCommand,
+                 SettingsListCommand, SettingsGetCommand, SettingsSetCommand, SettingsResetCommand,
+                 SettingsExportCommand, SettingsImportCommand, ServiceInstallCommand,
+                 ServiceRemoveCommand, ServiceStartCommand, ServiceStopCommand, ServiceRunCommand>;
 
 // What the command line asks for.
 struct Invocation {

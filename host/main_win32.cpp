@@ -12,6 +12,7 @@
 #include "host/attempt/attempt_worker_win32.h"
 #include "host/command_line.h"
 #include "host/commands/command_context_win32.h"
+#include "host/conformance/conformance_trial_win32.h"
 #include "host/outcome/command_failure.h"
 #include "host/system/com_apartment_win32.h"
 #include "host/system/file_path_win32.h"
@@ -91,11 +92,18 @@ ExitCode DeliverAsTold(const std::wstring& pipe_name) {
   return ServeAttempt(pipe_name);
 }
 
+// As the process of a trial, which another one has started.
+ExitCode TryAsTold(const TrialRequest& request) {
+  const ComApartment apartment;
+  return RunTrial(request);
+}
+
 ExitCode RunHost() {
   const Runner runner;
   return Guarded(runner.errors, [&] {
     const auto arguments = CommandLineArguments();
     if (const auto pipe_name = AttemptPipeName(arguments)) return DeliverAsTold(*pipe_name);
+    if (const auto trial = ReadTrialRequest(arguments)) return TryAsTold(*trial);
     return std::visit(runner, ParseCommandLine(arguments));
   });
 }

@@ -122,6 +122,8 @@ SUITES = [
           [RELEASE], 60, 1800, 0.7, wine=True),
     Suite("console", "walks the web console in a real browser, with scripts and without", pytest("console"),
           [RELEASE], 57, 1800, 0.7, wine=True),
+    Suite("package", "installs, upgrades, repairs and removes the release, and looks into its archives",
+          pytest("package"), [RELEASE], 18, 1800, 0.7, wine=True),
     Suite("module", "drives the released module through its exports and interfaces alone",
           wine_gtest("win32-tests/tests/module/module_tests.exe"), [RELEASE, WINDOWS_TESTS], 1100, 1800,
           environment=MODULE_VARIABLE, wine=True),

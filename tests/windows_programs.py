@@ -17,6 +17,7 @@ WINE = ROOT / "tools" / "wine"
 RELEASE = ROOT / "out" / "win32"
 HOST = RELEASE / "notifyhost.exe"
 MODULE = RELEASE / "Brantel_Notifications.dll"
+VERSION = re.search(r"^project\(\w+ VERSION (\d+\.\d+\.\d+) ", (ROOT / "CMakeLists.txt").read_text(), re.M)[1]
 DRIVER = ROOT / "build" / "win32-tests" / "tests" / "desktop" / "notifier_driver.exe"
 
 # Seconds within which a program ends or does what is expected of it: far more than it takes, so that only

@@ -40,6 +40,8 @@ ANSWERS = {
               ("full --set-password", WRONG_USAGE, ""),
               ("full --port 0 --password-file nowhere", FAILED, ""),
               ("nowhere", FAILED, "")],
+    "conformance": [("nowhere.dll", FAILED, ""),
+                    ("", WRONG_USAGE, "")],
     "add": [("Fax full", WRONG_USAGE, ""),
             ("Sound nowhere", FAILED, "")],
     "edit": [("Fax full Night", WRONG_USAGE, ""),

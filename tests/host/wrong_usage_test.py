@@ -6,7 +6,7 @@ from conftest import CLASSES_IN_PROSE
 from windows_programs import windows_path
 
 COMMANDS = ("the commands are classes, register, unregister, status, doctor, preview, send, test, "
-            "history, watch, serve, add, edit, instances, show, new, set, fields, ports, settings, service, "
+            "history, watch, serve, conformance, add, edit, instances, show, new, set, fields, ports, settings, service, "
             "completion and help")
 
 # Arguments, the message, and the command whose help is pointed out. These show that arguments and messages

@@ -281,8 +281,8 @@ struct WrongUsage {
 const std::vector<WrongUsage>& WrongUsages() {
   static const std::string commands =
       "the commands are classes, register, unregister, status, doctor, preview, send, test, "
-      "history, watch, serve, add, edit, instances, show, new, set, fields, ports, settings, "
-      "service, completion and help";
+      "history, watch, serve, conformance, add, edit, instances, show, new, set, fields, ports, "
+      "settings, service, completion and help";
   static const std::string actions = "the commands are list, get, set, reset, export and import";
   static const std::string events =
       "it takes item-up, item-down, service-up, service-down, trap, none, or a number from 0 to "
@@ -461,8 +461,9 @@ TEST(CommandLine, NamesTheArgumentThatIsWrong) {
 TEST(CommandLine, TellsWhereHelpIs) {
   EXPECT_EQ(std::get<UsageError>(ParseCommandLine({"frobnicate", "--x"})).text,
             "notifyhost: 'frobnicate' is not a command; the commands are classes, register, "
-            "unregister, status, doctor, preview, send, test, history, watch, serve, add, edit, "
-            "instances, show, new, set, fields, ports, settings, service, completion and help\n"
+            "unregister, status, doctor, preview, send, test, history, watch, serve, conformance, "
+            "add, edit, instances, show, new, set, fields, ports, settings, service, completion "
+            "and help\n"
             "Run notifyhost --help for help.\n");
   EXPECT_EQ(std::get<UsageError>(ParseCommandLine({"send", "Sound"})).text,
             "notifyhost: FILE is missing\nRun notifyhost send --help for help.\n");
@@ -542,7 +543,7 @@ TEST(CommandLine, ReadsWhatIsServedAndToWhom) {
 }
 
 TEST(CommandLine, GivesHelpOnEachCommand) {
-  EXPECT_EQ(EveryCommand().size(), 32U);
+  EXPECT_EQ(EveryCommand().size(), 33U);
   for (const std::string& command : EveryCommand()) {
     const std::string help = Help(With(Words(command), "--help"));
     EXPECT_EQ(Help(With(Words(command), "-h")), help);
