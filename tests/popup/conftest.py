@@ -11,11 +11,11 @@ from dataclasses import dataclass
 
 import pytest
 
-from windows_programs import (HOST, MODULE, ROOT, TIME_LIMIT, WINE, PreviewPart, instance_text, magic,
-                              preview, windows_path, wine_prefix)
+from windows_programs import (BUILD, HOST, MODULE, TEST_PROGRAMS, TIME_LIMIT, WINE, PreviewPart,
+                              instance_text, magic, preview, windows_path, wine_prefix)
 
-STAND_INS = ROOT / "build" / "win32" / "sim" / "messenger"
-DIALOG_TESTS = ROOT / "build" / "win32-tests" / "tests" / "popup" / "popup_tests.exe"
+STAND_INS = BUILD / "sim" / "messenger"
+DIALOG_TESTS = TEST_PROGRAMS / "popup" / "popup_tests.exe"
 
 MAGIC = magic("8B762C29-0B2E-9C58-6C92-5C2A021AFB08")
 

@@ -12,11 +12,11 @@ from dataclasses import dataclass, field
 import pytest
 
 from captured_sound import Capture, make_wave
-from windows_programs import (HOST, MODULE, ROOT, TIME_LIMIT, WINE, PreviewPart, instance_integer,
+from windows_programs import (BUILD, HOST, MODULE, TIME_LIMIT, WINE, PreviewPart, instance_integer,
                               instance_text, log_and_result, magic, preview, running_driver,
                               windows_path, wine_prefix)
 
-EXCHANGE = ROOT / "build" / "win32" / "sim" / "telephony" / "tapi32.dll"
+EXCHANGE = BUILD / "sim" / "telephony" / "tapi32.dll"
 
 VOICE_MAGIC = magic("C4F822F8-1890-08CD-6842-1838A3A78A26")
 
