@@ -121,6 +121,19 @@ def test_the_same_is_registered(sides, tmp_path):
     assert [key.partition("]")[0].rpartition("\\")[2] for key in told[64] if r"\win" in key] == ["win64"]
 
 
+def test_settings_are_carried_over(sides, tmp_path):
+    sides[32].notifyhost("settings", "set", "Beeper", "--no-check", "comport=COM3", "dialstring=ATDT%s;%s",
+                         folder=tmp_path)
+    exported = sides[32].notifyhost("settings", "export", "Beeper", folder=tmp_path)
+    assert "COM3" in exported
+    (tmp_path / "beeper.json").write_text(exported)
+    sides[64].notifyhost("settings", "import", "Beeper", "--no-check", "beeper.json", folder=tmp_path)
+    assert sides[64].notifyhost("settings", "export", "Beeper", folder=tmp_path) == exported
+    stored = sides[64].run("reg", "query", r"HKLM\SOFTWARE\Brantel\Vantrel\notification\Beeper", "/v",
+                           "Settings_COMPort")
+    assert b"COM3" in stored
+
+
 def test_a_sound_is_played(sides, tmp_path):
     samples = make_wave(tmp_path / "bell.wav", 0.25)
     (tmp_path / "Bell").write_bytes(CLASSES["Sound"].instance[:16] + instance_text(windows_path(tmp_path / "bell.wav"))
