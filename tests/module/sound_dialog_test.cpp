@@ -133,7 +133,7 @@ class RecorderTest : public SoundDialogTest {
     session_->StartClick(kRecord);
     const ProgramReport& report = watch.AwaitReport();
     EXPECT_EQ(report.command_line, command_line);
-    EXPECT_EQ(report.startup_size, kIs64Bit ? 104U : 68U);
+    EXPECT_EQ(report.startup_size, kStartupSize);
     EXPECT_EQ(report.startup_flags, 0U);
     EXPECT_EQ(report.directory, CurrentDirectory());
     EXPECT_TRUE(session_->StandsStill());
