@@ -31,7 +31,6 @@ CHOSEN = {
              "module_commands_test.py::test_module_in_another_place",
              "send_test.py::test_alert_starts_the_program",
              "every_command_test.py::test_codes_and_objects",
-             "examples_test.py::test_minimal_hosts",
              "configuration_test.py::test_operator_adds_an_instance",
              "configuration_test.py::test_operator_cancels"],
     "console": ["server_test.py::test_the_modules_pages_are_those_that_the_module_gives"],
