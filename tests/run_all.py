@@ -42,6 +42,8 @@ SETUP = str(ROOT / "tools" / "setup")
 # An installation is not to be left half made, and sudo may ask for a password.
 PACKAGES = Step("the installation of packages", (SETUP, "test-packages"), can_be_ended=False)
 WINE_PREFIX = Step("the set-up of Wine", (SETUP, "test"), can_be_ended=False)
+WIN64_SETUP = Step("the set-up for 64-bit Windows", (SETUP, "win64"), can_be_ended=False)
+WIN64_TESTS_SETUP = Step("the set-up for 64-bit Windows and its tests", (SETUP, "win64-tests"), can_be_ended=False)
 # For this the machine is set up already when this program starts.
 RELEASE = build("win32")
 # First what the suites need that mostly wait, so that they wait while the rest is built.
@@ -53,7 +55,10 @@ SOAK = build("win32-tests", "soak_tests")
 WINDOWS_HOST_TESTS = build("win32-tests", "host_tests")
 SANITIZED = build("sanitize")
 NATIVE = build("native")
-BUILDS = [RELEASE, SIMULATOR, FAR_ENDS, DRIVERS, WINDOWS_TESTS, SOAK, WINDOWS_HOST_TESTS, SANITIZED, NATIVE]
+RELEASE_64 = build("win64")
+WINDOWS_TESTS_64 = build("win64-tests")
+BUILDS = [RELEASE, SIMULATOR, FAR_ENDS, DRIVERS, WIN64_SETUP, RELEASE_64, WINDOWS_TESTS, SOAK, WINDOWS_HOST_TESTS,
+          SANITIZED, NATIVE, WIN64_TESTS_SETUP, WINDOWS_TESTS_64]
 
 
 @dataclass(frozen=True)
@@ -112,6 +117,8 @@ SUITES = [
           [RELEASE, DRIVERS], 60, 1800, 0.5, wine=True),
     Suite("mail", "sends mail through real mail servers on a loopback address", pytest("mail"),
           [RELEASE, FAR_ENDS, DRIVERS], 100, 1800, 0.3, wine=True),
+    Suite("win64", "tries module and host for 64-bit Windows: what can differ from those for 32 bits", pytest("win64"),
+          [RELEASE, FAR_ENDS, WIN64_SETUP, RELEASE_64], 38, 1800, 0.6, wine=True),
     Suite("watch", "watches services that die and return, is killed, and runs as a service", pytest("watch"),
           [RELEASE], 16, 1800, 0.5, wine=True),
     Suite("demo", "runs the demo, looks at its console, and ends it", pytest("demo"), [RELEASE, SIMULATOR], 1, 1800,
@@ -153,6 +160,9 @@ SUITES = [
     Suite("host-windows", "tests the rooms of the host and the far ends, built for Windows",
           wine_gtest("win32-tests/tests/unit/host_tests.exe"), [WINDOWS_HOST_TESTS], 500, 1200, wine=True,
           for_maintainers=True),
+    Suite("win64-all", "runs the suites for Windows against module and host for 64-bit Windows", pytest("win64"),
+          [RELEASE, FAR_ENDS, WIN64_SETUP, RELEASE_64, WIN64_TESTS_SETUP, WINDOWS_TESTS_64], 40, 7200,
+          environment={"WIN64_TESTS": "all"}, wine=True, for_maintainers=True),
     Suite("native", "tests each room with g++, each source compiled alone",
           gtest("native/tests/unit/unit_tests"), [NATIVE], 2000, 1200, for_maintainers=True),
     Suite("tidy", "checks the form of all sources, by clang-tidy too",

@@ -14,11 +14,17 @@ from dataclasses import dataclass
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 WINE = ROOT / "tools" / "wine"
-RELEASE = ROOT / "out" / "win32"
+# The suites are run for 64-bit Windows where the environment says so, which tools/wine understands too.
+BITS = int(os.environ.get("BRANTEL_BITS", "32"))
+PRESET = f"win{BITS}"
+BUILD = ROOT / "build" / PRESET
+TEST_PROGRAMS = ROOT / "build" / f"{PRESET}-tests" / "tests"
+RELEASE = ROOT / "out" / PRESET
+TOOLCHAIN = {32: "mingw_i686.cmake", 64: "mingw_x86_64.cmake"}[BITS]
 HOST = RELEASE / "notifyhost.exe"
 MODULE = RELEASE / "Brantel_Notifications.dll"
 VERSION = re.search(r"^project\(\w+ VERSION (\d+\.\d+\.\d+) ", (ROOT / "CMakeLists.txt").read_text(), re.M)[1]
-DRIVER = ROOT / "build" / "win32-tests" / "tests" / "desktop" / "notifier_driver.exe"
+DRIVER = TEST_PROGRAMS / "desktop" / "notifier_driver.exe"
 
 # Seconds within which a program ends or does what is expected of it: far more than it takes, so that only
 # a hang reaches it.
@@ -35,9 +41,9 @@ def build_examples(folder: pathlib.Path) -> tuple[pathlib.Path, pathlib.Path]:
     from there as anybody would."""
     package, programs = folder / "package", folder / "programs"
     steps = [
-        ["--install", ROOT / "build" / "win32", "--component", "sdk", "--prefix", package],
+        ["--install", BUILD, "--component", "sdk", "--prefix", package],
         ["-S", package / "examples", "-B", programs, "-G", "Ninja",
-         f"-DCMAKE_TOOLCHAIN_FILE={ROOT / 'cmake' / 'mingw_i686.cmake'}", "-DBRANTEL_THREAD_MODEL=win32",
+         f"-DCMAKE_TOOLCHAIN_FILE={ROOT / 'cmake' / TOOLCHAIN}", "-DBRANTEL_THREAD_MODEL=win32",
          f"-DBrantelNotifications_DIR={package / 'lib' / 'cmake' / 'BrantelNotifications'}",
          "-DCMAKE_CXX_FLAGS=-Wall -Wextra -Werror", "-DCMAKE_C_FLAGS=-Wall -Wextra -Werror",
          "-DCMAKE_EXE_LINKER_FLAGS=-static"],

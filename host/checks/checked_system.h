@@ -13,12 +13,12 @@ namespace brantel::host {
 
 enum class PathKind { kNothing, kFile, kDirectory };
 
-// How a class is registered for 32-bit hosts.
+// How a class is registered for hosts such as this one.
 struct Registration {
   std::optional<std::string> module_file{};  // what it is registered for, if it is
-  bool is_own_copy = false;  // whether that is the module that the host would register
-  int bits = 0;              // of that file's program; 0 where it holds none
-  bool is_needed = true;     // alerts through a module that is named by its file go without
+  bool is_own_copy = false;       // whether that is the module that the host would register
+  bool has_fitting_bits = false;  // whether that is a program of as many bits as this host
+  bool is_needed = true;          // alerts through a module that is named by its file go without
 };
 
 enum class MessengerState { kRuns, kStopped, kNotInstalled, kNoLibrary };

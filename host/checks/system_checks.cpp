@@ -71,8 +71,6 @@ Registration RegistrationOf(const CheckedValue& value) {
   return value.subject.system.RegistrationOf(value.subject.notifier_class.clsid);
 }
 
-constexpr int kBitsOfHost = 32;
-
 std::optional<std::string> NeededFile(const Registration& registration) {
   return registration.is_needed ? registration.module_file : std::nullopt;
 }
@@ -156,13 +154,12 @@ bool IsRegisteredForWrongBitness(const CheckedValue& value) {
   const Registration registration = RegistrationOf(value);
   const auto file = NeededFile(registration);
   return file && value.subject.system.KindOf(*file) == PathKind::kFile &&
-         registration.bits != kBitsOfHost;
+         !registration.has_fitting_bits;
 }
 
 bool IsRegisteredForAnotherCopy(const CheckedValue& value) {
   const Registration registration = RegistrationOf(value);
-  return NeededFile(registration) && registration.bits == kBitsOfHost &&
-         !registration.is_own_copy &&
+  return NeededFile(registration) && registration.has_fitting_bits && !registration.is_own_copy &&
          value.subject.system.KindOf(*registration.module_file) == PathKind::kFile;
 }
 

@@ -29,19 +29,26 @@ Record RecordOf(const ModuleFileState& module, const std::string& role) {
   return record;
 }
 
+std::string BitsText(HostBits bits) {
+  return std::to_string(static_cast<int>(bits)) + "-bit";
+}
+
 // What a person should know of a copy that is registered.
 std::string StateOf(const RegisteredCopy& copy, const ModuleFileState& module,
                     const ModuleFileState& own) {
   if (!module.is_there) return "stale: the file is not there";
-  if (copy.host_bits == HostBits::k32 && module.bits != 32) return "no 32-bit program";
+  if (module.bits != static_cast<int>(copy.host_bits))
+    return "no " + BitsText(copy.host_bits) + " program";
   if (IsSameFile(copy.file, own.file)) return "this copy";
   return module.version == own.version ? "another copy" : "another copy, of another version";
 }
 
 Record RecordOf(const RegisteredCopy& copy, const ModuleFileState& own) {
   const ModuleFileState module = ExamineModuleFile(copy.file);
-  Record record =
-      RecordOf(module, copy.host_bits == HostBits::k32 ? "registered" : "registered, 64-bit hosts");
+  const std::string role = "registered";
+  Record record = RecordOf(module, copy.host_bits == kOwnBits
+                                       ? role
+                                       : role + ", " + BitsText(copy.host_bits) + " hosts");
   record["own"] = IsSameFile(copy.file, own.file);
   record["classes"] = copy.class_names.size();
   record["names"] = copy.class_names;
@@ -57,7 +64,8 @@ ExitCode Run(const StatusCommand&, const CommandContext& context) {
   records.front()["state"] = own.is_there ? "there" : "not there";
   for (const RegisteredCopy& copy : RegisteredCopies())
     records.push_back(RecordOf(copy, own));
-  context.report.Prose(std::string("notifyhost ").append(ProgramVersion()) + ", 32-bit\n\n");
+  context.report.Prose(std::string("notifyhost ").append(ProgramVersion()) + ", " +
+                       BitsText(kOwnBits) + "\n\n");
   context.report.Table(kStatusColumns, records);
   if (records.size() > 1) return ExitCode::kDone;
   context.report.Prose("\nNothing is registered; notifyhost register does that.\n");

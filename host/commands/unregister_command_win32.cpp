@@ -19,7 +19,7 @@ namespace {
 std::vector<std::wstring> RegisteredFiles() {
   std::vector<std::wstring> files;
   for (const RegisteredCopy& copy : RegisteredCopies()) {
-    if (copy.host_bits == HostBits::k32) files.push_back(copy.file);
+    if (copy.host_bits == kOwnBits) files.push_back(copy.file);
   }
   return files;
 }

@@ -61,7 +61,8 @@ Registration SystemMachine::RegistrationOf(const Guid& clsid) const {
   const auto file = RegisteredModule(ToClsid(clsid));
   if (!file) return {.is_needed = !module_file_};
   return {ToUtf8(*file), IsSameFile(*file, ModuleFile(module_file_)),
-          ProgramBits(FileStart(*file, kProgramStart)), !module_file_};
+          ProgramBits(FileStart(*file, kProgramStart)) == static_cast<int>(kOwnBits),
+          !module_file_};
 }
 
 MessengerState SystemMachine::Messenger() const {

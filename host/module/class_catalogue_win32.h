@@ -41,9 +41,12 @@ std::string GuidText(const GUID& guid);
 CLSID ToClsid(const Guid& guid);
 
 // For which hosts a class is registered; 64-bit systems keep the two apart.
-enum class HostBits { k32, k64 };
+enum class HostBits { k32 = 32, k64 = 64 };
+
+// Those of this program.
+inline constexpr HostBits kOwnBits = sizeof(void*) == 8 ? HostBits::k64 : HostBits::k32;
 
 // The module file that the class is registered for, if it is registered.
-std::optional<std::wstring> RegisteredModule(const CLSID& clsid, HostBits bits = HostBits::k32);
+std::optional<std::wstring> RegisteredModule(const CLSID& clsid, HostBits bits = kOwnBits);
 
 }  // namespace brantel::host

@@ -30,6 +30,7 @@ std::string VersionOf(const std::wstring& file) {
 }
 
 bool IsOn64BitSystem() {
+  if constexpr (kOwnBits == HostBits::k64) return true;
   BOOL is_on_64_bit_system = FALSE;
   return IsWow64Process(GetCurrentProcess(), &is_on_64_bit_system) != FALSE &&
          is_on_64_bit_system != FALSE;
@@ -60,10 +61,11 @@ ModuleFileState ExamineModuleFile(const std::wstring& file) {
 std::vector<RegisteredCopy> RegisteredCopies() {
   std::vector<RegisteredCopy> copies;
   for (const ClassDescription* notifier_class : ClassDescriptions())
-    Add(copies, *notifier_class, HostBits::k32);
+    Add(copies, *notifier_class, kOwnBits);
   if (!IsOn64BitSystem()) return copies;
+  constexpr HostBits kOtherBits = kOwnBits == HostBits::k64 ? HostBits::k32 : HostBits::k64;
   for (const ClassDescription* notifier_class : ClassDescriptions())
-    Add(copies, *notifier_class, HostBits::k64);
+    Add(copies, *notifier_class, kOtherBits);
   return copies;
 }
 

@@ -24,8 +24,8 @@ struct RegisteredCopy {
   std::vector<std::string> class_names;
 };
 
-// The copies of the module that are registered, each once: for 32-bit hosts, and on a 64-bit system
-// for 64-bit hosts too.
+// The copies of the module that are registered, each once: for hosts such as this one, and on a
+// 64-bit system for those of the other kind too.
 std::vector<RegisteredCopy> RegisteredCopies();
 
 }  // namespace brantel::host

@@ -26,11 +26,14 @@ void Exchange(HANDLE present, HANDLE next) noexcept {
 }  // namespace
 
 // The linker puts these in the place of what the module imports (its option --wrap), and gives the
-// imports themselves the other names.
+// imports themselves the other names. The build says what they are called.
+#define TEXT_OF_VALUE(macro) TEXT_OF(macro)
+#define TEXT_OF(words) #words
+#define LINKER_NAME(kind, import) TEXT_OF_VALUE(__USER_LABEL_PREFIX__) "__" kind "_" import
 extern "C" {
 
-extern CreateFunction* const real_create_semaphore asm("___real__imp__CreateSemaphoreW@16");
-extern CloseFunction* const real_close_handle asm("___real__imp__CloseHandle@4");
+extern CreateFunction* const real_create_semaphore asm(LINKER_NAME("real", CREATE_SEMAPHORE));
+extern CloseFunction* const real_close_handle asm(LINKER_NAME("real", CLOSE_HANDLE));
 
 static HANDLE WINAPI CreateKnownSemaphore(SECURITY_ATTRIBUTES* attributes, LONG initial, LONG most,
                                           const wchar_t* name) {
@@ -44,8 +47,8 @@ static BOOL WINAPI CloseKnownHandle(HANDLE handle) {
   return real_close_handle(handle);
 }
 
-extern CreateFunction* const wrapped_create_semaphore asm("___wrap__imp__CreateSemaphoreW@16");
-extern CloseFunction* const wrapped_close_handle asm("___wrap__imp__CloseHandle@4");
+extern CreateFunction* const wrapped_create_semaphore asm(LINKER_NAME("wrap", CREATE_SEMAPHORE));
+extern CloseFunction* const wrapped_close_handle asm(LINKER_NAME("wrap", CLOSE_HANDLE));
 constinit CreateFunction* const wrapped_create_semaphore = CreateKnownSemaphore;
 constinit CloseFunction* const wrapped_close_handle = CloseKnownHandle;
 

@@ -22,6 +22,11 @@ constexpr WORD kTypeLibraryMajor = 1;
 constexpr WORD kTypeLibraryMinor = 0;
 constexpr LCID kTypeLibraryLocale = 0;
 
+// Programs of both kinds share the key of a type library, in which each kind has one of its own.
+constexpr bool kIs64Bit = sizeof(void*) == 8;
+constexpr SYSKIND kTypeLibrarySystem = kIs64Bit ? SYS_WIN64 : SYS_WIN32;
+constexpr const wchar_t* kTypeLibraryKey = kIs64Bit ? L"\\1.0\\0\\win64" : L"\\1.0\\0\\win32";
+
 // The longest path that the system gives a module.
 constexpr std::size_t kPathCapacity = 32768;
 
@@ -63,14 +68,14 @@ bool IsTypeLibraryRegistered() {
   StringFromGUID2(LIBID_BRANTEL_NOTIFICATIONSLib, libid.data(), 39);
   libid.pop_back();
   RegistryHandle key;
-  const std::wstring path = L"TypeLib\\" + libid + L"\\1.0";
+  const std::wstring path = L"TypeLib\\" + libid + kTypeLibraryKey;
   return RegOpenKeyExW(HKEY_CLASSES_ROOT, path.c_str(), 0, KEY_READ, key.put()) == ERROR_SUCCESS;
 }
 
 Result UnregisterOwnTypeLibrary() {
   if (!IsTypeLibraryRegistered()) return kOk;
   return UnRegisterTypeLib(LIBID_BRANTEL_NOTIFICATIONSLib, kTypeLibraryMajor, kTypeLibraryMinor,
-                           kTypeLibraryLocale, SYS_WIN32);
+                           kTypeLibraryLocale, kTypeLibrarySystem);
 }
 
 }  // namespace

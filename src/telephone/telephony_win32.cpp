@@ -170,7 +170,8 @@ void CALLBACK ReceiveMessage(DWORD, DWORD message, DWORD_PTR, DWORD_PTR first, D
                              DWORD_PTR) noexcept {
   if (receiver_of_messages == nullptr) return;
   static_cast<void>(GuardExceptions([&] {
-    receiver_of_messages->Receive({message, first, second});
+    receiver_of_messages->Receive(
+        {message, static_cast<std::uint32_t>(first), static_cast<std::uint32_t>(second)});
     return kOk;
   }));
 }

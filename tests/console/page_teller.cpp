@@ -1,7 +1,8 @@
 // Writes a page of the module's web forms to standard output, in UTF-8, as the module gives it to
-// any host:
+// any host; or gives the module a form that was posted:
 //   page_teller MODULE CLSID add DIRECTORY
 //   page_teller MODULE CLSID edit FILE
+//   page_teller MODULE CLSID submit DIRECTORY FORM
 #include <windows.h>
 #include <fcntl.h>
 #include <io.h>
@@ -42,18 +43,22 @@ bool Write(BSTR page) {
   return std::fwrite(text.data(), 1, text.size(), stdout) == text.size();
 }
 
+bool Tell(INotifierWebConfig& forms, bool adds, BSTR path) {
+  BSTR page = nullptr;
+  const HRESULT result = adds ? forms.GetAddPage(path, &page) : forms.GetEditPage(path, &page);
+  return SUCCEEDED(result) && Write(page);
+}
+
 }  // namespace
 }  // namespace brantel
 
 int main() {
   int count = 0;
   wchar_t** const words = CommandLineToArgvW(GetCommandLineW(), &count);
-  if (count != 5 || FAILED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED))) return 1;
+  if (count < 5 || FAILED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED))) return 1;
   brantel::INotifierWebConfig* const forms = brantel::WebFormsOf(words[1], words[2]);
   if (forms == nullptr) return 1;
   const BSTR path = SysAllocString(words[4]);
-  BSTR page = nullptr;
-  const bool adds = std::wstring(words[3]) == L"add";
-  const HRESULT result = adds ? forms->GetAddPage(path, &page) : forms->GetEditPage(path, &page);
-  return SUCCEEDED(result) && brantel::Write(page) ? 0 : 1;
+  if (count == 6) return SUCCEEDED(forms->SubmitForm(path, SysAllocString(words[5]))) ? 0 : 1;
+  return brantel::Tell(*forms, std::wstring(words[3]) == L"add", path) ? 0 : 1;
 }

@@ -13,10 +13,10 @@ import pytest
 
 from conftest import launch_program, pager, popup
 from served_console import running_console
-from windows_programs import (HOST, INSTANCE_MAGICS, MODULE, ROOT, TIME_LIMIT, WINE, instance_integer, instance_text,
+from windows_programs import (BUILD, HOST, INSTANCE_MAGICS, MODULE, TIME_LIMIT, WINE, instance_integer, instance_text,
                               windows_path)
 
-PAGE_TELLER = ROOT / "build" / "win32" / "tests" / "console" / "page_teller.exe"
+PAGE_TELLER = BUILD / "tests" / "console" / "page_teller.exe"
 CLSIDS = {
     "SMTPMail": "{4D03ADA6-067C-79C7-B3CD-B7D9C4293BF5}",
     "WinPopup": "{B28A7D4D-B389-C787-CCC0-A0F773C8FC73}",

@@ -12,10 +12,9 @@ from dataclasses import dataclass
 
 import pytest
 
-from windows_programs import (HOST, INSTANCE_MAGICS, ROOT, TIME_LIMIT, WINE, given_or_own_prefix,
+from windows_programs import (BUILD, HOST, INSTANCE_MAGICS, TIME_LIMIT, WINE, given_or_own_prefix,
                               log_and_result, wait_until, windows_path)
 
-BUILD = ROOT / "build" / "win32"
 DEMO_PROGRAM = BUILD / "host" / "demo_program" / "demo_program.exe"
 DIALOG_OPERATOR = BUILD / "tests" / "host" / "dialog_operator" / "dialog_operator.exe"
 STAND_IN_MODULE = BUILD / "tests" / "host" / "stand_in_module" / "stand_in_module.dll"

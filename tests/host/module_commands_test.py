@@ -7,7 +7,7 @@ import shutil
 import pytest
 
 from conftest import CLASS_NAMES, CLASSES, Notifyhost
-from windows_programs import MODULE, VERSION, windows_path
+from windows_programs import BITS, MODULE, VERSION, windows_path
 
 
 def class_table(module: str, registered: str) -> str:
@@ -59,7 +59,7 @@ def test_module_in_another_place(notifyhost, tmp_path):
     assert outcome.errors == (f"notifyhost: another copy is registered, {full_path}; "
                               "--force takes that out, too\n")
     own, other = map(json.loads, notifyhost("status", "--json").output.splitlines())
-    assert (own["file"], own["version"], own["bits"]) == (windows_path(MODULE), VERSION + ".0", 32)
+    assert (own["file"], own["version"], own["bits"]) == (windows_path(MODULE), VERSION + ".0", BITS)
     assert (other["file"], other["classes"], other["state"]) == (full_path, 7, "another copy")
     copy.unlink()
     other = json.loads(notifyhost("status", "--json").output.splitlines()[1])

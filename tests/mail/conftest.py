@@ -12,7 +12,7 @@ from dataclasses import dataclass
 
 import pytest
 
-from windows_programs import (HOST, INSTANCE_MAGICS, MODULE, ROOT, TIME_LIMIT, WINE, PreviewPart,
+from windows_programs import (HOST, INSTANCE_MAGICS, MODULE, ROOT, TEST_PROGRAMS, TIME_LIMIT, WINE, PreviewPart,
                               given_or_own_prefix, instance_text, log_and_result, preview, windows_path)
 
 sys.path.insert(0, str(ROOT))
@@ -21,7 +21,7 @@ import mail_servers  # noqa: E402: what it needs stands beside the tests
 from sim import mail_server as real_mail_server  # noqa: E402
 
 TEXT_CONVERTER = ROOT / "build" / "sanitize" / "tests" / "mail" / "text_converter"
-MAIL_SERIES = ROOT / "build" / "win32-tests" / "tests" / "mail" / "mail_series.exe"
+MAIL_SERIES = TEST_PROGRAMS / "mail" / "mail_series.exe"
 
 SMTP_MAIL_MAGIC = INSTANCE_MAGICS["SMTPMail"]
 

@@ -14,6 +14,7 @@
 #include "tests/module/expected_classes.h"
 #include "tests/module/instance_bytes.h"
 #include "tests/module/loaded_module.h"
+#include "tests/module/own_bits.h"
 #include "tests/module/recording_host.h"
 #include "tests/module/scratch_directory.h"
 #include "tests/module/started_program.h"
@@ -502,7 +503,7 @@ TEST_F(LaunchedProgram, StartsInTheHostsOwnFolderForAnEmptyWorkingPath) {
 TEST_F(LaunchedProgram, StartsWithoutAnInstructionHowToShowItself) {
   EXPECT_EQ(SendInstance({program(), folder(), ""}), S_OK);
   const ProgramReport& report = watch_.AwaitReport();
-  EXPECT_EQ(report.startup_size, 68U);
+  EXPECT_EQ(report.startup_size, kStartupSize);
   EXPECT_EQ(report.startup_flags, 0U);
   EXPECT_EQ(report.show_window, 1U);
 }

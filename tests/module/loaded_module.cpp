@@ -2,6 +2,7 @@
 
 #include <filesystem>
 
+#include "tests/module/own_bits.h"
 #include "tests/module/test_program.h"
 
 namespace brantel {
@@ -18,7 +19,7 @@ void Bind(HMODULE module, const char* name, Function& function) {
 std::wstring NearestReleasedModule() {
   for (std::filesystem::path folder = TestProgramFolder(); folder.has_relative_path();
        folder = folder.parent_path()) {
-    const auto candidate = folder / L"out" / L"win32" / L"Brantel_Notifications.dll";
+    const auto candidate = folder / L"out" / kSystemName / L"Brantel_Notifications.dll";
     if (std::filesystem::exists(candidate)) return candidate.wstring();
   }
   throw std::runtime_error("there is no module to test; BRANTEL_MODULE can name it");

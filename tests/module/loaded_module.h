@@ -13,8 +13,8 @@
 namespace brantel {
 
 // The full path of the module under test: what the environment variable BRANTEL_MODULE names, else
-// out\win32\Brantel_Notifications.dll in the nearest folder above the test program that has one.
-// Throws std::runtime_error when there is none.
+// out\win32\Brantel_Notifications.dll (or win64) in the nearest folder above the test program that
+// has one. Throws std::runtime_error when there is none.
 std::wstring ModuleFile();
 
 // Holds the module loaded and calls it the way a host does, through its exports alone. Failing to

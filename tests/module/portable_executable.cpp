@@ -8,6 +8,8 @@
 #include <iterator>
 #include <stdexcept>
 
+#include "tests/module/own_bits.h"
+
 namespace brantel {
 namespace {
 
@@ -30,13 +32,13 @@ std::vector<char> ReadFileBytes(const std::wstring& file) {
 
 PortableExecutable::PortableExecutable(const std::wstring& file) : bytes_(ReadFileBytes(file)) {
   const auto start = static_cast<std::size_t>(Read<IMAGE_DOS_HEADER>(bytes_, 0).e_lfanew);
-  headers_ = Read<IMAGE_NT_HEADERS32>(bytes_, start);
-  if (headers_.Signature != IMAGE_NT_SIGNATURE ||
-      headers_.FileHeader.Machine != IMAGE_FILE_MACHINE_I386) {
-    throw std::runtime_error("not a 32-bit program file");
+  headers_ = Read<IMAGE_NT_HEADERS>(bytes_, start);
+  constexpr WORD kOwnMachine = kIs64Bit ? IMAGE_FILE_MACHINE_AMD64 : IMAGE_FILE_MACHINE_I386;
+  if (headers_.Signature != IMAGE_NT_SIGNATURE || headers_.FileHeader.Machine != kOwnMachine) {
+    throw std::runtime_error("not a program file of as many bits as this one");
   }
-  const std::size_t table = start + offsetof(IMAGE_NT_HEADERS32, OptionalHeader) +
-                            headers_.FileHeader.SizeOfOptionalHeader;
+  const std::size_t table =
+      start + offsetof(IMAGE_NT_HEADERS, OptionalHeader) + headers_.FileHeader.SizeOfOptionalHeader;
   for (std::size_t i = 0; i < headers_.FileHeader.NumberOfSections; ++i) {
     sections_.push_back(
         Read<IMAGE_SECTION_HEADER>(bytes_, table + i * sizeof(IMAGE_SECTION_HEADER)));
@@ -52,7 +54,7 @@ std::vector<std::string> PortableExecutable::ExportNames() const {
   const auto exports = At<IMAGE_EXPORT_DIRECTORY>(place.VirtualAddress);
   std::vector<std::string> names;
   for (DWORD i = 0; i < exports.NumberOfNames; ++i) {
-    names.push_back(TextAt(At<DWORD>(exports.AddressOfNames + i * sizeof(DWORD))));
+    names.push_back(TextAt(At<DWORD>(exports.AddressOfNames + i * DWORD{sizeof(DWORD)})));
   }
   std::ranges::sort(names);
   return names;

@@ -7,10 +7,11 @@
 
 namespace brantel {
 
-// What the headers of a 32-bit program file say, read from its bytes and not from a loaded copy.
+// What the headers of a program file of as many bits as this one say, read from its bytes and not
+// from a loaded copy.
 class PortableExecutable {
  public:
-  // Throws std::runtime_error for a file that is no 32-bit program or library.
+  // Throws std::runtime_error for a file that is no such program or library.
   explicit PortableExecutable(const std::wstring& file);
 
   [[nodiscard]] std::size_t size() const { return bytes_.size(); }
@@ -31,7 +32,7 @@ class PortableExecutable {
   [[nodiscard]] std::size_t OffsetOf(DWORD address) const;
 
   std::vector<char> bytes_;
-  IMAGE_NT_HEADERS32 headers_{};
+  IMAGE_NT_HEADERS headers_{};
   std::vector<IMAGE_SECTION_HEADER> sections_;
 };
 

@@ -13,6 +13,7 @@
 
 #include "tests/module/expected_classes.h"
 #include "tests/module/loaded_module.h"
+#include "tests/module/own_bits.h"
 #include "tests/module/registry_tree.h"
 #include "tests/module/scratch_directory.h"
 #include "tests/module/utf8_text.h"
@@ -319,7 +320,7 @@ TEST_F(Registration, MakesTheTypeLibraryKnown) {
   EXPECT_EQ(LoadRegTypeLib(library_id, 1, 0, LOCALE_NEUTRAL, library.put()), S_OK);
   EXPECT_EQ(library->GetTypeInfoCount(), kExpectedClasses.size());
   EXPECT_EQ(NamesBelow(kLibraryKey), std::vector<std::wstring>{L"1.0"});
-  EXPECT_EQ(DumpTree(HKEY_CLASSES_ROOT, kLibraryKey + L"\\1.0\\0\\win32"),
+  EXPECT_EQ(DumpTree(HKEY_CLASSES_ROOT, kLibraryKey + L"\\1.0\\0\\" + kSystemName),
             WithModulePath("@ = '<module>'\n", ModuleFile()));
 }
 
@@ -591,7 +592,7 @@ TEST_F(RegistrationOnTheMachine, IsDoneAndUndoneByRegsvr32) {
 
   EXPECT_EQ(RunRegsvr32(L"/s " + quoted), 0U);
   ExpectAllRegistered(ModuleFile());
-  EXPECT_TRUE(KeyExists(HKEY_CLASSES_ROOT, kLibraryKey + L"\\1.0\\0\\win32"));
+  EXPECT_TRUE(KeyExists(HKEY_CLASSES_ROOT, kLibraryKey + L"\\1.0\\0\\" + kSystemName));
 
   EXPECT_EQ(RunRegsvr32(L"/u /s " + quoted), 0U);
   ExpectNothingRegistered();

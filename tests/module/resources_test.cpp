@@ -14,6 +14,7 @@
 #include "system/windows/bstr_win32.h"
 #include "tests/module/expected_classes.h"
 #include "tests/module/loaded_module.h"
+#include "tests/module/own_bits.h"
 #include "tests/module/utf8_text.h"
 
 namespace brantel {
@@ -312,7 +313,7 @@ TEST_F(TypeLibrary, HasItsNameDescriptionIdentifierAndVersion) {
   EXPECT_EQ(attributes->guid, ToGuid(kExpectedLibraryId));
   EXPECT_EQ(attributes->wMajorVerNum, 1);
   EXPECT_EQ(attributes->wMinorVerNum, 0);
-  EXPECT_EQ(attributes->syskind, SYS_WIN32);
+  EXPECT_EQ(attributes->syskind, kSystemKind);
   EXPECT_EQ(attributes->lcid, 0U);
   library_->ReleaseTLibAttr(attributes);
 }

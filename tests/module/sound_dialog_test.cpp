@@ -10,6 +10,7 @@
 
 #include "tests/module/configured_recorder.h"
 #include "tests/module/dialog_fixture.h"
+#include "tests/module/own_bits.h"
 #include "tests/module/started_program.h"
 
 namespace brantel {
@@ -132,7 +133,7 @@ class RecorderTest : public SoundDialogTest {
     session_->StartClick(kRecord);
     const ProgramReport& report = watch.AwaitReport();
     EXPECT_EQ(report.command_line, command_line);
-    EXPECT_EQ(report.startup_size, 68U);
+    EXPECT_EQ(report.startup_size, kStartupSize);
     EXPECT_EQ(report.startup_flags, 0U);
     EXPECT_EQ(report.directory, CurrentDirectory());
     EXPECT_TRUE(session_->StandsStill());

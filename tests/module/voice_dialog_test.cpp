@@ -9,6 +9,7 @@
 #include "tests/module/configured_recorder.h"
 #include "tests/module/dialog_fixture.h"
 #include "tests/module/dialog_looks.h"
+#include "tests/module/own_bits.h"
 #include "tests/module/started_program.h"
 
 namespace brantel {
@@ -120,7 +121,7 @@ TEST_F(VoiceDialogTest, RecordsTheFileOfEachRow) {
     session_->StartClick(row.record);
     const ProgramReport& report = watch.AwaitReport();
     EXPECT_EQ(report.command_line, recorder.string() + " " + file);
-    EXPECT_EQ(report.startup_size, 68U);
+    EXPECT_EQ(report.startup_size, kStartupSize);
     EXPECT_EQ(report.startup_flags, 0U);
     EXPECT_TRUE(session_->StandsStill());
     watch.LetItEnd();

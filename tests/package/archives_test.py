@@ -5,12 +5,12 @@ import subprocess
 import sys
 import zipfile
 
-from windows_programs import HOST, MODULE, ROOT, VERSION
+from windows_programs import HOST, MODULE, PRESET, ROOT, VERSION
 
 sys.path.insert(0, str(ROOT / "packaging"))
 from archives import pack  # noqa: E402
 
-NAME = f"Brantel_Notifications-{VERSION}-win32"
+NAME = f"Brantel_Notifications-{VERSION}-{PRESET}"
 
 
 def members(archive) -> dict[str, bytes]:

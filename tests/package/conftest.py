@@ -5,11 +5,12 @@ import os
 import pathlib
 import re
 import subprocess
+import sys
 from dataclasses import dataclass
 
 import pytest
 
-from windows_programs import ROOT, TIME_LIMIT, WINE, windows_path, wine_prefix
+from windows_programs import PRESET, ROOT, TIME_LIMIT, WINE, windows_path, wine_prefix
 
 # What the system's installer notes of itself, and the system of every program that ran.
 OWN_NOTES = re.compile(
@@ -77,7 +78,9 @@ def windows():
 
 
 @pytest.fixture(scope="session")
-def packages() -> pathlib.Path:
-    subprocess.run([ROOT / "tools" / "package"], check=True, stdout=subprocess.DEVNULL, timeout=TIME_LIMIT,
-                   env={**os.environ, "LC_ALL": "C.UTF-8"})
-    return ROOT / "out" / "packages"
+def packages(tmp_path_factory) -> pathlib.Path:
+    """As tools/package has them made when all is built."""
+    folder = tmp_path_factory.mktemp("packages")
+    subprocess.run([sys.executable, ROOT / "packaging" / "pack.py", folder, PRESET], check=True,
+                   stdout=subprocess.DEVNULL, timeout=TIME_LIMIT, env={**os.environ, "LC_ALL": "C.UTF-8"})
+    return folder

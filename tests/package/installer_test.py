@@ -9,12 +9,12 @@ import zipfile
 
 import pytest
 
-from windows_programs import HOST, MODULE, ROOT, VERSION, wait_until, windows_path
+from windows_programs import BUILD, HOST, MODULE, PRESET, ROOT, VERSION, wait_until, windows_path
 
 sys.path.insert(0, str(ROOT / "packaging"))
 from installer import Installer  # noqa: E402
 
-NAME = f"Brantel_Notifications-{VERSION}-win32"
+NAME = f"Brantel_Notifications-{VERSION}-{PRESET}"
 PROGRAM_FILES = "Program Files/Brantel_Notifications"
 OWN_KEY = r"Software\\Brantel_Notifications"
 SETTINGS = r"HKLM\SOFTWARE\Brantel\Vantrel\notification\SMTPMail"
@@ -49,7 +49,7 @@ def newer_installer(unpacked, tmp_path):
     (files / "docs" / "watch.md").unlink()
     (files / "README.md").write_text("newer\n")
     package = tmp_path / "newer.msi"
-    Installer("win32", NEWER, files, ROOT / "build" / "win32" / "resources").make(package, SECONDS)
+    Installer(PRESET, NEWER, files, BUILD / "resources").make(package, SECONDS)
     return package
 
 

@@ -6,7 +6,7 @@ import zipfile
 
 import pytest
 
-from windows_programs import ROOT, VERSION
+from windows_programs import PRESET, ROOT, VERSION
 
 sys.path.insert(0, str(ROOT / "packaging"))
 from notices import COMPONENTS, component_of, package_files  # noqa: E402
@@ -24,7 +24,7 @@ DEMANDED = {
 
 
 def test_all_that_is_built_in_is_named(packages):
-    name = f"Brantel_Notifications-{VERSION}-win32"
+    name = f"Brantel_Notifications-{VERSION}-{PRESET}"
     with zipfile.ZipFile(packages / f"{name}.zip") as archive:
         notices = archive.read(f"{name}/NOTICES.txt").decode()
     sections = re.split(r"\n\n(?=[^\n]+: [^\n]+\n-+\n)", notices)[1:]

@@ -11,11 +11,11 @@ from dataclasses import dataclass
 
 import pytest
 
-from windows_programs import (HOST, INSTANCE_MAGICS, MODULE, ROOT, TIME_LIMIT, WINE, PreviewPart,
+from windows_programs import (BUILD, HOST, INSTANCE_MAGICS, MODULE, TEST_PROGRAMS, TIME_LIMIT, WINE, PreviewPart,
                               instance_text, preview, windows_path, wine_prefix)
 
-STAND_INS = ROOT / "build" / "win32" / "sim" / "messenger"
-DIALOG_TESTS = ROOT / "build" / "win32-tests" / "tests" / "popup" / "popup_tests.exe"
+STAND_INS = BUILD / "sim" / "messenger"
+DIALOG_TESTS = TEST_PROGRAMS / "popup" / "popup_tests.exe"
 
 MAGIC = INSTANCE_MAGICS["WinPopup"]
 

@@ -12,11 +12,11 @@ from dataclasses import dataclass, field
 import pytest
 
 from captured_sound import Capture, make_wave
-from windows_programs import (HOST, INSTANCE_MAGICS, MODULE, ROOT, TIME_LIMIT, WINE, PreviewPart, end_all,
+from windows_programs import (BUILD, HOST, INSTANCE_MAGICS, MODULE, TIME_LIMIT, WINE, PreviewPart, end_all,
                               instance_integer, instance_text, log_and_result, preview, running_driver,
                               windows_path, wine_prefix)
 
-EXCHANGE = ROOT / "build" / "win32" / "sim" / "telephony" / "tapi32.dll"
+EXCHANGE = BUILD / "sim" / "telephony" / "tapi32.dll"
 
 VOICE_MAGIC = INSTANCE_MAGICS["Voice"]
 

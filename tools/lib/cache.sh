@@ -13,6 +13,11 @@ esac
 # shellcheck disable=SC2034 # both are for the scripts that read this file
 wine_root=$cache/i386-root wine_mounts=$cache/i386-root.mounts
 
+# Wine for 64-bit programs, where BRANTEL_BITS says so; it is the machine's own.
+# shellcheck disable=SC2034
+wine64=/usr/lib/wine/wine64 wine_kind=
+[ "${BRANTEL_BITS:-32}" = 32 ] || wine_kind=-64
+
 # A Wine prefix that nothing has been changed in: new ones are copies of it.
 # shellcheck disable=SC2034
-wine_prefix_template=$cache/new-prefix
+wine_prefix_template=$cache/new-prefix$wine_kind

@@ -47,7 +47,7 @@ initialize_prefix()
 	# The two libraries would ask to download their engines, and the menu
 	# builder would write into the caller's home folder.
 	log=$(/usr/bin/mktemp)
-	WINEARCH=win32 WINEDEBUG=err+all \
+	WINEDEBUG=err+all \
 	WINEDLLOVERRIDES="mscoree,mshtml=;winemenubuilder.exe=d" \
 		"$1" wineboot --init </dev/null >"$log" 2>&1 || :
 	# A prefix that is half made would pass for a whole one from now on.

@@ -4,7 +4,7 @@
 //   dialog_operator TITLE BUTTON [CONTROL TEXT]...
 //
 // Buttons and controls are given by their numbers. Exit codes: 0 done, 1 there is no such dialog or
-// control, 2 wrong usage.
+// control or the dialog does not take notice, 2 wrong usage.
 #include <windows.h>
 
 #include <cstdlib>
@@ -13,6 +13,7 @@ namespace {
 
 constexpr DWORD kPollMilliseconds = 10;
 constexpr DWORD kWaitMilliseconds = 60000;
+constexpr DWORD kNoticeMilliseconds = 2000;
 
 HWND AwaitDialog(const char* title) {
   for (DWORD waited = 0; waited < kWaitMilliseconds; waited += kPollMilliseconds) {
@@ -29,10 +30,25 @@ bool SetText(HWND dialog, int control, const char* text) {
   return window != nullptr && SendMessageA(window, WM_SETTEXT, 0, LPARAM(text)) != FALSE;
 }
 
+// It is gone, or has opened a window of its own.
+bool TakesNotice(HWND dialog) {
+  for (DWORD waited = 0; waited < kNoticeMilliseconds; waited += kPollMilliseconds) {
+    if (IsWindowVisible(dialog) == FALSE || IsWindowEnabled(dialog) == FALSE) return true;
+    Sleep(kPollMilliseconds);
+  }
+  return false;
+}
+
+// A click is lost when another window takes the mouse meanwhile.
 bool Press(HWND dialog, int button) {
   HWND const window = GetDlgItem(dialog, button);
-  // Posted, for what the dialog does then may take longer than this program stays.
-  return window != nullptr && PostMessageA(window, BM_CLICK, 0, 0) != FALSE;
+  if (window == nullptr) return false;
+  for (DWORD waited = 0; waited < kWaitMilliseconds; waited += kNoticeMilliseconds) {
+    // Posted, for what the dialog does then may take longer than this program stays.
+    PostMessageA(window, BM_CLICK, 0, 0);
+    if (TakesNotice(dialog)) return true;
+  }
+  return false;
 }
 
 }  // namespace

@@ -23,7 +23,7 @@ class FakeCheckedSystem final : public CheckedSystem {
   std::set<std::string> programs;  // along the path
   std::set<std::uint32_t> ports = {1, 2};
   bool has_sound_device = true;
-  Registration registration{"C:\\module.dll", true, 32, true};
+  Registration registration{"C:\\module.dll", true, true, true};
   MessengerState messenger = MessengerState::kRuns;
   VoiceLineState voice_line = VoiceLineState::kThere;
   std::string greeting = "220 relay ready";

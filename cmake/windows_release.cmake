@@ -1,5 +1,5 @@
-# The module and the host run on any 32-bit Windows of their time and import system libraries alone, so
-# the compiler's own libraries are linked in. What nobody calls is left out.
+# The module and the host run on any Windows of their time and import system libraries alone, so the
+# compiler's own libraries are linked in. What nobody calls is left out.
 
 # The least Windows that the sources need. The standard headers of newer compilers need more themselves.
 set(least_windows 0x0501)
@@ -22,7 +22,11 @@ else()
   add_link_options(-fno-use-linker-plugin "SHELL:-wrapper \"${CMAKE_SOURCE_DIR}/tools/lib/link_with_lld\"")
 endif()
 
-set(RELEASE_DIR "${CMAKE_SOURCE_DIR}/out/win32")
+if(CMAKE_SIZEOF_VOID_P EQUAL 8)
+  set(RELEASE_DIR "${CMAKE_SOURCE_DIR}/out/win64")
+else()
+  set(RELEASE_DIR "${CMAKE_SOURCE_DIR}/out/win32")
+endif()
 
 # Puts a stripped copy of the target's file into the release folder, with its symbols beside it.
 function(release_stripped target)
