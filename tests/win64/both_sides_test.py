@@ -7,7 +7,7 @@ from dataclasses import dataclass
 import pytest
 
 from captured_sound import Capture, make_wave
-from windows_programs import instance_integer, instance_text, magic, windows_path
+from windows_programs import INSTANCE_MAGICS, instance_integer, instance_text, windows_path
 
 
 @dataclass
@@ -21,33 +21,33 @@ class NotifierClass:
 CLASSES = {
     "SMTPMail": NotifierClass(
         "{4D03ADA6-067C-79C7-B3CD-B7D9C4293BF5}", "Edit SMTP Instance",
-        magic("D6DD268C-A32B-EF86-2683-A7DA9410F949") + b"".join(map(
+        INSTANCE_MAGICS["SMTPMail"] + b"".join(map(
             instance_text, ["192.0.2.25", "ann@example.com", "ops@example.com", "%n: 100%", "é\r\n\tis down"])),
         "gateway=192.0.2.1&to=a+1&from=nobody&subject=&message=b%20c"),
     "Sound": NotifierClass(
         "{A93D5106-D415-9AE1-2956-2D685A03A67B}", "Edit Sound Instance",
-        magic("5D6A4051-7608-5DD6-F1D3-2CFEA0F80A9F") + instance_text("C:\\bell.wav") + instance_integer(1)),
+        INSTANCE_MAGICS["Sound"] + instance_text("C:\\bell.wav") + instance_integer(1)),
     "WinPopup": NotifierClass(
         "{B28A7D4D-B389-C787-CCC0-A0F773C8FC73}", "Edit WinPopup Instance",
-        magic("8B762C29-0B2E-9C58-6C92-5C2A021AFB08") + instance_text("PC7") + instance_text("%n é"),
+        INSTANCE_MAGICS["WinPopup"] + instance_text("PC7") + instance_text("%n é"),
         "destination=PC9&message=one+%25n"),
     "LaunchProgram": NotifierClass(
         "{313E5016-EB2E-F2DD-BDB6-184EFE00A5D3}", "Edit Launch Program Instance",
-        magic("ECEC7E6C-8E18-4CA2-C56F-5334C2BD7945") + b"".join(map(
+        INSTANCE_MAGICS["LaunchProgram"] + b"".join(map(
             instance_text, ["C:\\restart.exe", "C:\\", '--node "%n"']))),
     "Beeper": NotifierClass(
         "{E0F08BCF-0BD9-3D64-842A-2FCEAE91F17E}", "Edit Beeper Instance",
-        magic("E546F481-983D-5A7E-610B-E80BF158F22E")
+        INSTANCE_MAGICS["Beeper"]
         + b"".join(map(instance_text, ["5550100", "ATDT%s,,,,%s#", "11", "12", "13", "%C"])) + instance_integer(0),
         "beepernumber=5550101&upcode=1&downcode=2&trapcode=3&reportmessage=%25C"),
     "Pager": NotifierClass(
         "{2669D42E-142D-8B34-EAC1-28B07EB3EABA}", "Edit Pager Instance",
-        magic("CF05540D-534F-164B-BD02-D12A35BF0840")
+        INSTANCE_MAGICS["Pager"]
         + b"".join(map(instance_text, ["5550200", "secret", "12345", "%n: %C", "TAP"])) + instance_integer(0),
         "pagernumber=5550201&password=&pagerid=17&message=%25C&protocol=UCP-SMS"),
     "Voice": NotifierClass(
         "{DEE8A963-837B-D33C-C75D-B637B7CCFCA2}", "Edit Voice Instance",
-        magic("C4F822F8-1890-08CD-6842-1838A3A78A26") + b"".join(map(instance_text, ["5550100", "C:\\again.wav"]))
+        INSTANCE_MAGICS["Voice"] + b"".join(map(instance_text, ["5550100", "C:\\again.wav"]))
         + instance_integer(3) + instance_integer(5)
         + b"".join(map(instance_text, [f"C:\\{name}.wav" for name in ("down", "up", "service_down", "service_up")]))),
 }
