@@ -118,7 +118,7 @@ SUITES = [
     Suite("mail", "sends mail through real mail servers on a loopback address", pytest("mail"),
           [RELEASE, FAR_ENDS, DRIVERS], 100, 1800, 0.3, wine=True),
     Suite("win64", "tries module and host for 64-bit Windows: what can differ from those for 32 bits", pytest("win64"),
-          [RELEASE, FAR_ENDS, WIN64_SETUP, RELEASE_64], 38, 1800, 0.6, wine=True),
+          [RELEASE, FAR_ENDS, WIN64_SETUP, RELEASE_64], 38, 1800, 0.6, wine=True, for_maintainers=True),
     Suite("watch", "watches services that die and return, is killed, and runs as a service", pytest("watch"),
           [RELEASE], 16, 1800, 0.5, wine=True),
     Suite("demo", "runs the demo, looks at its console, and ends it", pytest("demo"), [RELEASE, SIMULATOR], 1, 1800,
@@ -416,17 +416,19 @@ def parse_arguments() -> argparse.Namespace:
                "run only when they are named:\n"
                f"{describe([suite for suite in SUITES if suite.for_maintainers])}")
     parser.add_argument("suites", nargs="*", metavar="SUITE", help="a suite to run instead of all")
+    parser.add_argument("--with", metavar="SUITE", dest="others", action="append", default=[],
+                        help="a suite to run beside those that are run when none is named")
     parser.add_argument("-k", metavar="NAME", help="run only the tests with this in their names")
     return parser.parse_args()
 
 
-def chosen_suites(names: list[str]) -> list[Suite]:
-    unknown = set(names) - {suite.name for suite in SUITES}
+def chosen_suites(names: list[str], others: list[str]) -> list[Suite]:
+    unknown = {*names, *others} - {suite.name for suite in SUITES}
     if unknown:
         sys.exit(f"no such suite: {', '.join(sorted(unknown))}; there are "
                  f"{', '.join(suite.name for suite in SUITES)}")
     return [suite for suite in SUITES
-            if (suite.name in names if names else not suite.for_maintainers)]
+            if suite.name in others or (suite.name in names if names else not suite.for_maintainers)]
 
 
 def print_failures(suites: list[Suite], results: dict[str, Result]) -> None:
@@ -439,7 +441,7 @@ def print_failures(suites: list[Suite], results: dict[str, Result]) -> None:
 
 def main() -> int:
     arguments = parse_arguments()
-    suites = chosen_suites(arguments.suites)
+    suites = chosen_suites(arguments.suites, arguments.others)
     if arguments.k and (len(suites) != 1 or not suites[0].narrowed(arguments.k)):
         sys.exit("-k goes with one suite, and not with lint, tidy or fuzz")
     if any(suite.name == "mail" for suite in suites):

@@ -86,7 +86,7 @@ def test_the_modules_ways_out_lead_to_the_console(person, button, heading):
     person.open("/add/Beeper")
     person.driver.switch_to.frame(0)
     person.press(button)
-    person.driver.find_element(By.CSS_SELECTOR, "a[target=_top]").click()
+    person.wait(lambda: person.driver.find_elements(By.CSS_SELECTOR, "a[target=_top]"))[0].click()
     person.driver.switch_to.default_content()
     person.wait(lambda: person.heading == heading)
 

@@ -17,6 +17,11 @@ from windows_programs import ROOT, TIME_LIMIT, wait_until
 MARK = "BRANTEL_DEMO_OF_TEST"
 
 
+def heed_ctrl_c() -> None:
+    """Which programs do not that were started in the background, nor what they start."""
+    signal.signal(signal.SIGINT, signal.SIG_DFL)
+
+
 class Demo:
     """The demo, under way, in a process group of its own as in a terminal."""
 
@@ -28,7 +33,7 @@ class Demo:
         with self._output.open("w") as output:
             self.process = subprocess.Popen(
                 [ROOT / "demo", "--console"], stdin=subprocess.DEVNULL, stdout=output, stderr=subprocess.STDOUT,
-                start_new_session=True,
+                start_new_session=True, preexec_fn=heed_ctrl_c,
                 env={**os.environ, "TMPDIR": str(self._temporary), MARK: str(folder)})
 
     def output(self) -> str:
