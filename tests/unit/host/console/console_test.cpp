@@ -521,9 +521,11 @@ class AcknowledgingConsoleTest : public ConsoleTest {
  protected:
   AcknowledgingConsoleTest() {
     auto listed = std::make_unique<ListedItems>();
-    listed->items = {
-        {.name = "eth0/1 & <b>", .status = ItemStatus::kDown, .can_be_acknowledged = true},
-        {.name = "mail", .status = ItemStatus::kUp}};
+    listed->items = {{.name = "eth0/1 & <b>",
+                      .kind = "item",
+                      .status = ItemStatus::kDown,
+                      .can_be_acknowledged = true},
+                     {.name = "mail", .kind = "service", .status = ItemStatus::kUp}};
     items = listed.get();
     watched = std::move(listed);
     Start(nullptr);
