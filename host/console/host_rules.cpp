@@ -22,10 +22,10 @@ bool HostRules::IsHost(std::string_view host) const {
 
 // With encryption only where a proxy has put that before the console.
 bool HostRules::IsOwnOrigin(std::string_view origin) const {
-  for (const std::string_view scheme : {"http://", "https://"}) {
-    if (origin.starts_with(scheme) && IsHost(origin.substr(scheme.size()))) return true;
-  }
-  return false;
+  const auto is_own = [&](std::string_view scheme) {
+    return origin.starts_with(scheme) && IsHost(origin.substr(scheme.size()));
+  };
+  return is_own("http://") || is_own("https://");
 }
 
 std::vector<std::string> HostNames(const std::string& address, unsigned port) {

@@ -103,6 +103,7 @@ class TemplateFilling {
   }
 
   [[nodiscard]] const std::string& FindText(std::string_view name) const {
+    // NOLINTNEXTLINE(modernize-loop-convert): clang++ 14 cannot compile the library's reverse_view
     for (auto scope = scopes_.rbegin(); scope != scopes_.rend(); ++scope) {
       if (const std::string* const text = (*scope)->FindText(name)) return *text;
     }
@@ -110,6 +111,7 @@ class TemplateFilling {
   }
 
   [[nodiscard]] const std::vector<PageValues>* FindItems(std::string_view name) const {
+    // NOLINTNEXTLINE(modernize-loop-convert): clang++ 14 cannot compile the library's reverse_view
     for (auto scope = scopes_.rbegin(); scope != scopes_.rend(); ++scope) {
       if (const auto* const items = (*scope)->FindItems(name)) return items;
     }

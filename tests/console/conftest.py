@@ -10,7 +10,7 @@ from selenium.webdriver.support.ui import WebDriverWait
 import browser
 from served_console import Console, running_console
 from windows_programs import (INSTANCE_MAGICS, TIME_LIMIT, given_or_own_prefix, instance_integer, instance_text,
-                              wait_until, windows_path)
+                              plan_item_that_is_down, wait_until, windows_path)
 
 # A program that every Windows has and that ends at once.
 PROGRAM = "C:\\windows\\system32\\hostname.exe"
@@ -40,17 +40,7 @@ def wine_environment():
         yield environment
 
 
-# What is looked at is never there.
-PLAN = """
-[[items]]
-name = "gate"
-address = "127.0.0.1"
-probe = "tcp"
-port = 1
-interval = "1s"
-timeout = "500ms"
-down_after = 1
-"""
+PLAN = plan_item_that_is_down("gate")
 
 
 def is_seen_down(console: Console) -> bool:
@@ -97,8 +87,10 @@ def set_width(driver, width: str, theme: str = "light") -> None:
     driver.execute_cdp_cmd("Emulation.setDeviceMetricsOverride",
                            {"width": WIDTHS[width], "height": 900, "deviceScaleFactor": 1,
                             "mobile": width == "narrow"})
+    # A page that is open changes its colours at once: what is looked at is not something between them.
     driver.execute_cdp_cmd("Emulation.setEmulatedMedia",
-                           {"features": [{"name": "prefers-color-scheme", "value": theme}]})
+                           {"features": [{"name": "prefers-color-scheme", "value": theme},
+                                         {"name": "prefers-reduced-motion", "value": "reduce"}]})
 
 
 class Person:
@@ -125,18 +117,31 @@ class Person:
     def press(self, name: str) -> None:
         """A button or a link, and waits for the page that follows."""
         before = self.driver.find_element(By.TAG_NAME, "html")
-        element = self.driver.find_element(
-            By.XPATH, f"//button[normalize-space(.)='{name}'] | //a[normalize-space(.)='{name}']"
-                      f" | //input[@type='submit' or @type='SUBMIT'][@value='{name}']")
-        element.click()
+        self._control(name).click()
         self.wait(lambda: is_stale(before))
         # The page before may have gone for a while when the one that follows is there.
         self.wait(lambda: self.text)
+
+    def enter_frame(self) -> None:
+        """Looks at the page inside of the page. For the driver the one that was there before may stay there for
+        good, so that each that follows is entered anew."""
+        self.driver.switch_to.default_content()
+        self.driver.switch_to.frame(0)
+
+    def press_in_frame(self, name: str, told: str) -> None:
+        """A button of the page inside, and waits until that says so."""
+        self._control(name).click()
+        self.wait(lambda: self.enter_frame() or told in self.text)
 
     def wait(self, condition):
         # What is looked at may be replaced meanwhile by what has come.
         return WebDriverWait(self.driver, TIME_LIMIT, poll_frequency=0.05,
                              ignored_exceptions=[StaleElementReferenceException]).until(lambda _: condition())
+
+    def _control(self, name: str):
+        return self.driver.find_element(
+            By.XPATH, f"//button[normalize-space(.)='{name}'] | //a[normalize-space(.)='{name}']"
+                      f" | //input[@type='submit' or @type='SUBMIT'][@value='{name}']")
 
     @property
     def heading(self) -> str:

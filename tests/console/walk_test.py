@@ -51,14 +51,13 @@ def test_says_what_keeps_an_instance_from_being_saved(person, console):
 
 def test_adds_an_instance_by_the_modules_page(person, console):
     person.open("/add/SMTPMail")
-    person.driver.switch_to.frame(0)
+    person.enter_frame()
     for name, value in [("instancename", "Mail room"), ("gateway", "192.0.2.1"), ("to", "ops@example.com"),
                         ("from", "net@example.com"), ("subject", "%n 100% <up>"), ("message", "one\ntwo = 2")]:
         field = person.driver.find_element(By.NAME, name)
         field.clear()
         field.send_keys(value)
-    person.press("Submit")
-    assert "The instance is saved." in person.text
+    person.press_in_frame("Submit", "The instance is saved.")
     person.driver.find_element(By.LINK_TEXT, "Show the instance").click()
     person.driver.switch_to.default_content()
     person.wait(lambda: person.path == "/instances/Mail%20room")
@@ -69,13 +68,12 @@ def test_adds_an_instance_by_the_modules_page(person, console):
 def test_edits_an_instance_by_the_modules_page(person, console):
     person.open("/instances/Night")
     person.press("Edit")
-    person.driver.switch_to.frame(0)
+    person.enter_frame()
     field = person.driver.find_element(By.NAME, "beepernumber")
     assert field.get_property("value") == "5550100"
     field.clear()
     field.send_keys("555 0199")
-    person.press("Submit")
-    assert "The instance is saved." in person.text
+    person.press_in_frame("Submit", "The instance is saved.")
     person.driver.switch_to.default_content()
     texts = ["555 0199", "tone", "1", "2", "3", ""]
     assert content(console, "Night") == INSTANCE_MAGICS["Beeper"] + b"".join(map(instance_text, texts)) + instance_integer(0)
@@ -84,16 +82,16 @@ def test_edits_an_instance_by_the_modules_page(person, console):
 @pytest.mark.parametrize("button, heading", [("Notifications", "Instances"), ("Top view", "Overview")])
 def test_the_modules_ways_out_lead_to_the_console(person, button, heading):
     person.open("/add/Beeper")
-    person.driver.switch_to.frame(0)
-    person.press(button)
-    person.wait(lambda: person.driver.find_elements(By.CSS_SELECTOR, "a[target=_top]"))[0].click()
+    person.enter_frame()
+    person.press_in_frame(button, f"Show the {heading.lower()}")
+    person.driver.find_element(By.CSS_SELECTOR, "a[target=_top]").click()
     person.driver.switch_to.default_content()
     person.wait(lambda: person.heading == heading)
 
 
 def test_the_modules_help_link_opens_the_help_of_the_class(person):
     person.open("/add/Beeper")
-    person.driver.switch_to.frame(0)
+    person.enter_frame()
     person.driver.find_element(By.LINK_TEXT, "Help").click()
     person.wait(lambda: len(person.driver.window_handles) == 2)
     first, second = person.driver.window_handles
