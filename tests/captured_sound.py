@@ -5,6 +5,8 @@ import random
 import wave
 from array import array
 
+from windows_programs import store_in_registry
+
 # A device that writes what is played into files, one for each opening of the device.
 ALSA_CONFIGURATION = """
 </usr/share/alsa/alsa.conf>
@@ -33,6 +35,11 @@ def make_wave(file: pathlib.Path, seconds: float) -> bytes:
         output.setframerate(RATE)
         output.writeframes(samples)
     return samples
+
+
+def use_alsa(environment: dict[str, str]) -> None:
+    """Has Wine do so also where a sound server is running."""
+    store_in_registry(environment, r"HKCU\Software\Wine\Drivers", "Audio", "alsa")
 
 
 class Capture:

@@ -76,17 +76,48 @@ def end_all(processes: list[subprocess.Popen]) -> None:
         process.wait(TIME_LIMIT)
 
 
-@contextlib.contextmanager
-def wine_prefix(**variables: str):
-    """A Wine prefix of its own in a folder of its own; gives the folder and the environment."""
-    folder = pathlib.Path(tempfile.mkdtemp(prefix="brantel_test_"))
-    environment = environment_of_wine(WINEPREFIX=str(folder / "prefix"), **variables)
-    try:
-        yield folder, environment
-    finally:
+def store_in_registry(environment: dict[str, str], key: str, name: str, text: str) -> None:
+    subprocess.run([WINE, "reg", "add", key, "/v", name, "/d", text, "/f"], env=environment,
+                   stdin=subprocess.DEVNULL, capture_output=True, check=True, timeout=TIME_LIMIT)
+
+
+@dataclass
+class WinePrefix:
+    """A Windows to itself. What tests make may lie in the folder beside the prefix."""
+    folder: pathlib.Path
+    environment: dict[str, str]
+
+    @property
+    def drive(self) -> pathlib.Path:
+        return self.folder / "prefix" / "drive_c"
+
+    @property
+    def system_directory(self) -> pathlib.Path:
+        return self.drive / "windows" / "system32"
+
+    def run(self, *command, variables: dict[str, str] | None = None, **options) -> subprocess.CompletedProcess:
+        """A program to its end, with these variables in its environment."""
+        return subprocess.run([WINE, *command], env={**self.environment, **(variables or {})},
+                              stdin=subprocess.DEVNULL, timeout=TIME_LIMIT, **options)
+
+    def store(self, key: str, name: str, text: str) -> None:
+        store_in_registry(self.environment, key, name, text)
+
+    def shut_down(self) -> None:
+        """Ends what runs in it. All of the registry is on the disk then, and it starts anew with the next program."""
         for option in ("-k", "-w"):
-            subprocess.run([WINE, "--server", option], env=environment, capture_output=True,
-                           timeout=TIME_LIMIT)
+            self.run("--server", option, capture_output=True)
+
+
+@contextlib.contextmanager
+def wine_prefix(kind: type[WinePrefix] = WinePrefix, **variables: str):
+    """A Wine prefix in a folder of its own."""
+    folder = pathlib.Path(tempfile.mkdtemp(prefix="brantel_test_"))
+    prefix = kind(folder, environment_of_wine(WINEPREFIX=str(folder / "prefix"), **variables))
+    try:
+        yield prefix
+    finally:
+        prefix.shut_down()
         shutil.rmtree(folder, ignore_errors=True)
 
 
@@ -96,8 +127,8 @@ def given_or_own_prefix(**variables: str):
     if "WINEPREFIX" in os.environ:
         yield environment_of_wine(**variables)
     else:
-        with wine_prefix(**variables) as (_, environment):
-            yield environment
+        with wine_prefix(**variables) as prefix:
+            yield prefix.environment
 
 
 # What send tells beside the log: the phases, and at the end the verdict in words, how long it took, and what
@@ -143,6 +174,20 @@ def instance_text(text: str | bytes) -> bytes:
 def instance_integer(number: int) -> bytes:
     """A number as instance files have it."""
     return number.to_bytes(4, "little", signed=True)
+
+
+def plan_item_that_is_down(name: str) -> str:
+    """A table of a plan of a watch, to which lines may be added. Nothing ever answers there."""
+    return f"""
+[[items]]
+name = "{name}"
+address = "127.0.0.1"
+probe = "tcp"
+port = 1
+interval = "1s"
+timeout = "500ms"
+down_after = 1
+"""
 
 
 @dataclass(frozen=True)

@@ -64,6 +64,13 @@ std::int64_t ToMicroseconds(std::int64_t count) {
   return count * kMicroseconds / per_second.QuadPart;
 }
 
+// Not GetTickCount, whose steps are longer the busier the machine is: the times in a transcript
+// would be closer to each other than what they are the times of.
+DWORD Milliseconds() {
+  constexpr std::int64_t kMicroseconds = 1000;
+  return static_cast<DWORD>(ToMicroseconds(TimeStamp()) / kMicroseconds);
+}
+
 // A thread that tells a window when something is due. It costs next to nothing meanwhile: what the
 // caller's program costs is measured with it inside.
 class Alarm {
@@ -86,7 +93,7 @@ class Alarm {
     CloseHandle(thread_);
   }
 
-  // When something is due next, in milliseconds of GetTickCount; nothing: not at all.
+  // When something is due next, by Milliseconds(); nothing: not at all.
   void Set(std::optional<DWORD> due) {
     due_ = due ? std::int64_t{*due} : kNever;
     SetEvent(changed_);
@@ -112,7 +119,7 @@ class Alarm {
     const DWORD longest = keys_file_.empty() ? INFINITE : kPauseBetweenLooksAtKeys;
     const std::int64_t due = due_;
     if (due == kNever) return longest;
-    const auto left = static_cast<std::int32_t>(static_cast<DWORD>(due) - GetTickCount());
+    const auto left = static_cast<std::int32_t>(static_cast<DWORD>(due) - Milliseconds());
     return std::min<DWORD>(longest, static_cast<DWORD>(std::max(left, std::int32_t{1})));
   }
 
@@ -120,7 +127,7 @@ class Alarm {
   bool IsDue() {
     std::int64_t due = due_;
     if (due == kNever) return false;
-    const auto left = static_cast<std::int32_t>(static_cast<DWORD>(due) - GetTickCount());
+    const auto left = static_cast<std::int32_t>(static_cast<DWORD>(due) - Milliseconds());
     return left <= 0 && due_.compare_exchange_strong(due, kNever);
   }
 
@@ -219,7 +226,7 @@ class RunningExchange {
  private:
   static LRESULT CALLBACK HandleMessage(HWND window, UINT message, WPARAM first, LPARAM second);
 
-  [[nodiscard]] Time Elapsed() const { return Time(GetTickCount() - started_); }
+  [[nodiscard]] Time Elapsed() const { return Time(Milliseconds() - started_); }
 
   void LookAtTime(LPARAM told) {
     if (delays_) {
@@ -247,7 +254,7 @@ class RunningExchange {
                        message.second, message.third);
   }
 
-  const DWORD started_ = GetTickCount();
+  const DWORD started_ = Milliseconds();
   Timeline clock_;  // on which nothing is planned
   Timeline plan_;
   std::ofstream stream_{FromEnvironment("TELEPHONE_EXCHANGE_TRANSCRIPT"), std::ios::app};

@@ -1,13 +1,12 @@
 """What Sound plays, captured behind the system's sound device and compared with the wave file."""
 
 import pathlib
-import subprocess
 
 import pytest
 
-from captured_sound import Capture, make_wave
+from captured_sound import Capture, make_wave, use_alsa
 from conftest import sound_instance
-from windows_programs import TIME_LIMIT, WINE, preview, wait_until, windows_path
+from windows_programs import preview, wait_until, windows_path
 
 ONCE = b"\0\0\0\0"
 ON_AND_ON = b"\1\0\0\0"
@@ -15,10 +14,7 @@ ON_AND_ON = b"\1\0\0\0"
 
 @pytest.fixture(scope="module")
 def sound_by_alsa(wine_environment):
-    """Makes Wine use ALSA also where a sound server is running."""
-    subprocess.run([WINE, "reg", "add", r"HKCU\Software\Wine\Drivers", "/v", "Audio", "/d", "alsa",
-                    "/f"], env=wine_environment, check=True, capture_output=True,
-                   timeout=TIME_LIMIT)
+    use_alsa(wine_environment)
 
 
 class Sounds:

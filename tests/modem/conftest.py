@@ -18,7 +18,7 @@ from dataclasses import dataclass, field
 
 import pytest
 
-from windows_programs import (HOST, INSTANCE_MAGICS, MODULE, ROOT, TIME_LIMIT, WINE, PreviewPart,
+from windows_programs import (HOST, INSTANCE_MAGICS, MODULE, ROOT, TIME_LIMIT, WINE, PreviewPart, WinePrefix,
                               instance_integer, instance_text, log_and_result, preview, wait_until,
                               wine_prefix)
 
@@ -107,18 +107,12 @@ class Call:
 
 
 @dataclass
-class Switchboard:
-    """A Wine prefix with ports, and what is connected to them."""
-    folder: pathlib.Path
-    environment: dict[str, str]
+class Switchboard(WinePrefix):
+    """Has ports, and what is connected to them."""
     free_ports: itertools.count = field(default_factory=lambda: itertools.count(PORTS[0]))
     free_names: itertools.count = field(default_factory=itertools.count)
     calls: list[Call] = field(default_factory=list)
     modems: list[Modem] = field(default_factory=list)
-
-    def wine(self, *arguments) -> subprocess.CompletedProcess:
-        return subprocess.run([WINE, *arguments], env=self.environment, cwd=self.folder, check=True,
-                              capture_output=True, timeout=TIME_LIMIT)
 
     def link(self, port: int) -> pathlib.Path:
         return self.folder / f"port{port}"
@@ -130,7 +124,7 @@ class Switchboard:
             lines += ['"{}"="{}"'.format(name, text.replace("\\", "\\\\")) for name, text in texts.items()]
         file = self.folder / "values.reg"
         file.write_text("\r\n".join(lines) + "\r\n")
-        self.wine("reg", "import", file.name)
+        self.run("reg", "import", file.name, cwd=self.folder, check=True, capture_output=True)
 
     def connect_modem(self, *options: str) -> tuple[int, Modem]:
         port = next(self.free_ports)
@@ -282,8 +276,7 @@ def rows_under_way(request):
 
 @pytest.fixture(scope="session")
 def switchboard():
-    with wine_prefix() as (folder, environment):
-        board = Switchboard(folder, environment)
+    with wine_prefix(Switchboard) as board:
         # Wine takes a port for one only when there is a terminal behind it as its server starts.
         placeholders = pty.openpty()
         for port in PORTS:
@@ -291,8 +284,7 @@ def switchboard():
         try:
             board.import_registry({r"HKEY_LOCAL_MACHINE\Software\Wine\Ports": {
                 f"COM{port}": str(board.link(port)) for port in PORTS}})
-            board.wine("--server", "-k")
-            board.wine("--server", "-w")
+            board.shut_down()
             yield board
         finally:
             board.close()

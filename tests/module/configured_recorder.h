@@ -23,7 +23,7 @@ class ConfiguredRecorder {
   ~ConfiguredRecorder() { DeleteTree(HKEY_LOCAL_MACHINE, kProgramsKey); }
 
  private:
-  static constexpr const wchar_t* kProgramsKey = L"SOFTWARE\\Brantel\\Vantrel\\Programs";
+  static constexpr const wchar_t* kProgramsKey = LR"(SOFTWARE\Brantel\Vantrel\Programs)";
 };
 
 }  // namespace brantel

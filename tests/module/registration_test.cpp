@@ -9,6 +9,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <thread>
 #include <vector>
 
 #include "tests/module/expected_classes.h"
@@ -320,7 +321,7 @@ TEST_F(Registration, MakesTheTypeLibraryKnown) {
   EXPECT_EQ(LoadRegTypeLib(library_id, 1, 0, LOCALE_NEUTRAL, library.put()), S_OK);
   EXPECT_EQ(library->GetTypeInfoCount(), kExpectedClasses.size());
   EXPECT_EQ(NamesBelow(kLibraryKey), std::vector<std::wstring>{L"1.0"});
-  EXPECT_EQ(DumpTree(HKEY_CLASSES_ROOT, kLibraryKey + L"\\1.0\\0\\" + kSystemName),
+  EXPECT_EQ(DumpTree(HKEY_CLASSES_ROOT, kLibraryKey + LR"(\1.0\0\)" + kSystemName),
             WithModulePath("@ = '<module>'\n", ModuleFile()));
 }
 
@@ -533,6 +534,24 @@ TEST_F(RegistrationOnTheMachine, LetsHostsCreateObjectsByProgId) {
   }
 }
 
+// Objects live in a single-threaded apartment, and nothing carries their interfaces into another.
+TEST_F(RegistrationOnTheMachine, LetsNoMultithreadedApartmentCreateObjects) {
+  ASSERT_EQ(LoadedModule().RegisterServer(), S_OK);
+
+  std::thread([] {
+    ASSERT_EQ(CoInitializeEx(nullptr, COINIT_MULTITHREADED), S_OK);
+    for (const ExpectedClass& expected : kExpectedClasses) {
+      ComPointer<INotifier> object;
+      EXPECT_EQ(CoCreateInstance(ToGuid(expected.clsid), nullptr, CLSCTX_INPROC_SERVER,
+                                 ToGuid(kNotifierIid), object.put_void()),
+                E_NOINTERFACE)
+          << expected.prog_id;
+      EXPECT_FALSE(object);
+    }
+    CoUninitialize();
+  }).join();
+}
+
 TEST_F(RegistrationOnTheMachine, LetsTheSystemNameTheClasses) {
   ASSERT_EQ(LoadedModule().RegisterServer(), S_OK);
 
@@ -592,7 +611,7 @@ TEST_F(RegistrationOnTheMachine, IsDoneAndUndoneByRegsvr32) {
 
   EXPECT_EQ(RunRegsvr32(L"/s " + quoted), 0U);
   ExpectAllRegistered(ModuleFile());
-  EXPECT_TRUE(KeyExists(HKEY_CLASSES_ROOT, kLibraryKey + L"\\1.0\\0\\" + kSystemName));
+  EXPECT_TRUE(KeyExists(HKEY_CLASSES_ROOT, kLibraryKey + LR"(\1.0\0\)" + kSystemName));
 
   EXPECT_EQ(RunRegsvr32(L"/u /s " + quoted), 0U);
   ExpectNothingRegistered();

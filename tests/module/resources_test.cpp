@@ -261,7 +261,7 @@ TEST_F(VersionInformation, HasTextsInItsOwnTranslation) {
   const auto* translation = Query<Translation>(L"\\VarFileInfo\\Translation");
   ASSERT_NE(translation, nullptr);
   std::array<wchar_t, 32> folder{};
-  wsprintfW(folder.data(), L"\\StringFileInfo\\%04x%04x\\", translation->language,
+  wsprintfW(folder.data(), LR"(\StringFileInfo\%04x%04x\)", translation->language,
             translation->code_page);
 
   const auto* original_name = Query<wchar_t>(std::wstring(folder.data()) + L"OriginalFilename");

@@ -10,9 +10,9 @@
 namespace brantel {
 
 inline constexpr const wchar_t* kBeeperSettingsKey =
-    L"SOFTWARE\\Brantel\\Vantrel\\notification\\Beeper";
+    LR"(SOFTWARE\Brantel\Vantrel\notification\Beeper)";
 inline constexpr const wchar_t* kPagerSettingsKey =
-    L"SOFTWARE\\Brantel\\Vantrel\\notification\\Pager";
+    LR"(SOFTWARE\Brantel\Vantrel\notification\Pager)";
 
 // Leaves the machine without settings of a class, as it has to be before.
 class NoSettings {

@@ -2,13 +2,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <string>
 #include <vector>
 
 #include "tests/module/allocation_ledger.h"
 #include "tests/module/expected_classes.h"
 #include "tests/module/loaded_module.h"
-#include "tests/module/portable_executable.h"
 #include "tests/module/process_level.h"
 #include "tests/module/recording_host.h"
 
@@ -38,29 +36,7 @@ void UseAllClassesOnce(RecordingHost& host) {
   }
 }
 
-// The system's libraries stay loaded meanwhile: what they take and leave when they come and go is
-// not the module's.
-class SystemLibraries {
- public:
-  SystemLibraries() {
-    for (const std::string& name : PortableExecutable(ModuleFile()).ImportedLibraries()) {
-      libraries_.push_back(LoadLibraryA(name.c_str()));
-    }
-  }
-  SystemLibraries(const SystemLibraries&) = delete;
-  SystemLibraries& operator=(const SystemLibraries&) = delete;
-  ~SystemLibraries() {
-    for (HMODULE library : libraries_) {
-      FreeLibrary(library);
-    }
-  }
-
- private:
-  std::vector<HMODULE> libraries_;
-};
-
 TEST(Unloading, GivesBackWhatTheProcessHasOfEachKind) {
-  const SystemLibraries system_libraries;
   constexpr int kWarmUpRounds = 60;
   constexpr int kRounds = 200;
   // Less than a smallest heap block (8 bytes) for each factory of each round.

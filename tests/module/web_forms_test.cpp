@@ -593,7 +593,7 @@ TEST_F(BeeperWebForms, ShowTextOfTheAnsiCodePage) {
 TEST_F(BeeperWebForms, CallAnInstanceByWhatFollowsTheLastBackslash) {
   web_.Store(L"R&D, 50%", BeeperFile({"1", "", "", "", "", ""}, 0));
   ASSERT_EQ(web_.EditPage(web_.PathOf(L".\\R&D, 50%"), page_), S_OK);
-  EXPECT_THAT(Narrow(page_), HasSubstr("name=\"origname\" value=\"R&amp;D, 50%\">"));
+  EXPECT_THAT(Narrow(page_), HasSubstr(R"(name="origname" value="R&amp;D, 50%">)"));
   EXPECT_THAT(Narrow(page_), HasSubstr("name=instancename value=\"R&amp;D, 50%\">"));
 }
 

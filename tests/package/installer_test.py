@@ -20,6 +20,9 @@ OWN_KEY = r"Software\\Brantel_Notifications"
 SETTINGS = r"HKLM\SOFTWARE\Brantel\Vantrel\notification\SMTPMail"
 NEWER = "1.2.3"
 SECONDS = 1700000000
+# By which installations in the field are known: never to be another.
+UPGRADE_CODE = {"win32": "{215525B3-76EC-5B72-903C-E06192595014}",
+                "win64": "{3202ADA3-79BD-55D3-9079-9C5CE4C99136}"}[PRESET]
 # 3010, of which a Unix system keeps the lower eight bits.
 RESTART_NEEDED = 3010 & 255
 
@@ -91,7 +94,7 @@ def without_end_of_folder(keys: dict[str, str]) -> dict[str, str]:
             for key, values in keys.items()}
 
 
-def test_files_and_registry_of_an_installation(windows, installer, unpacked):
+def test_files_and_registry_of_an_installation(windows, installer, unpacked, tell_seconds):
     folder = windows.drive / PROGRAM_FILES
     shutil.copytree(unpacked, folder)
     registration = registered_by_the_module(windows, folder)
@@ -99,12 +102,14 @@ def test_files_and_registry_of_an_installation(windows, installer, unpacked):
     files, registry = windows.files(), windows.registry()
 
     assert windows.msiexec("/i", installer) == 0
+    tell_seconds("installing")
     assert contents(folder) == contents(unpacked)
     added = changes(registry, windows.registry())
     assert '"InstallFolder"="C:\\\\Program Files\\\\Brantel_Notifications\\\\"' in added.pop(OWN_KEY)
     assert without_end_of_folder(added) == registration
 
     assert windows.msiexec("/x", installer) == 0
+    tell_seconds("removing")
     assert windows.registry() == registry
     assert windows.files() == files
 
@@ -123,7 +128,7 @@ def test_another_folder(windows, installer, unpacked, newer_installer):
     assert windows.registry() == registry
 
 
-def test_repair(windows, installer, unpacked):
+def test_repair(windows, installer, unpacked, tell_seconds):
     folder = windows.drive / PROGRAM_FILES
     assert windows.msiexec("/i", installer) == 0
     registry = windows.registry()
@@ -134,6 +139,7 @@ def test_repair(windows, installer, unpacked):
     assert windows.registry() != registry
     # What "/famus" stands for, which Wine does not know.
     assert windows.msiexec("/i", installer, "REINSTALL=ALL", "REINSTALLMODE=amus") == 0
+    tell_seconds("repairing")
     assert contents(folder) == contents(unpacked)
     assert windows.registry() == registry
 
@@ -144,18 +150,18 @@ def settings(windows) -> str:
 
 def service_of(windows) -> str | None:
     """How Windows starts the service of the watch, where there is one."""
-    windows.wait()
+    windows.shut_down()
     text = (windows.folder / "prefix" / "system.reg").read_text("utf-8", "replace")
     keys = re.findall(r"^\[System\\\\(?:CurrentControlSet|ControlSet001)\\\\Services\\\\notifyhost\].*\n((?:.+\n)*)",
                       text, re.M)
     return keys[0] if keys else None
 
 
-def test_upgrade_keeps_what_is_the_operators(windows, installer, newer_installer):
+def test_upgrade_keeps_what_is_the_operators(windows, installer, newer_installer, tell_seconds):
     folder = windows.drive / PROGRAM_FILES
     assert windows.msiexec("/i", installer) == 0
     registry = windows.registry()
-    assert windows("reg", "add", SETTINGS, "/v", "Settings_Timeout", "/d", "4711", "/f") == 0
+    windows.store(SETTINGS, "Settings_Timeout", "4711")
     instances = folder / "instances"
     instances.mkdir()
     assert windows(folder / HOST.name, "new", "Sound", windows_path(instances / "Bell"), "--no-check") == 0
@@ -164,6 +170,7 @@ def test_upgrade_keeps_what_is_the_operators(windows, installer, newer_installer
     assert windows(folder / HOST.name, "service", "install", windows_path(instances / "night.toml")) == 0
 
     assert windows.msiexec("/i", newer_installer) == 0
+    tell_seconds("upgrading")
     assert version_resource(NEWER) in (folder / MODULE.name).read_bytes()
     assert (folder / "README.md").read_text() == "newer\n"
     assert (folder / "docs" / "of_the_newer.md").exists()
@@ -194,7 +201,7 @@ def test_upgrade_while_a_host_runs(windows, installer, newer_installer, tmp_path
         wait_until((tmp_path / "night.toml.journal").exists)
         assert windows.msiexec("/i", newer_installer) == RESTART_NEEDED
         assert host.poll() is None
-    windows.wait()
+    windows.shut_down()
     assert windows("hostname") == 0
     assert version_resource(NEWER) in (folder / HOST.name).read_bytes()
 
@@ -217,6 +224,5 @@ def test_removal_of_what_is_not_there(windows, installer):
 def test_identities_follow_from_version_and_kind(installer, newer_installer):
     present, newer = properties(installer), properties(newer_installer)
     assert (present["ProductVersion"], newer["ProductVersion"]) == (VERSION, NEWER)
-    # By which installations in the field are known: never to be another.
-    assert present["UpgradeCode"] == newer["UpgradeCode"] == "{215525B3-76EC-5B72-903C-E06192595014}"
+    assert present["UpgradeCode"] == newer["UpgradeCode"] == UPGRADE_CODE
     assert present["ProductCode"] != newer["ProductCode"]

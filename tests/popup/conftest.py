@@ -11,7 +11,7 @@ from dataclasses import dataclass
 
 import pytest
 
-from windows_programs import (BUILD, HOST, INSTANCE_MAGICS, MODULE, TEST_PROGRAMS, TIME_LIMIT, WINE, PreviewPart,
+from windows_programs import (BUILD, HOST, INSTANCE_MAGICS, MODULE, TEST_PROGRAMS, PreviewPart, WinePrefix,
                               instance_text, preview, windows_path, wine_prefix)
 
 STAND_INS = BUILD / "sim" / "messenger"
@@ -49,24 +49,12 @@ class Outcome:
         return found
 
 
-@dataclass
-class Office:
-    """A Wine prefix with the stand-ins in place, and a folder for what the tests make."""
-    folder: pathlib.Path
-    environment: dict[str, str]
+class Office(WinePrefix):
+    """Has the stand-ins in place."""
 
-    @property
-    def system_directory(self) -> pathlib.Path:
-        return self.folder / "prefix" / "drive_c" / "windows" / "system32"
-
-    def wine(self, *arguments, cwd=None, **environment) -> subprocess.CompletedProcess:
-        return subprocess.run([WINE, *arguments], env={**self.environment, **environment},
-                              cwd=cwd or self.folder, stdin=subprocess.DEVNULL,
-                              stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True,
-                              timeout=TIME_LIMIT)
-
-    def store(self, key: str, name: str, text: str) -> None:
-        assert self.wine("reg", "add", key, "/v", name, "/d", text, "/f").returncode == 0
+    def wine(self, *arguments, cwd=None, **variables) -> subprocess.CompletedProcess:
+        return self.run(*arguments, cwd=cwd or self.folder, variables=variables, stdout=subprocess.PIPE,
+                        stderr=subprocess.STDOUT, text=True)
 
     def delete(self, key: str, name: str) -> None:
         assert self.wine("reg", "delete", key, "/v", name, "/f").returncode == 0
@@ -98,8 +86,7 @@ class Office:
 @pytest.fixture(scope="session")
 def made_office():
     overrides = "netapi32,svrapi=n;mscoree,mshtml=;winemenubuilder.exe=d"
-    with wine_prefix(WINEDLLOVERRIDES=overrides) as (folder, environment):
-        office = Office(folder, environment)
+    with wine_prefix(Office, WINEDLLOVERRIDES=overrides) as office:
         office.store(ORDER_KEY, "ProviderOrder", "Neighbourhood")
         office.store(SERVICE_KEY, "Name", "Simulated Network")
         office.store(SERVICE_KEY, "ProviderPath", r"C:\windows\system32\neighbourhood.dll")

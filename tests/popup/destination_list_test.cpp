@@ -103,7 +103,7 @@ TEST_F(DestinationList, AsksForTheNamesAsTheyAreAskedForAndFreesThem) {
   ExpectCancelled();
   AwaitEndOfSearch();
   EXPECT_THAT(stand_ins_.Report(),
-              ElementsAre(StartsWith("loaded C:\\windows\\system32\\netapi32.dll"),
+              ElementsAre(StartsWith(R"(loaded C:\windows\system32\netapi32.dll)"),
                           "names asked for: server (null), level 0, at most 4294967295 bytes, "
                           "answer 0",
                           "buffer freed", StartsWith("unloaded")));
@@ -151,7 +151,7 @@ TEST_F(DestinationList, Windows95FamilyLeavesItEmpty) {
   stand_ins_.SetNetwork(L"OPS PC7");
   Add();
   EXPECT_THAT(stand_ins_.Report(),
-              ElementsAre(StartsWith("loaded C:\\windows\\system32\\svrapi.dll")));
+              ElementsAre(StartsWith(R"(loaded C:\windows\system32\svrapi.dll)")));
   EnterSamples();
   EXPECT_THAT(Destinations(), IsEmpty());
   session_->Click(kOk);

@@ -33,14 +33,14 @@ TEST_F(NetworkLibraryUse, BeginsWithTheFirstSendAndEndsWithShutdown) {
   ASSERT_EQ(notifier_->Initialize(&host_), S_OK);
   EXPECT_THAT(stand_ins_.Report(), IsEmpty());
   ASSERT_EQ(Send(), S_OK);
-  EXPECT_THAT(stand_ins_.Report(), ElementsAre("loaded C:\\windows\\system32\\netapi32.dll",
+  EXPECT_THAT(stand_ins_.Report(), ElementsAre(R"(loaded C:\windows\system32\netapi32.dll)",
                                                "message for pc9: %n is down",
                                                "  server (null), sender (null), answer 0, 20 bytes",
                                                "  25006E00200069007300200064006F0077006E00"));
   ASSERT_EQ(Send(), S_OK);
   EXPECT_THAT(stand_ins_.Report(), SizeIs(7));
   ASSERT_EQ(notifier_->Shutdown(), S_OK);
-  EXPECT_EQ(stand_ins_.Report().back(), "unloaded C:\\windows\\system32\\netapi32.dll");
+  EXPECT_EQ(stand_ins_.Report().back(), R"(unloaded C:\windows\system32\netapi32.dll)");
 
   ASSERT_EQ(notifier_->Initialize(&host_), S_OK);
   ASSERT_EQ(Send(), S_OK);

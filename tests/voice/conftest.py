@@ -11,9 +11,9 @@ from dataclasses import dataclass, field
 
 import pytest
 
-from captured_sound import Capture, make_wave
-from windows_programs import (BUILD, HOST, INSTANCE_MAGICS, MODULE, TIME_LIMIT, WINE, PreviewPart, end_all,
-                              instance_integer, instance_text, log_and_result, preview, running_driver,
+from captured_sound import Capture, make_wave, use_alsa
+from windows_programs import (BUILD, HOST, INSTANCE_MAGICS, MODULE, TIME_LIMIT, WINE, PreviewPart, WinePrefix,
+                              end_all, instance_integer, instance_text, log_and_result, preview, running_driver,
                               windows_path, wine_prefix)
 
 EXCHANGE = BUILD / "sim" / "telephony" / "tapi32.dll"
@@ -24,27 +24,18 @@ VOICE_MAGIC = INSTANCE_MAGICS["Voice"]
 OVERRIDES = "tapi32=n;mscoree,mshtml=;winemenubuilder.exe=d"
 
 
-@dataclass
-class Machine:
-    """A Wine prefix whose telephony is what the test puts there."""
-    prefix: pathlib.Path
-    environment: dict[str, str]
+class Machine(WinePrefix):
+    """Its telephony is what the test puts there."""
 
     @property
     def telephony(self) -> pathlib.Path:
-        return self.prefix / "drive_c" / "windows" / "system32" / "tapi32.dll"
-
-    def run(self, *arguments) -> None:
-        subprocess.run([WINE, *arguments], env=self.environment, check=True, capture_output=True,
-                       timeout=TIME_LIMIT)
+        return self.system_directory / "tapi32.dll"
 
 
 @pytest.fixture(scope="session")
 def machine_of_all():
-    with wine_prefix(WINEDLLOVERRIDES=OVERRIDES) as (folder, environment):
-        machine = Machine(folder / "prefix", environment)
-        # Wine is to use ALSA also where a sound server is running.
-        machine.run("reg", "add", r"HKCU\Software\Wine\Drivers", "/v", "Audio", "/d", "alsa", "/f")
+    with wine_prefix(Machine, WINEDLLOVERRIDES=OVERRIDES) as machine:
+        use_alsa(machine.environment)
         yield machine
 
 

@@ -4,17 +4,10 @@ import json
 import subprocess
 import time
 
-from windows_programs import HOST, INSTANCE_MAGICS, MODULE, WINE, instance_text, wait_until, windows_path
+from windows_programs import (HOST, INSTANCE_MAGICS, MODULE, WINE, instance_text, plan_item_that_is_down, wait_until,
+                              windows_path)
 
-PLAN = """
-[[items]]
-name = "router7"
-address = "127.0.0.1"
-probe = "tcp"
-port = 1
-interval = "1s"
-timeout = "500ms"
-down_after = 1
+PLAN = plan_item_that_is_down("router7") + """
 code = "device.wav"
 alerts = ["night"]
 

@@ -1,12 +1,14 @@
 """What the module does for 32-bit and for 64-bit hosts is the same: what it stores, and each reads what the other
-has stored; what it shows; what it registers. And a sound, which other suites play by a program of tests alone."""
+has stored; what it shows; what it registers and holds. And a sound, which other suites play by a program of tests
+alone."""
 
 import json
 from dataclasses import dataclass
 
 import pytest
 
-from captured_sound import Capture, make_wave
+from captured_sound import Capture, make_wave, use_alsa
+from program_file import program_file
 from windows_programs import INSTANCE_MAGICS, instance_integer, instance_text, windows_path
 
 
@@ -102,7 +104,7 @@ def test_the_web_forms_show_and_save_the_same(sides, tmp_path, instance):
 def registered(side, folder) -> list[str]:
     """The keys that are about the module, with what stands in them and without the module's folder. 64-bit systems
     show some a second time."""
-    side.run("reg", "export", r"HKLM\Software\Classes", "classes.reg", "/y", folder=folder)
+    side.told("reg", "export", r"HKLM\Software\Classes", "classes.reg", "/y", folder=folder)
     keys = (folder / "classes.reg").read_text("utf-16").split("\n\n")
     names = ["Brantel_Notifications", *(described.clsid for described in CLASSES.values()), LIBID]
     module_folder = windows_path(side.module.parent).replace("\\", r"\\")
@@ -121,6 +123,17 @@ def test_the_same_is_registered(sides, tmp_path):
     assert [key.partition("]")[0].rpartition("\\")[2] for key in told[64] if r"\win" in key] == ["win64"]
 
 
+def test_both_modules_export_and_hold_the_same(sides):
+    """Registry scripts, dialogs, texts, icons and bitmaps; a type library says for which system it is."""
+    small, large = (program_file(sides[bits].module) for bits in (32, 64))
+    assert small.exports() == large.exports()
+    assert sorted(name.split()[0] for name in large.exports().values()) == [
+        "DllCanUnloadNow", "DllGetClassObject", "DllRegisterServer", "DllUnregisterServer"]
+    one, other = small.resources(), large.resources()
+    differing = [key for key in {**one, **other} if one.get(key) != other.get(key)]
+    assert differing == ["resource 'TYPELIB' 1 language 0x0409"]
+
+
 def test_settings_are_carried_over(sides, tmp_path):
     sides[32].notifyhost("settings", "set", "Beeper", "--no-check", "comport=COM3", "dialstring=ATDT%s;%s",
                          folder=tmp_path)
@@ -129,8 +142,8 @@ def test_settings_are_carried_over(sides, tmp_path):
     (tmp_path / "beeper.json").write_text(exported)
     sides[64].notifyhost("settings", "import", "Beeper", "--no-check", "beeper.json", folder=tmp_path)
     assert sides[64].notifyhost("settings", "export", "Beeper", folder=tmp_path) == exported
-    stored = sides[64].run("reg", "query", r"HKLM\SOFTWARE\Brantel\Vantrel\notification\Beeper", "/v",
-                           "Settings_COMPort")
+    stored = sides[64].told("reg", "query", r"HKLM\SOFTWARE\Brantel\Vantrel\notification\Beeper", "/v",
+                            "Settings_COMPort")
     assert b"COM3" in stored
 
 
@@ -140,8 +153,7 @@ def test_a_sound_is_played(sides, tmp_path):
                                     + instance_integer(0))
     capture = Capture(tmp_path)
     side = sides[64]
-    # Wine is to use ALSA also where a sound server is running.
-    side.run("reg", "add", r"HKCU\Software\Wine\Drivers", "/v", "Audio", "/d", "alsa", "/f")
+    use_alsa(side.environment)
     told = side.notifyhost("--module", side.module, "send", "Sound", "Bell", folder=tmp_path,
                            ALSA_CONFIG_PATH=str(capture.configuration))
     assert told.splitlines()[-1].startswith("The system has played the sound")

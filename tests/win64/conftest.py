@@ -5,18 +5,18 @@ import contextlib
 import pathlib
 import shutil
 import subprocess
-from dataclasses import dataclass
 
 import pytest
 
-from windows_programs import ROOT, TIME_LIMIT, WINE, windows_path, wine_prefix
+from windows_programs import ROOT, TIME_LIMIT, WINE, WinePrefix, windows_path, wine_prefix
 
 
-@dataclass
-class Side:
+class Side(WinePrefix):
     """What was built for Windows of so many bits."""
-    bits: int
-    environment: dict[str, str]
+
+    @property
+    def bits(self) -> int:
+        return int(self.environment["BRANTEL_BITS"])
 
     @property
     def module(self) -> pathlib.Path:
@@ -30,14 +30,12 @@ class Side:
     def build(self) -> pathlib.Path:
         return ROOT / "build" / f"win{self.bits}"
 
-    def run(self, *command, folder: pathlib.Path | None = None, **environment: str) -> bytes:
+    def told(self, *command, folder: pathlib.Path | None = None, **variables: str) -> bytes:
         """What a program that succeeds writes to its standard output."""
-        done = subprocess.run([WINE, *command], cwd=folder, env={**self.environment, **environment},
-                              stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, check=True, timeout=TIME_LIMIT)
-        return done.stdout
+        return self.run(*command, cwd=folder, variables=variables, stdout=subprocess.PIPE, check=True).stdout
 
-    def notifyhost(self, *arguments: str, folder: pathlib.Path, **environment: str) -> str:
-        return self.run(self.host, *arguments, folder=folder, **environment).decode()
+    def notifyhost(self, *arguments: str, folder: pathlib.Path, **variables: str) -> str:
+        return self.told(self.host, *arguments, folder=folder, **variables).decode()
 
     def save_in_dialog(self, notifier_class: str, title: str, instance: pathlib.Path) -> None:
         """Opens the dialog of an instance, and presses OK."""
@@ -50,7 +48,7 @@ class Side:
 
     def web_forms(self, clsid: str, action: str, path: pathlib.Path, *form: str) -> bytes:
         program = self.build / "tests" / "console" / "page_teller.exe"
-        return self.run(program, windows_path(self.module), clsid, action, windows_path(path), *form)
+        return self.told(program, windows_path(self.module), clsid, action, windows_path(path), *form)
 
 
 @pytest.fixture(scope="session")
@@ -60,12 +58,10 @@ def sides():
     with contextlib.ExitStack() as prefixes:
         sides = {}
         for bits in (32, 64):
-            folder, environment = prefixes.enter_context(
-                wine_prefix(BRANTEL_BITS=str(bits), WINEDLLOVERRIDES=overrides))
-            side = sides[bits] = Side(bits, environment)
-            side.run("hostname")  # makes the prefix
-            shutil.copy(side.build / "sim" / "messenger" / "whole" / "netapi32.dll",
-                        folder / "prefix" / "drive_c" / "windows" / "system32")
+            side = sides[bits] = prefixes.enter_context(
+                wine_prefix(Side, BRANTEL_BITS=str(bits), WINEDLLOVERRIDES=overrides))
+            side.told("hostname")  # makes the prefix
+            shutil.copy(side.build / "sim" / "messenger" / "whole" / "netapi32.dll", side.system_directory)
         yield sides
 
 

@@ -1,13 +1,17 @@
 """Tests of the other suites, with the module and the host for 64-bit Windows: what can differ with the bits, each
 class's alerts by their real ways, and the host's commands. With WIN64_TESTS=all those suites as they are, and the
-tests of the module and of its rooms that are programs of Windows themselves."""
+tests of the module and of its rooms that are programs of Windows themselves. Each suite tells how many of its tests
+passed."""
 
 import contextlib
 import os
 import subprocess
 import sys
+import xml.etree.ElementTree as ElementTree
 
 import pytest
+
+import run_all
 
 from windows_programs import ROOT, WINE, windows_path, wine_prefix
 
@@ -34,12 +38,13 @@ CHOSEN = {
              "configuration_test.py::test_operator_adds_an_instance",
              "configuration_test.py::test_operator_cancels"],
     "console": ["server_test.py::test_the_modules_pages_are_those_that_the_module_gives"],
-    "package": ["installer_test.py::test_files_and_registry_of_an_installation"],
+    "package": ["program_files_test.py", "installer_test.py::test_files_and_registry_of_an_installation"],
     "watch": ["watch_test.py::test_fall_and_return_are_told", "watch_test.py::test_echo_requests"],
 }
 IN_FULL = {suite: ["."] for suite in [*CHOSEN, "desktop"]}
 # Programs for Windows that are tests themselves.
-PROGRAMS = {"module": "module/module_tests.exe", "unit": "unit/unit_tests.exe"}
+PROGRAMS = {"module": "module/module_tests.exe", "shells": "unit/shell_tests.exe",
+            "unit-windows": "unit/unit_tests.exe"}
 # These mostly wait for real time.
 WAITING = ("voice", "modem")
 
@@ -48,30 +53,48 @@ SUITES = IN_FULL | PROGRAMS if RUNS_ALL else CHOSEN
 MODULE = ROOT / "out" / "win64" / "Brantel_Notifications.dll"
 
 
+# As many of a suite's tests are there for 64 bits as for 32; of those that are chosen each is there, or it fails.
+LEAST = {suite.name: suite.least if RUNS_ALL else 1 for suite in run_all.SUITES}
+
+
 class Run:
-    """A run of a program of tests under way, and what it tells."""
+    """A run of a suite under way."""
 
-    def __init__(self, command: list, folder, environment: dict[str, str]):
-        self.told = folder / "told"
-        with self.told.open("w") as told:
-            self.process = subprocess.Popen(command, cwd=ROOT, env=environment, stdin=subprocess.DEVNULL,
-                                            stdout=told, stderr=subprocess.STDOUT)
+    def __init__(self, suite: str, folder, environment: dict[str, str]):
+        self.suite = suite
+        self.report = folder / "report.xml"
+        self.output = folder / "output"
+        with self.output.open("w") as output:
+            self.process = subprocess.Popen(command_of(suite, self.report), cwd=ROOT, env=environment,
+                                            stdin=subprocess.DEVNULL, stdout=output, stderr=subprocess.STDOUT)
 
-    def check(self) -> None:
-        assert self.process.wait() == 0, self.told.read_text(errors="replace")
+    def check(self) -> str:
+        """Waits for its end, and tells how many of its tests passed, which are all."""
+        assert self.process.wait() == 0, self.output.read_text(errors="replace")
+        result = run_all.Result()
+        run_all.read_report(self.report, result)
+        assert result.failed == []
+        assert result.passed >= LEAST[self.suite]
+        return ", ".join([f"{self.suite}: {result.passed} passed ({seconds_of(self.report):.0f} s)", *result.told])
 
 
-def command_of(suite: str) -> list:
+def seconds_of(report) -> float:
+    """Of all tests in it: groups of tests have times of their own."""
+    return max(float(element.get("time", "0")) for element in ElementTree.parse(report).getroot().iter())
+
+
+def command_of(suite: str, report) -> list:
     if suite in PROGRAMS:
-        return [WINE, ROOT / "build" / "win64-tests" / "tests" / PROGRAMS[suite], "--gtest_brief=1"]
-    return [sys.executable, "-m", "pytest", "-q", "-p", "no:cacheprovider",
+        return [WINE, ROOT / "build" / "win64-tests" / "tests" / PROGRAMS[suite], "--gtest_brief=1",
+                f"--gtest_output=xml:{windows_path(report)}"]
+    return [sys.executable, "-m", "pytest", "-q", "-p", "no:cacheprovider", f"--junit-xml={report}",
             *(ROOT / "tests" / suite / test for test in SUITES[suite])]
 
 
 @contextlib.contextmanager
 def running(suite: str):
-    with wine_prefix(BRANTEL_BITS="64", BRANTEL_MODULE=windows_path(MODULE)) as (folder, environment):
-        run = Run(command_of(suite), folder, environment)
+    with wine_prefix(BRANTEL_BITS="64", BRANTEL_MODULE=windows_path(MODULE)) as prefix:
+        run = Run(suite, prefix.folder, prefix.environment)
         try:
             yield run
         finally:
@@ -87,11 +110,11 @@ def waiting():
 
 
 @pytest.mark.parametrize("suite", [suite for suite in SUITES if suite not in WAITING])
-def test_suite(waiting, suite):
+def test_suite(waiting, suite, record_property):
     with running(suite) as run:
-        run.check()
+        record_property("told", run.check())
 
 
 @pytest.mark.parametrize("suite", WAITING)
-def test_suite_that_waits(waiting, suite):
-    waiting[suite].check()
+def test_suite_that_waits(waiting, suite, record_property):
+    record_property("told", waiting[suite].check())
