@@ -113,10 +113,10 @@ double ProcessorSeconds(const rusage& usage) {
 }
 
 // Runs a program on a file, and tells what processor time it took.
-double Run(const Command& command, const char* in, const char* out) {
+double Run(Command command, const char* in, const char* out) {
   std::vector<char*> arguments;
-  for (const std::string& word : command)
-    arguments.push_back(const_cast<char*>(word.c_str()));
+  for (std::string& word : command)
+    arguments.push_back(word.data());
   arguments.push_back(nullptr);
   posix_spawn_file_actions_t streams;
   posix_spawn_file_actions_init(&streams);

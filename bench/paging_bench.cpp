@@ -89,6 +89,7 @@ void BuildNttByCLibrary(benchmark::State& state, std::string message) {
     std::size_t out_left = text.size() - 1;
     if (iconv(descriptor, &in, &in_left, &out, &out_left) != 0) std::abort();
     *out = '\0';
+    // NOLINTNEXTLINE(cert-err33-c): the line is long enough
     std::snprintf(line.data(), line.size(), "8000C00000********,10000,%.15s,%04d,%03d%s\r",
                   "00417912345670A", 7, static_cast<int>(out - text.data()), text.data());
     benchmark::DoNotOptimize(line);

@@ -59,7 +59,7 @@ class PosixMailSocket final : public MailSocket {
     fd_set readable;
     FD_ZERO(&readable);
     FD_SET(socket_, &readable);
-    timeval timeout{milliseconds / 1000, milliseconds % 1000 * 1000};
+    timeval timeout{milliseconds / 1000, static_cast<suseconds_t>(milliseconds % 1000) * 1000};
     const int ready = select(socket_ + 1, &readable, nullptr, nullptr, &timeout);
     if (ready < 0) return LastFailure();
     return ready > 0 ? Readiness::kReady : Readiness::kTimedOut;
@@ -172,10 +172,10 @@ std::size_t ReadUpload(char* buffer, std::size_t size, std::size_t count, void* 
 // One handle, which keeps its options.
 class Curl {
  public:
-  Curl() : url_("smtp://127.0.0.1:" + std::to_string(kSinkPort)) {
-    curl_global_init(CURL_GLOBAL_NOTHING);
-    recipients_ = curl_slist_append(nullptr, "<ann@example.org>");
-    curl_ = curl_easy_init();
+  Curl()
+      : url_("smtp://127.0.0.1:" + std::to_string(kSinkPort)),
+        recipients_(curl_slist_append(nullptr, "<ann@example.org>")),
+        curl_(NewHandle()) {
     curl_easy_setopt(curl_, CURLOPT_URL, url_.c_str());
     curl_easy_setopt(curl_, CURLOPT_NOSIGNAL, 1L);
     curl_easy_setopt(curl_, CURLOPT_MAIL_FROM, "<ops@example.org>");
@@ -202,6 +202,11 @@ class Curl {
   }
 
  private:
+  static CURL* NewHandle() {
+    curl_global_init(CURL_GLOBAL_NOTHING);
+    return curl_easy_init();
+  }
+
   std::string url_;
   curl_slist* recipients_;
   CURL* curl_;

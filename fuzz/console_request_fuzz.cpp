@@ -67,7 +67,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   FakeConsoleSystem system;
   Console console(backend, system, {{kOwnHost}, "C:\\alerts"}, nullptr, nullptr);
   const HttpRequest ask{"GET", "/instances/Siren", {{"Host", kOwnHost}}};
-  const std::string token = Between(console.Handle(ask).body, "name=\"token\" value=\"");
+  const std::string token = Between(console.Handle(ask).body, R"(name="token" value=")");
   const HttpRequest framed{"GET", "/add/Beeper", {{"Host", kOwnHost}}};
   const std::string frame = Between(console.Handle(framed).body, "src=\"/frame/");
 

@@ -14,7 +14,7 @@ void Require(bool is_done, const char* what) {
 
 void ReadFileOnce(const std::string& path) {
   constexpr DWORD kReadSize = 8192;
-  std::array<char, kReadSize> buffer;
+  std::array<char, kReadSize> buffer;  // NOLINT(*-member-init): filled by what is measured
   DWORD count = 0;
   HANDLE const file = CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
                                   OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
@@ -42,8 +42,8 @@ void ReadSettings(const std::string& key, std::span<const Setting> settings) {
   Require(RegOpenKeyExA(HKEY_LOCAL_MACHINE, key.c_str(), 0, KEY_READ, &opened) == ERROR_SUCCESS,
           "a registry key cannot be opened");
   for (const Setting& setting : settings) {
-    std::array<BYTE, 1024> buffer;
-    DWORD size = static_cast<DWORD>(buffer.size());
+    std::array<BYTE, 1024> buffer;  // NOLINT(*-member-init): the same
+    auto size = static_cast<DWORD>(buffer.size());
     Require(RegQueryValueExA(opened, setting.name, nullptr, nullptr, buffer.data(), &size) ==
                 ERROR_SUCCESS,
             "a setting cannot be read");
@@ -86,7 +86,7 @@ void MailClient::Receive() const {
   FD_SET(socket_, &readable);
   timeval timeout{10, 0};
   Require(select(0, &readable, nullptr, nullptr, &timeout) == 1, "the relay is silent");
-  std::array<char, 82> buffer;
+  std::array<char, 82> buffer;  // NOLINT(*-member-init): the same
   Require(recv(socket_, buffer.data(), static_cast<int>(buffer.size()), 0) > 0,
           "the relay has gone");
 }

@@ -10,6 +10,7 @@
 #include <exception>
 #include <fstream>
 #include <functional>
+#include <iostream>
 #include <memory>
 #include <random>
 #include <stdexcept>
@@ -76,7 +77,7 @@ Task Sending(HMODULE module, const ClassDescription& description, const std::str
 }
 
 std::string SettingsKey(const std::string& name) {
-  return "SOFTWARE\\Brantel\\Vantrel\\notification\\" + name;
+  return R"(SOFTWARE\Brantel\Vantrel\notification\)" + name;
 }
 
 Task Reading(const std::string& instance, const Settings& settings) {
@@ -183,6 +184,7 @@ std::vector<Row> Rows(const std::vector<Pair>& pairs) {
 
 void MeasureInAnyOrder(std::vector<Row>& rows) {
   std::vector<Row*> order;
+  order.reserve(rows.size());
   for (Row& row : rows)
     order.push_back(&row);
   std::ranges::shuffle(order, std::mt19937(GetTickCount()));
@@ -213,13 +215,13 @@ void Measure(const char* module_file, const std::string& relay) {
 
 int main(int argument_count, char** arguments) {
   if (argument_count != 3) {
-    std::fputs("usage: module_bench MODULE RELAY\n", stderr);
+    std::cerr << "usage: module_bench MODULE RELAY\n";
     return 2;
   }
   try {
     brantel::Measure(arguments[1], arguments[2]);
   } catch (const std::exception& reason) {
-    std::fprintf(stderr, "module_bench: %s\n", reason.what());
+    std::cerr << "module_bench: " << reason.what() << '\n';
     return 1;
   }
   return 0;

@@ -40,7 +40,8 @@ constexpr std::array<std::int32_t, 10> kUsualRates = {300,   1200,  2400,  4800,
 ProfileSetting ReadOne(SettingsKey* key, const SettingGuide& guide) {
   const std::string name(guide.name);
   std::string text = key != nullptr ? ReadSetting(*key, name) : "";
-  if (text.empty()) return {&guide, std::string(guide.default_text), SettingOrigin::kDefault};
+  if (key == nullptr || text.empty())
+    return {&guide, std::string(guide.default_text), SettingOrigin::kDefault};
   const bool is_number = key->Read(name).value_or(StoredSetting()).type == SettingType::kNumber;
   return {&guide, std::move(text), is_number ? SettingOrigin::kNumber : SettingOrigin::kText};
 }

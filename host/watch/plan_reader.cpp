@@ -299,9 +299,7 @@ class PlanFileReader {
       const auto found = std::ranges::find(names, name);
       const auto place = static_cast<std::size_t>(found - names.begin());
       if (found == names.end())
-        fields.Complain(field, names.empty()
-                                   ? "'" + name + "' is not " + kind + "; there are no " + kinds
-                                   : Shortened(name, kind, kinds, names));
+        fields.Complain(field, Shortened(name, kind, kinds, names));
       else if (std::ranges::find(places, place) != places.end())
         fields.Complain(field, "'" + name + "' is named twice");
       else
@@ -316,6 +314,7 @@ class PlanFileReader {
   static std::string Shortened(const std::string& name, const std::string& kind,
                                const std::string& kinds, const std::vector<std::string>& names) {
     constexpr std::size_t kMostListed = 10;
+    if (names.empty()) return "'" + name + "' is not " + kind + "; there are no " + kinds;
     const auto views = ViewsOf(names);
     if (names.size() <= kMostListed || !NearestName(name, views).empty())
       return UnknownName(name, kind, kinds, views);

@@ -81,7 +81,7 @@ std::optional<std::vector<std::string>> PlanTable::Texts(std::string_view field)
     }
   }
   if (array != nullptr && texts.size() == array->size()) return texts;
-  Complain(field, "must be a list of texts such as [\"one\", \"two\"]; it is " + Shown(*node));
+  Complain(field, R"(must be a list of texts such as ["one", "two"]; it is )" + Shown(*node));
   return std::nullopt;
 }
 
@@ -102,7 +102,7 @@ std::optional<milliseconds> PlanTable::Duration(std::string_view field, millisec
   const auto duration = text ? ParseDuration(*text) : std::nullopt;
   if (duration && *duration >= least && *duration <= most) return duration;
   Complain(field, "must be " + DurationText(least) + " to " + DurationText(most) +
-                      ", written as \"90s\", \"5m\", \"2h\" or \"1d\"; it is " + Shown(*node));
+                      R"(, written as "90s", "5m", "2h" or "1d"; it is )" + Shown(*node));
   return std::nullopt;
 }
 

@@ -77,7 +77,7 @@ class Series {
 
 void PrintLevel(const char* when) {
   const HeapLevel heaps = MeasureHeaps();
-  std::cout << ", \"" << when << "\": {\"handles\": " << OpenHandles().size()
+  std::cout << ", \"" << when << R"(": {"handles": )" << OpenHandles().size()
             << ", \"blocks\": " << heaps.blocks << ", \"bytes\": " << heaps.bytes << "}";
 }
 

@@ -116,7 +116,7 @@ void Store(Machine& machine, const ClassDescription& description,
 void StoreSettings(Machine& machine, const std::string& class_name,
                    std::initializer_list<std::pair<const char*, const char*>> settings) {
   auto& values =
-      machine.settings.registry.keys["SOFTWARE\\Brantel\\Vantrel\\notification\\" + class_name];
+      machine.settings.registry.keys[R"(SOFTWARE\Brantel\Vantrel\notification\)" + class_name];
   for (const auto& [name, text] : settings)
     values[name] = {SettingType::kText, text};
 }

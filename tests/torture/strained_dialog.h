@@ -89,7 +89,7 @@ class StrainedDialogView final : public DialogView {
       const MemoryOfOthers others;
       text = ask();
     }
-    return std::string(text);
+    return {text};
   }
 };
 

@@ -51,7 +51,7 @@ class StrainedSettings final : public SettingsStore {
         const MemoryOfOthers others;
         setting = key_->Read(name);
       }
-      return std::optional(setting);  // in memory of the caller's
+      return {setting};  // in memory of the caller's
     }
 
     bool Write(const std::string& name, const StoredSetting& setting) override {
@@ -147,7 +147,7 @@ class StrainedRecorder final : public RecorderSystem {
   explicit StrainedRecorder(Faults& faults) : faults_(faults) {}
 
   std::string ConfiguredRecorder() override {
-    return faults_.Strike() ? "" : "C:\\Program Files\\Recorder\\recorder.exe";
+    return faults_.Strike() ? "" : R"(C:\Program Files\Recorder\recorder.exe)";
   }
   std::string SystemDirectory() override { return faults_.Strike() ? "" : "C:\\WINDOWS\\system32"; }
   bool Run(const std::string&) override { return !faults_.Strike(); }

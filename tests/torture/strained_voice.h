@@ -197,7 +197,7 @@ class StrainedWaveOutput final : public WaveOutput {
       const MemoryOfOthers others;
       text = sound_card.ErrorText(error);
     }
-    return std::string(text);  // in memory of the caller's
+    return {text};  // in memory of the caller's
   }
   WaveCode Open(std::uint16_t device_id, std::span<const std::byte> format,
                 std::unique_ptr<WaveDevice>& device) override {

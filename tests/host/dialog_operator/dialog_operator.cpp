@@ -51,6 +51,10 @@ bool Press(HWND dialog, int button) {
   return false;
 }
 
+int NumberOf(const char* text) {
+  return static_cast<int>(std::strtol(text, nullptr, 10));
+}
+
 }  // namespace
 
 int main(int argument_count, char** arguments) {
@@ -58,7 +62,7 @@ int main(int argument_count, char** arguments) {
   HWND const dialog = AwaitDialog(arguments[1]);
   if (dialog == nullptr) return 1;
   for (int i = 3; i < argument_count; i += 2) {
-    if (!SetText(dialog, std::atoi(arguments[i]), arguments[i + 1])) return 1;
+    if (!SetText(dialog, NumberOf(arguments[i]), arguments[i + 1])) return 1;
   }
-  return Press(dialog, std::atoi(arguments[2])) ? 0 : 1;
+  return Press(dialog, NumberOf(arguments[2])) ? 0 : 1;
 }

@@ -91,9 +91,8 @@ HRESULT AnswerTwo(INotifierHost& host, std::wstring_view instance) {
 }
 
 HRESULT LogModemTalk(INotifierHost& host, std::wstring_view) {
-  for (const std::wstring_view text : {L"AT&F\r", L"\r\nOK\r\n", L"ID=\x1B[2J", L"\r", L"\n",
-                                       L"\x06\x1B"
-                                       L"d\x15 caf\xE9 \x260E"}) {
+  for (const std::wstring_view text :
+       {L"AT&F\r", L"\r\nOK\r\n", L"ID=\x1B[2J", L"\r", L"\n", L"\x06\033d\x15 caf\xE9 \x260E"}) {
     Log(host, text);
   }
   return S_OK;
@@ -135,8 +134,8 @@ HRESULT LogAnswersToWrongCalls(INotifierHost& host, std::wstring_view) {
 enum class Dialogs { kNone, kCancelled, kSaved };
 
 struct ClassRow {
-  CLSID clsid;
-  SendFunction send;
+  CLSID clsid{};
+  SendFunction send = nullptr;
   Dialogs dialogs = Dialogs::kSaved;
 };
 

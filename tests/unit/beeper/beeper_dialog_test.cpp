@@ -45,7 +45,7 @@ class BeeperDialogTest : public ModemDialogFixture {
  protected:
   BeeperDialogTest()
       : ModemDialogFixture({kProfiles, kPortSettings, 125},
-                           "SOFTWARE\\Brantel\\Vantrel\\notification\\Beeper") {
+                           R"(SOFTWARE\Brantel\Vantrel\notification\Beeper)") {
     StoreDialString("", "ATDT0");
     StoreDialString("\\01", "ATDT1");
     StoreDialString("\\05", "ATDT5");

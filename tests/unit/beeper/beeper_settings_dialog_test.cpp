@@ -16,7 +16,7 @@ constexpr int kDialString = 218;
 constexpr int kModemString = 219;
 constexpr int kTimeout = 220;
 
-const std::string kKey = "SOFTWARE\\Brantel\\Vantrel\\notification\\Beeper";
+const std::string kKey = R"(SOFTWARE\Brantel\Vantrel\notification\Beeper)";
 
 class BeeperSettingsDialogTest : public PortSettingsFixture {
  protected:

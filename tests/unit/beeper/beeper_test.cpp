@@ -33,7 +33,7 @@ TEST_F(BeeperTest, ReadsItsSettingsInTheirOrder) {
   instance_.set_integer(beeper_field::kSettingsProfile, 7);
   ASSERT_EQ(Send(), kOk);
   EXPECT_THAT(settings_.calls,
-              ElementsAre("open SOFTWARE\\Brantel\\Vantrel\\notification\\Beeper\\07",
+              ElementsAre(R"(open SOFTWARE\Brantel\Vantrel\notification\Beeper\07)",
                           "read Settings_COMPort", "read Settings_Baud", "read Settings_DialString",
                           "read Settings_ModemString", "read Settings_Timeout"));
 }
@@ -56,7 +56,7 @@ TEST_F(BeeperTest, ReadsInstanceAndSettingsAnewForEachAlert) {
 }
 
 TEST_F(BeeperTest, ReadsASettingThatIsStoredAsANumber) {
-  settings_.keys["SOFTWARE\\Brantel\\Vantrel\\notification\\Beeper"]["Settings_Baud"] = {
+  settings_.keys[R"(SOFTWARE\Brantel\Vantrel\notification\Beeper)"]["Settings_Baud"] = {
       SettingType::kNumber, "\5\0\0\0"s};
   ASSERT_EQ(Send(), kOk);
   EXPECT_THAT(modem_.rates, ElementsAre(14400U));

@@ -26,7 +26,7 @@ TEST_F(SoundRecorderTest, IsTheSystemsWhereNoneIsConfigured) {
   view_.texts[kEdit] = "C:\\alarm.wav";
   Record();
   EXPECT_THAT(system_.command_lines,
-              ElementsAre("C:\\WINDOWS\\system32\\sndrec32.exe C:\\alarm.wav"));
+              ElementsAre(R"(C:\WINDOWS\system32\sndrec32.exe C:\alarm.wav)"));
   EXPECT_THAT(view_.events, IsEmpty());
 }
 
@@ -41,14 +41,14 @@ TEST_F(SoundRecorderTest, IsFoundWhenTheDialogIsMade) {
   SoundRecorder recorder(system_);
   system_.configured = "D:\\late.exe";
   recorder.Record(view_, kEdit, 511);
-  EXPECT_THAT(system_.command_lines, ElementsAre("C:\\WINDOWS\\system32\\sndrec32.exe "));
+  EXPECT_THAT(system_.command_lines, ElementsAre(R"(C:\WINDOWS\system32\sndrec32.exe )"));
 }
 
 TEST_F(SoundRecorderTest, TakesNoMoreOfTheFileThanItIsAllowed) {
   view_.texts[kEdit] = std::string(512, 'x');
   Record();
   EXPECT_THAT(system_.command_lines,
-              ElementsAre("C:\\WINDOWS\\system32\\sndrec32.exe " + std::string(511, 'x')));
+              ElementsAre(R"(C:\WINDOWS\system32\sndrec32.exe )" + std::string(511, 'x')));
 }
 
 TEST_F(SoundRecorderTest, TellsWhenItCannotBeStarted) {

@@ -69,7 +69,7 @@ TEST(Documents, NameFilesThatAreThere) {
 }
 
 TEST(Documents, LeadToDocumentsAndSectionsThatAreThere) {
-  static const std::regex kLink("\\]\\(([^):]+)\\)");
+  static const std::regex kLink(R"(\]\(([^):]+)\))");
   for (const std::string& document : Documents()) {
     const auto folder = std::filesystem::path(document).parent_path();
     for (const std::string& link : AllOf(ReadProjectFile(document), kLink)) {

@@ -20,7 +20,7 @@ constexpr auto kRows = SettingsInOrder<3>({
     {2, "Settings_Timeout", "5"},
 });
 constexpr SettingsDescription kSettings = {text_id::kBeeperSettingsKey, kRows};
-const std::string kKey = "SOFTWARE\\Brantel\\Vantrel\\notification\\Beeper";
+const std::string kKey = R"(SOFTWARE\Brantel\Vantrel\notification\Beeper)";
 
 class ClassSettingsTest : public ::testing::Test {
  protected:

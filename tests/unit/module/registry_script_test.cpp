@@ -130,7 +130,7 @@ TEST(ParseRegistryScript, RefusesBadScriptsWithTheirLine) {
       {"HKCR {\n A = s x }", 2, "expected a text in quotes instead of \"x\""},
       {"HKCR {\n A = s 'x\n' }", 2, "a text lacks its closing quote"},
       {"HKCR {\n A = s 'x", 2, "a text lacks its closing quote"},
-      {"HKCR {\n val A }", 2, "expected \"=\" instead of \"}\""},
+      {"HKCR {\n val A }", 2, R"(expected "=" instead of "}")"},
       {"HKCR {\n val = s 'x' }", 2, "expected a name instead of \"=\""},
       {"HKCR {\n ForceRemove }", 2, "expected a name instead of \"}\""},
       {"HKCR {\n '' }", 2, "a key's name is empty"},
@@ -190,7 +190,7 @@ TEST(ClassScripts, RegisterEachClassUnderItsOwnNames) {
           "set CLSID\\{E0F08BCF-0BD9-3D64-842A-2FCEAE91F17E}\\VersionIndependentProgID [] = "
           "Brantel_Notifications.Beeper",
           "create CLSID\\{E0F08BCF-0BD9-3D64-842A-2FCEAE91F17E}\\InprocServer32",
-          "set CLSID\\{E0F08BCF-0BD9-3D64-842A-2FCEAE91F17E}\\InprocServer32 [] = C:\\m.dll",
+          R"(set CLSID\{E0F08BCF-0BD9-3D64-842A-2FCEAE91F17E}\InprocServer32 [] = C:\m.dll)",
           "set CLSID\\{E0F08BCF-0BD9-3D64-842A-2FCEAE91F17E}\\InprocServer32 [ThreadingModel] = "
           "Apartment",
           "create CLSID\\{E0F08BCF-0BD9-3D64-842A-2FCEAE91F17E}\\TypeLib",

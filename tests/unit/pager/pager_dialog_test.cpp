@@ -47,7 +47,7 @@ class PagerDialogTest : public ModemDialogFixture {
  protected:
   PagerDialogTest()
       : ModemDialogFixture({kProfiles, kPortSettings, 138},
-                           "SOFTWARE\\Brantel\\Vantrel\\notification\\Pager") {}
+                           R"(SOFTWARE\Brantel\Vantrel\notification\Pager)") {}
 
   std::unique_ptr<InstanceDialog> Make(InstanceDialogCall call) override {
     return std::make_unique<ModemInstanceDialog>(kPagerDialog, view_, files_, std::move(call),

@@ -17,7 +17,7 @@ constexpr int k1200Baud = 225;
 constexpr int kCom4 = 230;
 constexpr int k8N1 = 235;
 
-const std::string kKey = "SOFTWARE\\Brantel\\Vantrel\\notification\\Pager";
+const std::string kKey = R"(SOFTWARE\Brantel\Vantrel\notification\Pager)";
 
 class PagerSettingsDialogTest : public PortSettingsFixture {
  protected:

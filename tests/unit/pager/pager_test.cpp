@@ -59,10 +59,9 @@ class PagerTest : public ModemNotifierFixture {
 TEST_F(PagerTest, ReadsItsSettingsInTheirOrder) {
   instance_.set_integer(pager_field::kSettingsProfile, 2);
   ASSERT_EQ(Send(), kOk);
-  EXPECT_THAT(settings_.calls,
-              ElementsAre("open SOFTWARE\\Brantel\\Vantrel\\notification\\Pager\\02",
-                          "read Settings_COMPort", "read Settings_Baud",
-                          "read Settings_ModemString", "read Settings_8N1"));
+  EXPECT_THAT(settings_.calls, ElementsAre(R"(open SOFTWARE\Brantel\Vantrel\notification\Pager\02)",
+                                           "read Settings_COMPort", "read Settings_Baud",
+                                           "read Settings_ModemString", "read Settings_8N1"));
 }
 
 TEST_F(PagerTest, UsesTheDefaultsWhenTheSettingsCannotBeOpened) {

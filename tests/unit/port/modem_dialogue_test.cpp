@@ -215,7 +215,7 @@ class ModemDialogue {
   // Stores instance and settings of the class that the dialogue is about.
   void Store(const InstanceLayout& layout) {
     const std::string key =
-        "SOFTWARE\\Brantel\\Vantrel\\notification\\" + std::string(layout.class_name);
+        R"(SOFTWARE\Brantel\Vantrel\notification\)" + std::string(layout.class_name);
     for (const Words& setting : stored_settings_) {
       settings_.keys[ProfileKeyPath(key, std::stoi(setting.at(1)))][setting.at(2)] = {
           SettingType::kText, setting.at(3)};

@@ -71,10 +71,10 @@ TEST(ToCommTimeouts, KeepsEachOfTheFive) {
 TEST(SerialPortPath, NamesPortsAboveNineInTheDeviceNamespace) {
   EXPECT_EQ(SerialPortPath(1), "COM1");
   EXPECT_EQ(SerialPortPath(9), "COM9");
-  EXPECT_EQ(SerialPortPath(10), "\\\\.\\COM10");
-  EXPECT_EQ(SerialPortPath(4294967295U), "\\\\.\\COM4294967295");
+  EXPECT_EQ(SerialPortPath(10), R"(\\.\COM10)");
+  EXPECT_EQ(SerialPortPath(4294967295U), R"(\\.\COM4294967295)");
   // A file of this name in the working directory is no port.
-  EXPECT_EQ(SerialPortPath(0), "\\\\.\\COM0");
+  EXPECT_EQ(SerialPortPath(0), R"(\\.\COM0)");
 }
 
 TEST(SystemSerialPorts, GivesTheSystemsErrorNumberForAPortThatDoesNotExist) {

@@ -30,7 +30,7 @@ using ::testing::EndsWith;
 using ::testing::IsEmpty;
 
 constexpr Result kHostFailure = static_cast<Result>(0x80070057);
-constexpr const char* kKey = "SOFTWARE\\Brantel\\Vantrel\\notification\\SMTPMail";
+constexpr const char* kKey = R"(SOFTWARE\Brantel\Vantrel\notification\SMTPMail)";
 constexpr const char* kTimeout = "Settings_Timeout";
 
 class SmtpMailTest : public ::testing::Test {
@@ -273,7 +273,10 @@ TEST_F(SmtpMailTest, ReportsARefusalAndQuitsWhateverTheLogFindsNoMemoryFor) {
 // Who is told otherwise sends it once more.
 TEST_F(SmtpMailTest, SucceedsOnceTheRelayHasTheMessageWhicheverAllocationFails) {
   relay_.replies["HELO"] = "250-relay.example.org greets you\r\n250 and takes mail for all";
-  relay_.replies["."] = "250 the message has been queued\r\n221 for relay.example.org to deliver";
+  // Longer than all before it, so that memory of theirs is not enough for it.
+  relay_.replies["."] =
+      "250 the message has been queued for delivery to all of its recipients\r\n"
+      "221 by relay.example.org";
   std::size_t n = 0;
   std::size_t refusals = 0;
   for (bool failed = true; failed;) {

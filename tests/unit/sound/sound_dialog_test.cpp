@@ -129,7 +129,7 @@ TEST_F(SoundDialogTest, RecordsIntoAFileOf512Bytes) {
   view_.texts[kFilename] = std::string(513, 'x');
   dialog.Press(kRecord);
   EXPECT_THAT(system_.command_lines,
-              ElementsAre("C:\\WINDOWS\\system32\\sndrec32.exe " + std::string(512, 'x')));
+              ElementsAre(R"(C:\WINDOWS\system32\sndrec32.exe )" + std::string(512, 'x')));
 }
 
 TEST_F(SoundDialogTest, IsModifiedByItsControlsAlone) {

@@ -13,8 +13,8 @@ namespace {
 using namespace std::string_literals;
 
 // A key of its own below the one where the classes have theirs.
-constexpr const char* kParent = "SOFTWARE\\Brantel\\Vantrel\\notification";
-constexpr const char* kPath = "SOFTWARE\\Brantel\\Vantrel\\notification\\SettingsTest";
+constexpr const char* kParent = R"(SOFTWARE\Brantel\Vantrel\notification)";
+constexpr const char* kPath = R"(SOFTWARE\Brantel\Vantrel\notification\SettingsTest)";
 
 class RegistrySettingsTest : public ::testing::Test {
  protected:

@@ -19,7 +19,7 @@ struct Classification {
 constexpr Classification kClassifications[] = {
     {"Empty", ""sv, JapaneseCode::kNone},
     {"Ascii", "router7 is down"sv, JapaneseCode::kNone},
-    {"AsciiOfEveryPrintableKind", " !\"#$%&'()*+,-./09:;<=>?@AZ[\\]^_`az{|}~"sv,
+    {"AsciiOfEveryPrintableKind", R"( !"#$%&'()*+,-./09:;<=>?@AZ[\]^_`az{|}~)"sv,
      JapaneseCode::kNone},
     {"ControlCharacters", "\x01\t\r\n\x7F"sv, JapaneseCode::kNone},
     {"Nul", "a\0b"sv, JapaneseCode::kNone},

@@ -206,7 +206,7 @@ TEST_F(VoiceDialogTest, RecordsTheFileOfEachRow) {
 TEST_F(VoiceDialogTest, RecordsIntoAnEmptyRowWithAnEmptyArgument) {
   InstanceDialog& dialog = Add();
   dialog.Press(236);
-  EXPECT_THAT(system_.command_lines, ElementsAre("C:\\WINDOWS\\system32\\sndrec32.exe "));
+  EXPECT_THAT(system_.command_lines, ElementsAre(R"(C:\WINDOWS\system32\sndrec32.exe )"));
 }
 
 TEST_F(VoiceDialogTest, RecordsIntoAFileOf511Bytes) {
@@ -214,7 +214,7 @@ TEST_F(VoiceDialogTest, RecordsIntoAFileOf511Bytes) {
   view_.texts[kRepeat] = std::string(512, 'x');
   dialog.Press(235);
   EXPECT_THAT(system_.command_lines,
-              ElementsAre("C:\\WINDOWS\\system32\\sndrec32.exe " + std::string(511, 'x')));
+              ElementsAre(R"(C:\WINDOWS\system32\sndrec32.exe )" + std::string(511, 'x')));
 }
 
 TEST_F(VoiceDialogTest, TellsWhenTheRecorderCannotBeStarted) {

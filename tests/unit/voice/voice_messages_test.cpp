@@ -90,9 +90,9 @@ TEST(DeviceWave, IsTheCommonOneWhereTheDerivedDoesNotExist) {
 
 TEST(DeviceWave, OfAnotherComputerIsNotAskedFor) {
   for (const char* name :
-       {"\\\\server\\share\\x", "//server/share/x", "\\/server/x", "/\\server\\x", "\\\\", "//.",
-        "\\\\.\\PhysicalDrive0", "\\\\?\\C:\\x", "\\\\?\\UNC\\server\\x", "\\??\\UNC\\server\\x",
-        "\\??\\C:\\x", "\\\\\\x", "///x", "\\\\.x"}) {
+       {R"(\\server\share\x)", "//server/share/x", "\\/server/x", "/\\server\\x", "\\\\", "//.",
+        R"(\\.\PhysicalDrive0)", R"(\\?\C:\x)", R"(\\?\UNC\server\x)", R"(\??\UNC\server\x)",
+        R"(\??\C:\x)", R"(\\\x)", "///x", "\\\\.x"}) {
     EXPECT_FALSE(IsAskedFor(name)) << name;
   }
 }
@@ -139,13 +139,7 @@ TEST(DeviceWave, OfAnyOtherNameIsAskedFor) {
         "x\\\\server", "nul\\router7", "con/router7", "C:\\com1\\x", "COM", "COM10", "LPT", "nulls",
         "NU", "icon", "xcon", "router:nul", "CON1",
         // Second bytes that look like backslashes, in front of what looks like a device.
-        "\x83\x5Cnul",
-        "\x95\x5C"
-        "con.x",
-        "sounds\\\x83\x5C"
-        "aux",
-        "\x83\x5C\x83\x5C"
-        "com1"}) {
+        "\x83\\nul", "\x95\\con.x", "sounds\\\x83\\aux", "\x83\\\x83\\com1"}) {
     EXPECT_TRUE(IsAskedFor(name)) << name;
   }
 }

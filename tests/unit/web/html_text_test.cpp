@@ -61,7 +61,7 @@ TEST(HtmlText, EscapesWhatIsEscapedAlready) {
 }
 
 TEST(HtmlText, TakesATextOfMarkupAlone) {
-  EXPECT_EQ(Escaped("<<>>\"\"&&<\">&"),
+  EXPECT_EQ(Escaped(R"(<<>>""&&<">&)"),
             "&lt;&lt;&gt;&gt;&quot;&quot;&amp;&amp;&lt;&quot;&gt;&amp;");
 }
 

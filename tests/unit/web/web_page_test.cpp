@@ -85,13 +85,13 @@ TEST_P(GoldenPages, AreTheEditPages) {
 
 TEST(BuildEditPage, EscapesTheNameAtBothPlaces) {
   const std::string page = EditPage(kWinPopup, "R&D \"<b>\"", {});
-  EXPECT_THAT(page, HasSubstr("name=\"origname\" value=\"R&amp;D &quot;&lt;b&gt;&quot;\">"));
+  EXPECT_THAT(page, HasSubstr(R"(name="origname" value="R&amp;D &quot;&lt;b&gt;&quot;">)"));
   EXPECT_THAT(page, HasSubstr("name=instancename value=\"R&amp;D &quot;&lt;b&gt;&quot;\">"));
 }
 
 TEST(BuildEditPage, TakesPercentSignsInValuesAsTheyAre) {
   const std::string page = EditPage(kWinPopup, "%s", {"%s", "%n%d"});
-  EXPECT_THAT(page, HasSubstr("name=\"origname\" value=\"%s\">"));
+  EXPECT_THAT(page, HasSubstr(R"(name="origname" value="%s">)"));
   EXPECT_THAT(page, HasSubstr("name=destination value=\"%s\">"));
   EXPECT_THAT(page, HasSubstr("name=message value=\"%n%d\">"));
 }

@@ -69,7 +69,7 @@ TEST_F(DestinationSearchTest, FindsServersThatHaveNoBackslashes) {
 
 TEST_F(DestinationSearchTest, LeavesOutWhatIsNeitherDomainNorServerOrHasNoName) {
   network_.levels[""] = {{{.display_type = 0, .remote_name = "generic"},
-                          {.display_type = 3, .remote_name = "\\\\PC7\\share"},
+                          {.display_type = 3, .remote_name = R"(\\PC7\share)"},
                           {.display_type = 6, .remote_name = "network"},
                           {.display_type = 1},
                           {.display_type = 2, .remote_name = ""},
@@ -216,7 +216,7 @@ TEST_F(DestinationSearchTest, EndsAlsoWhereThereAreNoNamesWhenNobodyWantsMore) {
 
 TEST_F(DestinationSearchTest, EndsAlsoInALevelThatNeverEndsWhenNobodyWantsMore) {
   network_.is_endless = true;
-  network_.levels[""] = {{{.display_type = 3, .remote_name = "\\\\PC7\\share"}}};
+  network_.levels[""] = {{{.display_type = 3, .remote_name = R"(\\PC7\share)"}}};
   patience_ = 100;
   EXPECT_THAT(Find(), IsEmpty());
   EXPECT_EQ(network_.calls.size(), 101U);

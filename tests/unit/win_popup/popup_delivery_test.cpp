@@ -87,7 +87,8 @@ TEST(MessageBuffer, IsFilledUpWithZerosBehindDoubleByteText) {
 }
 
 std::u16string Zeros(std::size_t count) {
-  return std::u16string(count, u'\0');
+  std::u16string zeros(count, u'\0');
+  return zeros;
 }
 
 TEST(MessageBuffer, HoldsAtMost1024Characters) {

@@ -35,7 +35,7 @@ TEST(HarmlessExpander, DialsDigitsAlone) {
 }
 
 TEST(HarmlessExpander, MakesNoPathOfAWave) {
-  EXPECT_EQ(Harmless("Voice", "\\\\far\\share/C:a.wav"), "farshareCa.wav");
+  EXPECT_EQ(Harmless("Voice", R"(\\far\share/C:a.wav)"), "farshareCa.wav");
   EXPECT_EQ(Harmless("Pager", "C:\\a/b"), "C:\\a/b");
 }
 

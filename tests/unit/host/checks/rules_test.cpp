@@ -32,7 +32,7 @@ const std::map<std::string, Values> kSoundValues = {
     {"Sound", {{"wave filename", "C:\\Waves\\alarm.wav"}, {"continuous play", "1"}}},
     {"WinPopup", {{"destination", "OPERATOR"}, {"message", "%n: %C"}}},
     {"LaunchProgram",
-     {{"program filename", "\"C:\\Program Files\\restart.exe\""},
+     {{"program filename", R"("C:\Program Files\restart.exe")"},
       {"working path", "C:\\Waves"},
       {"program arguments", "\"%n\""}}},
     {"Beeper",
@@ -215,7 +215,7 @@ const std::vector<BrokenConfiguration>& Configurations() {
 
       {"program", kF, "LaunchProgram", {{"program filename", ""}}},
       {"program-file", kF, "LaunchProgram", {{"program filename", "C:\\nowhere.exe"}}},
-      {"program-file", kF, "LaunchProgram", {{"program filename", "\"C:\\restart.bat x\""}}},
+      {"program-file", kF, "LaunchProgram", {{"program filename", R"("C:\restart.bat x")"}}},
       {"program-other",
        kF,
        "LaunchProgram",

@@ -83,7 +83,7 @@ class ConsoleTest : public ::testing::Test {
   }
 
   std::string Token() {
-    return Between(Get("/instances/Siren").body, "name=\"token\" value=\"", "\"");
+    return Between(Get("/instances/Siren").body, R"(name="token" value=")", "\"");
   }
 
   std::string FrameOf(const std::string& page) {
@@ -341,7 +341,7 @@ TEST_F(ConsoleTest, PutsBackWhatWasDeletedAsLongAsThePageIsNotLeft) {
   const std::string page(deleted.Field("Location"));
   cookie = "deleted=" + page.substr(page.rfind('/') + 1);
   const std::string shown = Get(page).body;
-  const std::string token = Between(shown, "name=\"token\" value=\"", "\"");
+  const std::string token = Between(shown, R"(name="token" value=")", "\"");
   const HttpResponse undone = PostWith(page + "/undo", "token=" + token, {{"Origin", kOrigin}});
   EXPECT_EQ(undone.Field("Location"), "/instances/Siren?restored=1");
   EXPECT_EQ(backend.ContentOf("Siren"), content);
@@ -363,7 +363,7 @@ TEST_F(ConsoleTest, ShowsWhatWasDeletedBeforeItWasEnded) {
   const std::string page(Post("/instances/Siren/delete", "").Field("Location"));
   Start(nullptr);
   EXPECT_THAT(Get("/instances").body, HasSubstr("Put Siren back"));
-  const std::string token = Between(Get("/instances").body, "name=\"token\" value=\"", "\"");
+  const std::string token = Between(Get("/instances").body, R"(name="token" value=")", "\"");
   EXPECT_EQ(PostWith(page + "/undo", "token=" + token, {{"Origin", kOrigin}}).status, 303U);
   EXPECT_TRUE(backend.ContentOf("Siren"));
 }
@@ -372,7 +372,7 @@ TEST_F(ConsoleTest, DoesNotPutBackOverAnother) {
   const std::string page(Post("/instances/Siren/delete", "").Field("Location"));
   backend.AddInstance("Sound", "Siren", "other");
   const auto other = backend.ContentOf("Siren");
-  const std::string token = Between(Get("/instances/Night").body, "name=\"token\" value=\"", "\"");
+  const std::string token = Between(Get("/instances/Night").body, R"(name="token" value=")", "\"");
   EXPECT_EQ(PostWith(page + "/undo", "token=" + token, {{"Origin", kOrigin}}).status, 409U);
   EXPECT_EQ(backend.ContentOf("Siren"), other);
 }
@@ -538,7 +538,7 @@ class AcknowledgingConsoleTest : public ConsoleTest {
 
 TEST_F(AcknowledgingConsoleTest, TakesTheNameOfWhoAcknowledges) {
   EXPECT_THAT(Get("/").body, HasSubstr("<a href=\"" + path + "\""));
-  EXPECT_THAT(Get(path).body, HasSubstr("name=\"item\" value=\"eth0/1 &amp; &lt;b&gt;\""));
+  EXPECT_THAT(Get(path).body, HasSubstr(R"(name="item" value="eth0/1 &amp; &lt;b&gt;")"));
   const HttpResponse followed = Get("/changes");
   EXPECT_EQ(Post("/acknowledge", form + "&by=Ann+B.%0A").Field("Location"), "/");
   EXPECT_THAT(items->acknowledged, ElementsAre(Pair("eth0/1 & <b>", "Ann B. ")));

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <algorithm>
-#include <cstdio>
 #include <map>
 #include <optional>
 #include <set>
@@ -144,7 +143,7 @@ class FakeConsoleBackend : public ConsoleBackend {
     return names;
   }
 
-  std::optional<std::string> PageOf(WebForms& forms, const std::string& name) {
+  std::optional<std::string> PageOf(WebForms& forms, const std::string& name) const {
     const std::string stored = checked_system.ToCodePage(name).value();
     const std::string path = PathOf(stored);
     const auto page =
@@ -160,9 +159,8 @@ class FakeConsoleSystem final : public ConsoleSystem {
   double now = 1000;
 
   std::string RandomText() override {
-    char text[33];
-    std::snprintf(text, sizeof text, "%032x", ++made_);
-    return text;
+    const std::string number = std::to_string(++made_);
+    return std::string(32 - number.size(), '0') + number;
   }
   [[nodiscard]] double Now() const override { return now; }
 

@@ -26,7 +26,7 @@ const std::vector<EnteredInstance>& ClassesWithoutPages() {
   static const std::vector<EnteredInstance> kEntered = {
       {"Sound", {{"wave-filename", "C:\\Wav\xC3\xA9\\a & b+c.wav"}, {"continuous-play", "1"}}},
       {"LaunchProgram",
-       {{"program-filename", "\"C:\\Program Files\\a.exe\""},
+       {{"program-filename", R"("C:\Program Files\a.exe")"},
         {"working-path", "C:\\"},
         {"program-arguments", "%n=%C"}}},
       {"Voice",

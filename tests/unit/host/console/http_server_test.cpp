@@ -121,9 +121,9 @@ TEST_F(HttpServerTest, RefusesWhatIsTooLargeOrNoRequest) {
         Case{"POST / HTTP/1.1\r\nContent-Length: 99999999999999999999\r\n\r\n", "400"},
         Case{"POST / HTTP/1.1\r\nContent-Length: -1\r\n\r\n", "400"},
         Case{"nonsense\r\n\r\n", "400"}, Case{"GET / HTTP/9.9\r\n\r\n", "400"},
-        Case{std::string("GET /\0 HTTP/1.1\r\n\r\n", 18), "400"},
+        Case{std::string("GET /\0 HTTP/1.1\r\n\r\n", 19), "400"},
         Case{"GET / HTTP/1.1\r\nHost a\r\n\r\n", "400"},
-        Case{"\x16\x03\x01\x02\x00\x01\x00\x01\xFC\x03\x03\r\n\r\n", "400"}}) {
+        Case{std::string("\x16\x03\x01\x02\x00\x01\x00\x01\xFC\x03\x03\r\n\r\n", 15), "400"}}) {
     const std::string answer = Exchange(refused.sent);
     EXPECT_THAT(answer, StartsWith(std::string("HTTP/1.1 ") + refused.status))
         << refused.sent.substr(0, 60);

@@ -97,10 +97,10 @@ TEST(WriteFieldTable, NamesTheProtocols) {
 TEST(WriteFieldTable, TellsProgramsMore) {
   const std::string lines = FieldsOf("WinPopup", ReportForm::kJson);
   EXPECT_EQ(lines.substr(0, lines.find('\n')),
-            "{\"class\":\"WinPopup\",\"field\":\"destination\",\"needed\":true,"
-            "\"kind\":\"text\",\"stored\":\"text\","
-            "\"values\":\"name of a computer, user or domain\",\"default\":\"none\","
-            "\"variables\":false,\"secret\":false,\"meaning\":\"where the message pops up\"}");
+            R"({"class":"WinPopup","field":"destination","needed":true,)"
+            R"("kind":"text","stored":"text",)"
+            R"("values":"name of a computer, user or domain","default":"none",)"
+            R"("variables":false,"secret":false,"meaning":"where the message pops up"})");
 }
 
 TEST(FieldValue, IsSplitAtTheFirstEqualsSign) {

@@ -38,9 +38,10 @@ TEST(JournalEntry, IsReadBackFromItsLine) {
 }
 
 TEST(JournalEntry, IsReadFromNothingElse) {
-  for (const char* line : {"", "{", "[]", "{}", "17", R"({"attempt":"1"})",
-                           R"({"attempt":"1","began":"then","command":"send","class":"Beeper",)"
-                           R"("instance":"","event":"","machine":"","process":1})"})
+  constexpr const char* kBegunAtNoTime =
+      R"({"attempt":"1","began":"then","command":"send","class":"Beeper",)"
+      R"("instance":"","event":"","machine":"","process":1})";
+  for (const char* line : {"", "{", "[]", "{}", "17", R"({"attempt":"1"})", kBegunAtNoTime})
     EXPECT_FALSE(ParseJournalLine(line)) << line;
 }
 

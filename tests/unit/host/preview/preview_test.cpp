@@ -124,7 +124,7 @@ TEST_F(PreviewTest, GoesByTheSettingsOfTheInstancesProfile) {
                  {{beeper_field::kBeeperNumber, "5551234"}, {beeper_field::kDownCode, "2"}},
                  {{beeper_field::kSettingsProfile, 7}});
   machine_.variables.Assign("C=17");
-  auto& profile = machine_.settings.keys["SOFTWARE\\Brantel\\Vantrel\\notification\\Beeper\\07"];
+  auto& profile = machine_.settings.keys[R"(SOFTWARE\Brantel\Vantrel\notification\Beeper\07)"];
   profile["Settings_COMPort"] = {SettingType::kText, "COM3"};
   profile["Settings_Baud"] = {SettingType::kText, "9600"};
   profile["Settings_DialString"] = {SettingType::kText, "ATDP%s;%s"};
@@ -242,7 +242,7 @@ TEST_F(PreviewTest, TellsWhereAnNttMessageIsCut) {
 
 // Reads of two seconds for the modem's answers and of one for the centre's, and the guard time.
 TEST_F(PreviewTest, CountsHowLongAPageTakes) {
-  machine_.settings.keys["SOFTWARE\\Brantel\\Vantrel\\notification\\Pager"]["Settings_Baud"] = {
+  machine_.settings.keys[R"(SOFTWARE\Brantel\Vantrel\notification\Pager)"]["Settings_Baud"] = {
       SettingType::kText, "115200"};
   constexpr std::uint64_t kMostOnTheLine = 50;
   const auto least_by = [&](const std::string& protocol) {
@@ -369,7 +369,7 @@ TEST_F(PreviewTest, TellsThatASoundGoesOn) {
 }
 
 TEST_F(PreviewTest, LeavesWavesOfOtherComputersAlone) {
-  machine_.Store(kSound, {{sound_field::kWaveFilename, "\\\\files\\alarm.wav"}});
+  machine_.Store(kSound, {{sound_field::kWaveFilename, R"(\\files\alarm.wav)"}});
   EXPECT_THAT(PartOf(machine_.Look(), "sound").words,
               HasSubstr("on another computer, and not looked at"));
   EXPECT_THAT(machine_.waves.calls, IsEmpty());

@@ -60,14 +60,14 @@ TEST(JsonText, ReadsNothingThatIsNestedDeeply) {
   };
   EXPECT_TRUE(ParseJson(nested(8)));
   EXPECT_EQ(ParseJson(nested(9)), std::nullopt);
-  EXPECT_EQ(ParseJson(nested(1'000'000)), std::nullopt);
+  EXPECT_EQ(ParseJson(nested(100'000)), std::nullopt);
 }
 
 TEST(JsonText, OfALineGivesItsRecord) {
   const auto read = [](const Record& record) { return record.At("a").Whole<std::uint8_t>(); };
   EXPECT_EQ(ReadRecord("{\"a\":255}", read), 255);
   for (const char* line :
-       {"", "[1]", "{}", "{\"a\":256}", "{\"a\":-1}", "{\"a\":\"1\"}", "{\"a\":1.5}"})
+       {"", "[1]", "{}", "{\"a\":256}", "{\"a\":-1}", R"({"a":"1"})", "{\"a\":1.5}"})
     EXPECT_EQ(ReadRecord(line, read), std::nullopt) << line;
 }
 
