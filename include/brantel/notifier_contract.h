@@ -11,7 +11,9 @@
 //
 // Rules for hosts
 //
-//  1. The host MUST call an object from the thread that created it ("Apartment" threading). A host
+//  1. The host MUST call an object from the thread that created it ("Apartment" threading), in a
+//     single-threaded apartment (COINIT_APARTMENTTHREADED). In a multithreaded one CoCreateInstance
+//     answers E_NOINTERFACE: nothing carries the interfaces from one apartment to another. A host
 //     that nevertheless ends or renews a binding while another thread is in Send loses no more than
 //     the delivery: Send keeps the host with which it began until it returns.
 //
