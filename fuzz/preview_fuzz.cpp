@@ -8,6 +8,7 @@
 
 #include "fuzz/fuzz_input.h"
 #include "fuzz/latin1_text.h"
+#include "host/instances/field_guide.h"
 #include "host/preview/preview_report.h"
 #include "host/report/json_text.h"
 #include "module/class_descriptions.h"
@@ -62,6 +63,13 @@ void SetUp(PreviewedMachine& machine, FuzzInput& input) {
   machine.files.files["alert"] = std::string(magic.begin(), magic.end());
 }
 
+// Whether its instances hold a password: what others send has none to be hidden.
+bool HasPassword(const ClassDescription& notifier_class) {
+  for (std::size_t field = 0; field < notifier_class.instances.fields.size(); ++field)
+    if (GuideOf(notifier_class, field).secrecy == Secrecy::kSecret) return true;
+  return false;
+}
+
 }  // namespace
 }  // namespace brantel::host
 
@@ -82,6 +90,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   RequireFitForTerminal(host::LogWords(preview));
   host::CheckJson(host::Written(preview, host::ReportForm::kJson));
 
+  if (!host::HasPassword(*machine.notifier_class)) return 0;
   // No text that is sent has such a word by itself.
   host::HideSecrets(preview, {"geheim"}, machine.texts);
   Require(host::Written(preview, host::ReportForm::kText).find("geheim") == std::string::npos);

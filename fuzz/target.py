@@ -1,5 +1,6 @@
 """The fuzz targets of a build: where each has its program and its corpora, and how it is run."""
 
+import os
 import pathlib
 import random
 import re
@@ -41,8 +42,11 @@ def last(pattern: str, output: str) -> str:
     return found[-1] if found else ""
 
 
-def new_seed() -> int:
-    return random.SystemRandom().randrange(1, 1 << 31)
+def new_seed(name: str) -> int:
+    """Another one each time, or that of a word in BRANTEL_FUZZ_SEED."""
+    word = os.environ.get("BRANTEL_FUZZ_SEED")
+    chance = random.Random(f"{word} {name}") if word else random.SystemRandom()
+    return chance.randrange(1, 1 << 31)
 
 
 @dataclass(frozen=True)
@@ -58,10 +62,12 @@ class Target:
         """What is kept with the sources, of which each run starts."""
         return ROOT / "fuzz" / "corpus" / self.name
 
-    def run(self, seconds: int, seed: int = 0) -> Run:
-        """Runs it for so long from what is kept alone, so that the seed is all that it takes to do so again."""
+    def run(self, seconds: int, fresh: int | None = None) -> Run:
+        """Runs it for so long, or for so many inputs beside what is kept if that is sooner, from what is kept alone,
+        so that the seed is all that it takes to do so again."""
+        executions = -1 if fresh is None else fresh + len(list(self.corpus.iterdir()))
         with tempfile.TemporaryDirectory(prefix="brantel_fuzz_") as folder:
-            run = self.run_on(pathlib.Path(folder), seconds, seed)
+            run = self.run_on(pathlib.Path(folder), seconds, executions=executions)
         if run.complaint:
             run.complaint += (f"{self.name}: the run again: {shlex.join(self._command(run.seed))} "
                               f'"$(mktemp -d)" {shlex.quote(str(self.corpus))}\n')
@@ -69,7 +75,7 @@ class Target:
 
     def run_on(self, gathered: pathlib.Path, seconds: int, seed: int = 0, executions: int = -1) -> Run:
         """Runs it for so long, or so often if that is sooner, from what is kept and gathered, and gathers more."""
-        seed = seed or new_seed()
+        seed = seed or new_seed(self.name)
         FINDINGS.mkdir(parents=True, exist_ok=True)
         gathered.mkdir(parents=True, exist_ok=True)
         started = time.monotonic()
