@@ -18,6 +18,8 @@ from dataclasses import dataclass, field
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 BUILD = ROOT / "build"
+# What tests look for that can try more than they usually do.
+THOROUGH = "BRANTEL_THOROUGH"
 WINE = str(ROOT / "tools" / "wine")
 PYTHON = "/usr/bin/python3"
 MODULE = ROOT / "out" / "win32" / "Brantel_Notifications.dll"
@@ -52,12 +54,12 @@ FAR_ENDS = build("sanitize", "modemsim", "text_converter")
 DRIVERS = build("win32-tests", "notifier_driver", "mail_series", "popup_tests")
 WINDOWS_TESTS = build("win32-tests")
 SOAK = build("win32-tests", "soak_tests")
-WINDOWS_HOST_TESTS = build("win32-tests", "host_tests")
+WINDOWS_UNIT_TESTS = build("win32-tests", "unit_tests")
 SANITIZED = build("sanitize")
 NATIVE = build("native")
 RELEASE_64 = build("win64")
-WINDOWS_TESTS_64 = build("win64-tests")
-BUILDS = [RELEASE, SIMULATOR, FAR_ENDS, DRIVERS, WIN64_SETUP, RELEASE_64, WINDOWS_TESTS, SOAK, WINDOWS_HOST_TESTS,
+WINDOWS_TESTS_64 = build("win64-tests", "all", "unit_tests")
+BUILDS = [RELEASE, SIMULATOR, FAR_ENDS, DRIVERS, WIN64_SETUP, RELEASE_64, WINDOWS_TESTS, SOAK, WINDOWS_UNIT_TESTS,
           SANITIZED, NATIVE, WIN64_TESTS_SETUP, WINDOWS_TESTS_64]
 
 
@@ -73,6 +75,7 @@ class Suite:
     environment: dict[str, str] = field(default_factory=dict)
     wine: bool = False
     for_maintainers: bool = False
+    is_thorough: bool = False  # so that it is run with --thorough, too
 
     @property
     def steps(self) -> list[Step]:
@@ -95,61 +98,63 @@ def wine_gtest(program: str) -> list[str]:
     return [WINE, *gtest(program)]
 
 
-def pytest(folder: str) -> list[str]:
+def pytest(folder: str | pathlib.Path) -> list[str]:
     return [PYTHON, "-m", "pytest", "-q", "-p", "no:cacheprovider", "--junit-xml=RESULTS",
             str(ROOT / "tests" / folder)]
 
 
-def fuzz(seconds: int, processors: int) -> list[str]:
-    """So many seconds for all targets together."""
-    return [PYTHON, str(ROOT / "fuzz" / "run.py"), "RESULTS", str(seconds), str(processors)]
+def fuzz(seconds: int, processors: int, *fresh: str) -> list[str]:
+    """So many seconds for all targets together, and so many new inputs for each, if there is such a number."""
+    return [PYTHON, str(ROOT / "fuzz" / "run.py"), "RESULTS", str(seconds), str(processors), *fresh]
 
 
+PICTURES = ROOT / "tests" / "console" / "pictures_test.py"
 MODULE_VARIABLE = {"BRANTEL_MODULE": "Z:" + str(MODULE).replace("/", "\\")}
 
-# Those that mostly wait for real time come first, and beside the others; then the longest.
+# The longest first; those that mostly wait for real time, and beside the others, before them.
 SUITES = [
     Suite("voice", "calls people on a simulated telephone exchange", pytest("voice"),
-          [RELEASE, DRIVERS], 35, 1800, 0.3, MODULE_VARIABLE, wine=True),
+          [RELEASE, DRIVERS], 35, 1800, 0.2, MODULE_VARIABLE, wine=True),
     Suite("modem", "calls beepers and paging centres through simulated modems", pytest("modem"),
-          [RELEASE, FAR_ENDS], 60, 1800, 0.3, wine=True),
-    Suite("popup", "sends pop-ups through a simulated messenger service", pytest("popup"),
-          [RELEASE, DRIVERS], 60, 1800, 0.5, wine=True),
-    Suite("mail", "sends mail through real mail servers on a loopback address", pytest("mail"),
-          [RELEASE, FAR_ENDS, DRIVERS], 100, 1800, 0.3, wine=True),
-    Suite("win64", "tries module and host for 64-bit Windows: what can differ from those for 32 bits", pytest("win64"),
-          [RELEASE, FAR_ENDS, WIN64_SETUP, RELEASE_64], 38, 1800, 0.6, wine=True, for_maintainers=True),
-    Suite("watch", "watches services that die and return, is killed, and runs as a service", pytest("watch"),
-          [RELEASE], 16, 1800, 0.5, wine=True),
-    Suite("demo", "runs the demo, looks at its console, and ends it", pytest("demo"), [RELEASE, SIMULATOR], 1, 1800,
-          0.7, wine=True),
-    Suite("desktop", "looks at the dialogs and listens to the sounds", pytest("desktop"),
-          [RELEASE, DRIVERS], 20, 1800, 0.6, MODULE_VARIABLE, wine=True),
+          [RELEASE, FAR_ENDS], 60, 1800, 0.2, wine=True),
     Suite("host", "runs notifyhost, the reference host, as a person would", pytest("host"),
           [RELEASE], 60, 1800, 0.7, wine=True),
-    Suite("console", "walks the web console in a real browser, with scripts and without", pytest("console"),
-          [RELEASE], 57, 1800, 0.7, wine=True),
+    Suite("console", "walks the web console in a real browser, with scripts and without",
+          [*pytest("console"), f"--ignore={PICTURES}"], [RELEASE], 65, 1800, 0.7, wine=True),
+    Suite("watch", "watches services that die and return, is killed, and runs as a service", pytest("watch"),
+          [RELEASE], 16, 1800, 0.5, wine=True),
+    Suite("mail", "sends mail through real mail servers on a loopback address", pytest("mail"),
+          [RELEASE, FAR_ENDS, DRIVERS], 100, 1800, 0.3, wine=True),
+    Suite("popup", "sends pop-ups through a simulated messenger service", pytest("popup"),
+          [RELEASE, DRIVERS], 60, 1800, 0.5, wine=True),
     Suite("package", "installs, upgrades, repairs and removes the release, and looks into its archives",
-          pytest("package"), [RELEASE], 18, 1800, 0.7, wine=True),
+          pytest("package"), [RELEASE], 23, 1800, 0.7, wine=True),
+    Suite("desktop", "looks at the dialogs and listens to the sounds", pytest("desktop"),
+          [RELEASE, DRIVERS], 20, 1800, 0.6, MODULE_VARIABLE, wine=True),
     Suite("module", "drives the released module through its exports and interfaces alone",
           wine_gtest("win32-tests/tests/module/module_tests.exe"), [RELEASE, WINDOWS_TESTS], 1100, 1800,
           environment=MODULE_VARIABLE, wine=True),
-    Suite("fuzz", "feeds hostile bytes to what parses bytes from outside, for seconds",
-          fuzz(20, HALF_THE_PROCESSORS), [SANITIZED], 31, 1200, HALF_THE_PROCESSORS),
-    Suite("web", "shows the web forms in a real browser", pytest("web"), [SANITIZED], 5, 1800),
-    Suite("paging", "has the pages for paging centres taken apart by other programs", pytest("paging"),
-          [SANITIZED], 5, 1200),
     Suite("unit", "tests each room with clang++ under the address and undefined-behaviour sanitizers",
           gtest("sanitize/tests/unit/unit_tests"), [SANITIZED], 2000, 1200),
-    Suite("unit-windows", "tests each room of the module, built for Windows",
-          wine_gtest("win32-tests/tests/unit/unit_tests.exe"), [WINDOWS_TESTS], 2000, 1200, wine=True),
+    Suite("web", "shows the web forms in a real browser", pytest("web"), [SANITIZED], 5, 1800),
     Suite("torture", "has every allocation and every call on the system fail in turn, and cuts every session",
           gtest("sanitize/tests/torture/torture_tests"), [SANITIZED], 170, 1200),
-    Suite("lint", "checks the form of sources and scripts, as far as that is quickly done",
-          [PYTHON, str(ROOT / "tools" / "lint"), "--quick", "RESULTS"], [], 3, 600),
+    Suite("fuzz", "feeds hostile bytes to what parses bytes from outside, five hundred new inputs each",
+          fuzz(20, HALF_THE_PROCESSORS, "500"), [SANITIZED], 34, 1200, HALF_THE_PROCESSORS),
+    Suite("paging", "has the pages for paging centres taken apart by other programs", pytest("paging"),
+          [SANITIZED], 5, 1200),
+    Suite("shells", "tests what the module's rooms have for Windows alone",
+          wine_gtest("win32-tests/tests/unit/shell_tests.exe"), [WINDOWS_TESTS], 90, 1200, wine=True),
+    Suite("demo", "runs the demo, looks at its console, and ends it", pytest("demo"), [RELEASE, SIMULATOR], 1, 1800,
+          0.7, wine=True, for_maintainers=True, is_thorough=True),
+    Suite("win64", "tries module and host for 64-bit Windows: what can differ from those for 32 bits", pytest("win64"),
+          [RELEASE, FAR_ENDS, WIN64_SETUP, RELEASE_64], 32, 1800, 0.6, wine=True, for_maintainers=True,
+          is_thorough=True),
     Suite("soak", "sends alerts and opens dialogs by the thousand, then sends from 16 threads for ten minutes",
           wine_gtest("win32-tests/tests/soak/soak_tests.exe"), [RELEASE, SOAK], 19, 7200,
           PROCESSORS, MODULE_VARIABLE, wine=True, for_maintainers=True),
+    Suite("pictures", "takes a picture of each page of the console, and looks whether it is as light or dark as asked",
+          pytest(PICTURES), [RELEASE], 1, 1800, 0.7, wine=True, for_maintainers=True, is_thorough=True),
     Suite("crowd", "has fifty clients ask the web console a thousand times each",
           [*pytest("console"), "-k", "fifty_clients"], [RELEASE], 1, 3600, PROCESSORS,
           {"CONSOLE_REQUESTS": "1000"}, wine=True, for_maintainers=True),
@@ -157,19 +162,21 @@ SUITES = [
           {"WATCH_KILLS": "200"}, wine=True, for_maintainers=True),
     Suite("send-kills", "kills two hundred sends", [*pytest("host"), "-k", "killed_sends"], [RELEASE], 1, 3600, 0.5,
           {"SEND_KILLS": "200"}, wine=True, for_maintainers=True),
-    Suite("host-windows", "tests the rooms of the host and the far ends, built for Windows",
-          wine_gtest("win32-tests/tests/unit/host_tests.exe"), [WINDOWS_HOST_TESTS], 500, 1200, wine=True,
-          for_maintainers=True),
+    Suite("unit-windows", "tests each portable room, built for Windows",
+          wine_gtest("win32-tests/tests/unit/unit_tests.exe"), [WINDOWS_UNIT_TESTS], 2650, 1200, wine=True,
+          for_maintainers=True, is_thorough=True),
     Suite("win64-all", "runs the suites for Windows against module and host for 64-bit Windows", pytest("win64"),
-          [RELEASE, FAR_ENDS, WIN64_SETUP, RELEASE_64, WIN64_TESTS_SETUP, WINDOWS_TESTS_64], 40, 7200,
+          [RELEASE, FAR_ENDS, WIN64_SETUP, RELEASE_64, WIN64_TESTS_SETUP, WINDOWS_TESTS_64], 36, 7200,
           environment={"WIN64_TESTS": "all"}, wine=True, for_maintainers=True),
+    Suite("lint", "checks the form of sources and scripts, as far as that is quickly done",
+          [PYTHON, str(ROOT / "tools" / "lint"), "--quick", "RESULTS"], [], 3, 600, for_maintainers=True),
     Suite("native", "tests each room with g++, each source compiled alone",
-          gtest("native/tests/unit/unit_tests"), [NATIVE], 2000, 1200, for_maintainers=True),
+          gtest("native/tests/unit/unit_tests"), [NATIVE], 2000, 1200, for_maintainers=True, is_thorough=True),
     Suite("tidy", "checks the form of all sources, by clang-tidy too",
           [PYTHON, str(ROOT / "tools" / "lint"), "RESULTS"], [], 100, 4800, PROCESSORS,
-          for_maintainers=True),
-    Suite("long-fuzz", "does for a quarter of an hour what fuzz does for seconds", fuzz(900, PROCESSORS),
-          [SANITIZED], 31, 3600, PROCESSORS, for_maintainers=True),
+          for_maintainers=True, is_thorough=True),
+    Suite("long-fuzz", "does for five minutes what fuzz does for a moment", fuzz(300, PROCESSORS),
+          [SANITIZED], 34, 3600, PROCESSORS, for_maintainers=True, is_thorough=True),
 ]
 
 
@@ -211,12 +218,14 @@ def wine_prefix(environment: dict[str, str]):
 class Result:
     passed: int = 0
     failed: list[str] = field(default_factory=list)  # their names, empty for the suite itself
+    told: list[str] = field(default_factory=list)  # by tests, of what they have done
     output: str = ""
 
 
 def read_report(report: pathlib.Path, result: Result) -> None:
     """A test that was skipped has not passed."""
     for case in ElementTree.parse(report).getroot().iter("testcase"):
+        result.told += [entry.get("value", "") for entry in case.iter("property") if entry.get("name") == "told"]
         if any(case.find(tag) is not None for tag in ("failure", "error", "skipped")):
             result.failed.append(test_name(case))
         elif case.get("status") != "notrun":
@@ -355,7 +364,7 @@ class Session:
             if self._failed.intersection(suite.steps):
                 return suite
             # All of them wait at times.
-            free = self._busy + suite.busy <= 1.3 * PROCESSORS or self._busy == 0
+            free = self._busy + suite.busy <= 1.5 * PROCESSORS or self._busy == 0
             if free and self._done.issuperset(suite.steps):
                 return suite
         return None
@@ -396,8 +405,8 @@ class Session:
             seconds = time.monotonic() - started
             if result.failed:
                 sys.stdout.write(result.output)
-            print(f"{suite.name}: {result.passed} passed, {len(result.failed)} failed ({seconds:.0f} s)",
-                  flush=True)
+            print("\n  ".join([f"{suite.name}: {result.passed} passed, {len(result.failed)} failed ({seconds:.0f} s)",
+                               *result.told]), flush=True)
             self._results[suite.name] = result
             self._busy -= suite.busy
             self._changed.notify_all()
@@ -416,19 +425,21 @@ def parse_arguments() -> argparse.Namespace:
                "run only when they are named:\n"
                f"{describe([suite for suite in SUITES if suite.for_maintainers])}")
     parser.add_argument("suites", nargs="*", metavar="SUITE", help="a suite to run instead of all")
-    parser.add_argument("--with", metavar="SUITE", dest="others", action="append", default=[],
-                        help="a suite to run beside those that are run when none is named")
+    parser.add_argument("--thorough", action="store_true",
+                        help=f"try more where things are tried by number or by chance, and run beside the usual suites "
+                             f"{', '.join(suite.name for suite in SUITES if suite.is_thorough)}: for CI")
     parser.add_argument("-k", metavar="NAME", help="run only the tests with this in their names")
     return parser.parse_args()
 
 
-def chosen_suites(names: list[str], others: list[str]) -> list[Suite]:
-    unknown = {*names, *others} - {suite.name for suite in SUITES}
+def chosen_suites(names: list[str], is_thorough: bool) -> list[Suite]:
+    unknown = set(names) - {suite.name for suite in SUITES}
     if unknown:
         sys.exit(f"no such suite: {', '.join(sorted(unknown))}; there are "
                  f"{', '.join(suite.name for suite in SUITES)}")
-    return [suite for suite in SUITES
-            if suite.name in others or (suite.name in names if names else not suite.for_maintainers)]
+    if names:
+        return [suite for suite in SUITES if suite.name in names]
+    return [suite for suite in SUITES if not suite.for_maintainers or is_thorough and suite.is_thorough]
 
 
 def print_failures(suites: list[Suite], results: dict[str, Result]) -> None:
@@ -441,13 +452,16 @@ def print_failures(suites: list[Suite], results: dict[str, Result]) -> None:
 
 def main() -> int:
     arguments = parse_arguments()
-    suites = chosen_suites(arguments.suites, arguments.others)
+    suites = chosen_suites(arguments.suites, arguments.thorough)
     if arguments.k and (len(suites) != 1 or not suites[0].narrowed(arguments.k)):
         sys.exit("-k goes with one suite, and not with lint, tidy or fuzz")
     if any(suite.name == "mail" for suite in suites):
         # Mail servers are started by root: now is the time to ask for a password.
         subprocess.run([SETUP, "start"])
     BUILD.mkdir(exist_ok=True)
+    os.environ.pop(THOROUGH, None)
+    if arguments.thorough:
+        os.environ[THOROUGH] = "1"
     # Ended by a signal, the suites are ended too.
     signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))
     results = Session(suites, arguments.k).run()
