@@ -4,7 +4,7 @@ import pathlib
 
 import pytest
 
-from captured_sound import Capture, make_wave, use_alsa
+from captured_sound import FRAME, Capture, make_wave, use_alsa
 from conftest import sound_instance
 from windows_programs import preview, wait_until, windows_path
 
@@ -42,8 +42,14 @@ def sounds(tmp_path, start_driver, sound_by_alsa):
     return Sounds(tmp_path, start_driver)
 
 
-def is_looped(played: bytes, samples: bytes) -> bool:
-    return played == (samples * (len(played) // len(samples) + 1))[:len(played)]
+def check_loop(played: bytes, samples: bytes) -> None:
+    """That it is the sound again and again. Tells where else it leaves it, and what comes there."""
+    expected = (samples * (len(played) // len(samples) + 1))[:len(played)]
+    if played == expected:
+        return
+    at = next(i for i in range(0, len(played), FRAME) if played[i:i + FRAME] != expected[i:i + FRAME])
+    pytest.fail(f"{len(played)} bytes were played of a sound of {len(samples)}, and leave it behind {at}, where "
+                f"what the sound has at {(2 * samples).find(played[at:at + 4 * FRAME])} follows")
 
 
 def test_a_sound_has_been_played_to_its_end_when_send_returns(sounds):
@@ -68,7 +74,7 @@ def test_a_loop_goes_on_until_the_empty_send(sounds):
     wait_until(lambda: sounds.capture.size(0) > 5 * len(samples))
     assert sounds.stop() == "result 00000000"
     [played] = sounds.capture.sounds()
-    assert is_looped(played, samples)
+    check_loop(played, samples)
 
     # Nothing of it is left beside the next sound.
     bell = sounds.make_wave("bell.wav")
@@ -97,8 +103,8 @@ def test_a_second_loop_replaces_the_first(sounds):
     assert sounds.stop() == "result 00000000"
     first, second = sounds.capture.sounds()
     assert len(first) == size_of_first
-    assert is_looped(first, siren)
-    assert is_looped(second, horn)
+    check_loop(first, siren)
+    check_loop(second, horn)
 
 
 def test_a_sound_played_once_ends_a_loop(sounds):
@@ -108,7 +114,7 @@ def test_a_sound_played_once_ends_a_loop(sounds):
     wait_until(lambda: sounds.capture.size(0) > 2 * len(siren))
     assert sounds.send("bell.wav", ONCE) == "result 00000000"
     loop, once = sounds.capture.sounds()
-    assert is_looped(loop, siren)
+    check_loop(loop, siren)
     assert once == bell
     assert sounds.stop() == "result 00000000"
     assert sounds.capture.sounds() == [loop, bell]
