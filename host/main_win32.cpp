@@ -76,7 +76,6 @@ struct Runner {
     const ReportWriter report(told, invocation.report_form, output.TakesColours());
     const CommandContext context{invocation.module_file, report, told, warned};
     return Guarded(warned, [&] {
-      const ComApartment apartment;
       return std::visit([&](const auto& command) { return Run(command, context); },
                         invocation.command);
     });

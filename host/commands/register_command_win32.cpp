@@ -7,6 +7,7 @@
 #include "host/module/module_file_win32.h"
 #include "host/module/module_library_win32.h"
 #include "host/outcome/result_text.h"
+#include "host/system/com_apartment_win32.h"
 #include "system/windows/utf8_text_win32.h"
 
 namespace brantel::host {
@@ -14,6 +15,7 @@ namespace brantel::host {
 ExitCode Run(const RegisterCommand&, const CommandContext& context) {
   const std::wstring module_file = ModuleFile(context.module_file);
   const std::string names = ListClassNames(ReadClassCatalogue(module_file));
+  const ComApartment apartment;
   const HRESULT result = ModuleLibrary(module_file).Register();
   if (FAILED(result)) {
     throw CommandFailure(ExitCode::kFailed,

@@ -9,6 +9,7 @@
 #include "host/module/module_library_win32.h"
 #include "host/module/module_registration_win32.h"
 #include "host/outcome/result_text.h"
+#include "host/system/com_apartment_win32.h"
 #include "host/system/file_path_win32.h"
 #include "system/windows/utf8_text_win32.h"
 
@@ -41,6 +42,7 @@ void CheckResult(HRESULT result, const std::wstring& module_file) {
 }
 
 void Unregister(const std::wstring& module_file, bool is_of_another_copy) {
+  const ComApartment apartment;
   const ModuleLibrary module(module_file);
   // A type library can be taken out only while its file is there, and that of another copy may be
   // gone. So this copy takes its place first.

@@ -3,6 +3,8 @@
 #include <windows.h>
 #include <objbase.h>
 
+#include <utility>
+
 #include "host/module/class_catalogue_win32.h"
 #include "host/module/module_file_win32.h"
 #include "host/outcome/command_failure.h"
@@ -59,13 +61,16 @@ ComPointer<INotifier> CreateRegistered(const std::string& class_name) {
 
 CreatedNotifier CreateNotifier(const std::string& class_name,
                                const std::optional<std::string>& module_file) {
-  if (!module_file) return {nullptr, CreateRegistered(KnownClassName(class_name))};
+  auto apartment = std::make_unique<const ComApartment>();
+  if (!module_file) {
+    return {std::move(apartment), nullptr, CreateRegistered(KnownClassName(class_name))};
+  }
   const std::wstring path = ModuleFile(module_file);
   const auto classes = ReadClassCatalogue(path);
   const ModuleClass& module_class = FindClass(classes, class_name);
   auto module = std::make_unique<const ModuleLibrary>(path);
   auto notifier = CreateFrom(*module, module_class);
-  return {std::move(module), std::move(notifier)};
+  return {std::move(apartment), std::move(module), std::move(notifier)};
 }
 
 }  // namespace brantel::host

@@ -6,13 +6,16 @@
 
 #include "brantel/notifier_contract.h"
 #include "host/module/module_library_win32.h"
+#include "host/system/com_apartment_win32.h"
 #include "system/windows/com_pointer_win32.h"
 
 namespace brantel::host {
 
-// A notifier object, and the module that it lives in when this host has loaded that by its file.
+// A notifier object, and what has to outlive it: the apartment of the thread that has created it,
+// and the module that it lives in when this host has loaded that by its file.
 struct CreatedNotifier {
-  std::unique_ptr<const ModuleLibrary> module;  // must outlive the notifier
+  std::unique_ptr<const ComApartment> apartment;
+  std::unique_ptr<const ModuleLibrary> module;
   ComPointer<INotifier> notifier;
 };
 

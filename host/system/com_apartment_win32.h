@@ -8,7 +8,8 @@
 
 namespace brantel::host {
 
-// The module's classes belong into a single-threaded apartment: makes the calling thread one.
+// The module's classes belong into a single-threaded apartment: makes the calling thread one. It
+// has a window, and with that a desktop, so what does not call the module does without.
 class ComApartment {
  public:
   ComApartment() {

@@ -10,6 +10,7 @@
 
 #include "system/windows/com_pointer_win32.h"
 #include "system/windows/current_directory_win32.h"
+#include "system/windows/system_library_win32.h"
 #include "text/string_table.h"
 
 namespace brantel {
@@ -36,6 +37,16 @@ struct ItemListDeleter {
 };
 using OwnedItemList = std::unique_ptr<std::remove_pointer_t<LPITEMIDLIST>, ItemListDeleter>;
 
+// Loaded when somebody wants to choose a file: the system's dialogs bring all with them that draws
+// controls, and a process that shows none, as a host that sends an alert, starts much sooner
+// without.
+bool OpenFileDialog(OPENFILENAMEA& choice) {
+  const SystemLibrary dialogs("comdlg32.dll");
+  decltype(GetOpenFileNameA)* open = nullptr;
+  if (dialogs) dialogs.Find("GetOpenFileNameA", open);
+  return open != nullptr && open(&choice) != FALSE;
+}
+
 }  // namespace
 
 std::optional<std::string> ChooseFile(HWND owner, const FileKind& kind,
@@ -53,7 +64,7 @@ std::optional<std::string> ChooseFile(HWND owner, const FileKind& kind,
   choice.lpstrFile = file.data();
   choice.nMaxFile = static_cast<DWORD>(file.size());
   choice.Flags = OFN_FILEMUSTEXIST;
-  if (GetOpenFileNameA(&choice) == FALSE) return std::nullopt;
+  if (!OpenFileDialog(choice)) return std::nullopt;
   return file.data();
 }
 

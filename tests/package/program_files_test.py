@@ -8,8 +8,9 @@ from program_file import program_file
 from windows_programs import BITS, HOST, MODULE
 
 # Of the system. The module of any host may import no others; the host asks more of it.
-LIBRARIES = {"advapi32.dll", "comctl32.dll", "comdlg32.dll", "gdi32.dll", "kernel32.dll", "mpr.dll", "msvcrt.dll",
-             "ole32.dll", "oleaut32.dll", "shell32.dll", "shlwapi.dll", "user32.dll", "winmm.dll", "wsock32.dll"}
+# The common dialogs (comdlg32.dll) are loaded when one is shown: they would double the time that a process takes to start.
+LIBRARIES = {"advapi32.dll", "gdi32.dll", "kernel32.dll", "mpr.dll", "msvcrt.dll", "ole32.dll", "oleaut32.dll",
+             "shell32.dll", "shlwapi.dll", "user32.dll", "winmm.dll", "wsock32.dll"}
 LIBRARIES_OF_HOST = LIBRARIES | {"iphlpapi.dll", "version.dll", "ws2_32.dll"}
 
 # Of the header: where the file is loaded is chosen anew each time, anywhere in 64 bits; data is never run.
