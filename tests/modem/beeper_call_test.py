@@ -81,15 +81,18 @@ def test_whole_session_at_the_modem(finished):
 
 
 def test_whole_session_takes_its_time(finished):
-    """Never less than was to be waited; the 20 ms are the transcript's own."""
+    """Never less than was to be waited, to the millisecond on the clock of the unit tests. Here a line is stamped when
+    the simulator comes to read it, which on a busy machine can be late at the beginning of a wait."""
+    late = 0.1
     modem = finished("whole").modem
     initialised = modem.time_of("host", '"ATE0Q0V1X4\\r"')
     dialled = modem.time_of("host", '"ATDT5550100,22277#\\r"')
     escaped = modem.time_of("host", '"+++"')
     hung_up = modem.time_of("host", '"ATH0\\r"')
-    assert dialled - initialised >= 1.98  # the read's time-out
-    assert escaped - dialled >= 4.98  # one comma, one second more, and the time-out setting
-    assert hung_up - escaped >= 0.98
+    assert dialled - initialised >= 2 - late  # the read's time-out
+    assert escaped - dialled >= 5 - late  # one comma, one second more, and the time-out setting
+    assert hung_up - escaped >= 1 - late
+    assert hung_up - initialised >= 8 - late
 
 
 def test_default_settings_reach_a_pager_that_answers_slowly(finished):
