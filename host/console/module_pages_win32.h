@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "description/class_description.h"
 
@@ -13,8 +14,8 @@ class ModulePages {
  public:
   // Through this module file (UTF-8), or through the registered classes. `directory` is that of the
   // instances.
-  ModulePages(const std::optional<std::string>& module_file, std::string directory)
-      : module_file_(module_file), directory_(std::move(directory)) {}
+  ModulePages(std::optional<std::string> module_file, std::string directory)
+      : module_file_(std::move(module_file)), directory_(std::move(directory)) {}
 
   // Nothing when the class makes none. Throws CommandFailure when there is no such class.
   std::optional<std::string> AddPage(const ClassDescription& notifier_class) const;
