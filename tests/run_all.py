@@ -23,7 +23,8 @@ THOROUGH = "BRANTEL_THOROUGH"
 WINE = str(ROOT / "tools" / "wine")
 PYTHON = "/usr/bin/python3"
 MODULE = ROOT / "out" / "win32" / "Brantel_Notifications.dll"
-PROCESSORS = os.cpu_count() or 1
+USABLE_PROCESSORS = sorted(os.sched_getaffinity(0))
+PROCESSORS = len(USABLE_PROCESSORS)
 HALF_THE_PROCESSORS = max(1, PROCESSORS // 2)
 
 
@@ -75,6 +76,9 @@ class Suite:
     busy: float = 1  # processors that it keeps busy
     environment: dict[str, str] = field(default_factory=dict)
     wine: bool = False
+    # Windows programs and Wine's server wake one another all the time, which takes up to twice as long, and twice as
+    # much of the processors, where each wakes on another one. With --thorough all the same, for what only happens then.
+    on_one_processor: bool = False
     for_maintainers: bool = False
     is_thorough: bool = False  # so that it is run with --thorough, too
 
@@ -115,26 +119,26 @@ MODULE_VARIABLE = {"BRANTEL_MODULE": "Z:" + str(MODULE).replace("/", "\\")}
 # The longest first; those that mostly wait for real time, and beside the others, before them.
 SUITES = [
     Suite("voice", "calls people on a simulated telephone exchange", pytest("voice"),
-          [RELEASE, DRIVERS], 35, 1800, 0.2, MODULE_VARIABLE, wine=True),
+          [RELEASE, DRIVERS], 35, 1800, 0.2, MODULE_VARIABLE, wine=True, on_one_processor=True),
     Suite("modem", "calls beepers and paging centres through simulated modems", pytest("modem"),
-          [RELEASE, FAR_ENDS], 60, 1800, 0.2, wine=True),
+          [RELEASE, FAR_ENDS], 60, 1800, 0.2, wine=True, on_one_processor=True),
     Suite("host", "runs notifyhost, the reference host, as a person would", pytest("host"),
-          [RELEASE], 60, 1800, 0.7, wine=True),
+          [RELEASE], 60, 1800, 0.7, wine=True, on_one_processor=True),
     Suite("console", "walks the web console in a real browser, with scripts and without",
           [*pytest("console"), f"--ignore={PICTURES}"], [RELEASE], 65, 1800, 0.7, wine=True),
     Suite("watch", "watches services that die and return, is killed, and runs as a service", pytest("watch"),
-          [RELEASE], 16, 1800, 0.5, wine=True),
+          [RELEASE], 16, 1800, 0.5, wine=True, on_one_processor=True),
     Suite("mail", "sends mail through real mail servers on a loopback address", pytest("mail"),
-          [RELEASE, FAR_ENDS, DRIVERS], 100, 1800, 0.3, wine=True),
+          [RELEASE, FAR_ENDS, DRIVERS], 100, 1800, 0.3, wine=True, on_one_processor=True),
     Suite("popup", "sends pop-ups through a simulated messenger service", pytest("popup"),
-          [RELEASE, DRIVERS], 60, 1800, 0.5, wine=True),
+          [RELEASE, DRIVERS], 60, 1800, 0.5, wine=True, on_one_processor=True),
     Suite("package", "installs, upgrades, repairs and removes the release, and looks into its archives",
-          pytest("package"), [RELEASE], 23, 1800, 0.7, wine=True),
+          pytest("package"), [RELEASE], 23, 1800, 0.7, wine=True, on_one_processor=True),
     Suite("desktop", "looks at the dialogs and listens to the sounds", pytest("desktop"),
-          [RELEASE, DRIVERS], 20, 1800, 0.6, MODULE_VARIABLE, wine=True),
+          [RELEASE, DRIVERS], 20, 1800, 0.6, MODULE_VARIABLE, wine=True, on_one_processor=True),
     Suite("module", "drives the released module through its exports and interfaces alone",
           wine_gtest("win32-tests/tests/module/module_tests.exe"), [RELEASE, WINDOWS_TESTS], 1100, 1800,
-          environment=MODULE_VARIABLE, wine=True),
+          environment=MODULE_VARIABLE, wine=True, on_one_processor=True),
     Suite("unit", "tests each room with clang++ under the address and undefined-behaviour sanitizers",
           gtest("sanitize/tests/unit/unit_tests"), [SANITIZED], 2000, 1200),
     Suite("web", "shows the web forms in a real browser", pytest("web"), [SANITIZED], 5, 1800),
@@ -145,7 +149,7 @@ SUITES = [
     Suite("paging", "has the pages for paging centres taken apart by other programs", pytest("paging"),
           [SANITIZED], 5, 1200),
     Suite("shells", "tests what the module's rooms have for Windows alone",
-          wine_gtest("win32-tests/tests/unit/shell_tests.exe"), [WINDOWS_TESTS], 90, 1200, wine=True),
+          wine_gtest("win32-tests/tests/unit/shell_tests.exe"), [WINDOWS_TESTS], 90, 1200, wine=True, on_one_processor=True),
     Suite("demo", "runs the demo, looks at its console, and ends it", pytest("demo"), [RELEASE, SIMULATOR], 1, 1800,
           0.7, wine=True, for_maintainers=True, is_thorough=True),
     Suite("win64", "tries module and host for 64-bit Windows: what can differ from those for 32 bits", pytest("win64"),
@@ -328,13 +332,15 @@ class Session:
     """One run of ./test: sets up and builds one thing after the other, and starts each suite as soon as what
     it needs is there and processors are free."""
 
-    def __init__(self, suites: list[Suite], name: str | None):
+    def __init__(self, suites: list[Suite], name: str | None, is_thorough: bool):
         self._waiting = list(suites)
+        self._is_thorough = is_thorough
         self._builds = [build for build in BUILDS if any(build in suite.builds for suite in suites)]
         self._needs_wine = any(suite.wine for suite in suites)
         self._done: set[Step] = set()
         self._failed: set[Step] = set()
         self._busy = 0.0
+        self._busy_alone = dict.fromkeys(USABLE_PROCESSORS, 0.0)  # with suites that are kept to one
         self._changed = threading.Condition()
         self._results: dict[str, Result] = {}
         self._runner = Runner(name)
@@ -349,8 +355,8 @@ class Session:
                 while self._waiting:
                     if suite := self._startable():
                         self._waiting.remove(suite)
-                        self._busy += suite.busy
-                        threads.append(threading.Thread(target=self._run, args=(suite,), daemon=True))
+                        threads.append(threading.Thread(target=self._run, args=(suite, self._occupy(suite)),
+                                                        daemon=True))
                         threads[-1].start()
                     else:
                         self._changed.wait()
@@ -369,6 +375,20 @@ class Session:
             if free and self._done.issuperset(suite.steps):
                 return suite
         return None
+
+    def _occupy(self, suite: Suite) -> int | None:
+        """Which processor the suite is kept to."""
+        self._busy += suite.busy
+        if not suite.on_one_processor or self._is_thorough:
+            return None
+        processor = min(self._busy_alone, key=self._busy_alone.__getitem__)
+        self._busy_alone[processor] += suite.busy
+        return processor
+
+    def _leave(self, suite: Suite, processor: int | None) -> None:
+        self._busy -= suite.busy
+        if processor is not None:
+            self._busy_alone[processor] -= suite.busy
 
     def _take(self, step: Step) -> None:
         succeeded = self._runner.take(step)
@@ -392,8 +412,10 @@ class Session:
             self._changed.wait_for(lambda: PACKAGES in self._done | self._failed)
             return PACKAGES in self._done
 
-    def _run(self, suite: Suite) -> None:
+    def _run(self, suite: Suite, processor: int | None) -> None:
         started = time.monotonic()
+        if processor is not None:
+            os.sched_setaffinity(0, {processor})  # for this thread, and what it starts
         try:
             failed = [step.name for step in suite.steps if step in self._failed]
             if failed:
@@ -409,7 +431,7 @@ class Session:
             print("\n  ".join([f"{suite.name}: {result.passed} passed, {len(result.failed)} failed ({seconds:.0f} s)",
                                *result.told]), flush=True)
             self._results[suite.name] = result
-            self._busy -= suite.busy
+            self._leave(suite, processor)
             self._changed.notify_all()
 
 
@@ -465,7 +487,7 @@ def main() -> int:
         os.environ[THOROUGH] = "1"
     # Ended by a signal, the suites are ended too.
     signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))
-    results = Session(suites, arguments.k).run()
+    results = Session(suites, arguments.k, arguments.thorough).run()
     print_failures(suites, results)
     passed = sum(result.passed for result in results.values())
     failed = sum(len(result.failed) for result in results.values())

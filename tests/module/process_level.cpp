@@ -1,5 +1,6 @@
 #include "tests/module/process_level.h"
 
+#include <tlhelp32.h>
 #include <winternl.h>
 
 #include <algorithm>
@@ -7,6 +8,8 @@
 #include <charconv>
 #include <cstring>
 #include <stdexcept>
+
+#include "system/windows/handle_win32.h"
 
 namespace brantel {
 namespace {
@@ -62,6 +65,19 @@ std::vector<HANDLE> OpenHandles() {
   }
   std::ranges::sort(handles);
   return handles;
+}
+
+std::size_t CountThreads() {
+  const Handle snapshot(CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0));
+  if (!snapshot) throw std::runtime_error("threads cannot be listed");
+  THREADENTRY32 thread{};
+  thread.dwSize = sizeof(thread);
+  std::size_t count = 0;
+  for (BOOL more = Thread32First(snapshot.get(), &thread); more != FALSE;
+       more = Thread32Next(snapshot.get(), &thread)) {
+    if (thread.th32OwnerProcessID == GetCurrentProcessId()) ++count;
+  }
+  return count;
 }
 
 HeapLevel MeasureHeaps() {

@@ -10,6 +10,9 @@ namespace brantel {
 // The kernel handles that are open in this process, ascending.
 std::vector<HANDLE> OpenHandles();
 
+// How many threads this process has.
+std::size_t CountThreads();
+
 // What this process has allocated from all its heaps.
 struct HeapLevel {
   std::size_t blocks = 0;

@@ -89,6 +89,7 @@ TEST_F(Unloading, IsCalledOffByTheNextUse) {
 // searches are under way, and waits for those.
 void CloseAtOnceManyTimes(int times, const std::function<DWORD(const LoadedModule&)>& once) {
   constexpr DWORD kLong = 2500;  // half of what the slow network takes
+  const std::size_t threads = CountThreads();
   int long_times = 0;
   {
     const LoadedModule module;
@@ -98,6 +99,8 @@ void CloseAtOnceManyTimes(int times, const std::function<DWORD(const LoadedModul
   }
   EXPECT_TRUE(IsLoaded());
   AwaitUnloading();
+  // What a thread has of the system itself is given back behind the module.
+  AwaitThat([&] { return CountThreads() <= threads; }, "the thread of a search does not end");
   // On a busy machine some take long by themselves.
   EXPECT_LE(long_times, times / 2);
 }
