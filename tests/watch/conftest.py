@@ -10,6 +10,7 @@ import socket
 import subprocess
 import sys
 import threading
+import time
 from dataclasses import dataclass, field
 
 import pytest
@@ -57,6 +58,16 @@ class Relay:
         subjects = []
         while not self._subjects.empty():
             subjects.append(self._subjects.get())
+        return subjects
+
+    def taken_until_quiet(self, seconds: float, most: int) -> list[str]:
+        """What comes until nothing has come for so long, or more than the most have."""
+        subjects = self.taken()
+        while len(subjects) <= most:
+            time.sleep(seconds)
+            if not (more := self.taken()):
+                break
+            subjects += more
         return subjects
 
     def close(self) -> None:
