@@ -143,7 +143,7 @@ SUITES = [
           gtest("sanitize/tests/unit/unit_tests"), [SANITIZED], 2000, 1200),
     Suite("web", "shows the web forms in a real browser", pytest("web"), [SANITIZED], 5, 1800),
     Suite("torture", "has every allocation and every call on the system fail in turn, and cuts every session",
-          gtest("sanitize/tests/torture/torture_tests"), [SANITIZED], 170, 1200),
+          gtest("sanitize/tests/torture/torture_tests"), [SANITIZED], 174, 1200),
     Suite("fuzz", "feeds hostile bytes to what parses bytes from outside, five hundred new inputs each",
           fuzz(20, HALF_THE_PROCESSORS, "500"), [SANITIZED], 34, 1200, HALF_THE_PROCESSORS),
     Suite("paging", "has the pages for paging centres taken apart by other programs", pytest("paging"),

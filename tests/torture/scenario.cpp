@@ -50,7 +50,8 @@ std::unique_ptr<Machine> RunWhole(const Scenario& scenario) {
 const std::vector<std::unique_ptr<Scenario>>& Scenarios() {
   static const auto all = [] {
     std::vector<std::unique_ptr<Scenario>> scenarios;
-    for (const auto add : {AddAlerts, AddForms, AddDialogs, AddBindings, AddRegistrations}) {
+    for (const auto add :
+         {AddAlerts, AddForms, AddDialogs, AddPortDialogs, AddBindings, AddRegistrations}) {
       add(scenarios);
     }
     return scenarios;

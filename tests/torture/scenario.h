@@ -50,6 +50,7 @@ const std::vector<std::unique_ptr<Scenario>>& Scenarios();
 void AddAlerts(std::vector<std::unique_ptr<Scenario>>& scenarios);
 void AddForms(std::vector<std::unique_ptr<Scenario>>& scenarios);
 void AddDialogs(std::vector<std::unique_ptr<Scenario>>& scenarios);
+void AddPortDialogs(std::vector<std::unique_ptr<Scenario>>& scenarios);
 void AddBindings(std::vector<std::unique_ptr<Scenario>>& scenarios);
 void AddRegistrations(std::vector<std::unique_ptr<Scenario>>& scenarios);
 
