@@ -29,29 +29,12 @@ template_is_of_this_wine()
 			"$(/usr/bin/stat -c %Y /usr/share/wine/wine.inf 2>/dev/null)" ]
 }
 
-# Wine's own libraries are nearly all of a prefix, and nobody writes into them: where a link will do, none is copied.
-copy_into()
-{
-	copy_all_but drive_c "$WINEPREFIX_TEMPLATE" "$1" &&
-		copy_all_but windows "$WINEPREFIX_TEMPLATE/drive_c" "$1/drive_c" &&
-		copy_all_but system32 "$WINEPREFIX_TEMPLATE/drive_c/windows" "$1/drive_c/windows" || return
-	set -- "$WINEPREFIX_TEMPLATE/drive_c/windows/system32" "$1/drive_c/windows"
-	/usr/bin/cp -a --link -t "$2" -- "$1" || /usr/bin/cp -a --reflink=auto -t "$2" -- "$1"
-}
-
-# copy_all_but ENTRY FROM TO
-copy_all_but()
-{
-	/usr/bin/mkdir -- "$3" &&
-		/usr/bin/find "$2" -mindepth 1 -maxdepth 1 ! -name "$1" -exec /usr/bin/cp -a --reflink=auto -t "$3" -- {} +
-}
-
 # Under another name until it is complete: another program may be about to do the same.
 copy_template()
 {
 	new=$WINEPREFIX.new.$$
 	{ /usr/bin/mkdir -p -- "${WINEPREFIX%/*}" &&
-		copy_into "$new" &&
+		/usr/bin/cp -a --reflink=auto -- "$WINEPREFIX_TEMPLATE" "$new" &&
 		/usr/bin/mv -T -- "$new" "$WINEPREFIX"; } 2>/dev/null || /usr/bin/rm -rf -- "$new"
 }
 
