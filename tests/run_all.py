@@ -77,7 +77,7 @@ class Suite:
     environment: dict[str, str] = field(default_factory=dict)
     wine: bool = False
     # Windows programs and Wine's server wake one another all the time, which takes up to twice as long, and twice as
-    # much of the processors, where each wakes on another one. With --thorough all the same, for what only happens then.
+    # much of the processors, where each wakes on another one. Not with --thorough, for what threads do only on two.
     on_one_processor: bool = False
     for_maintainers: bool = False
     is_thorough: bool = False  # so that it is run with --thorough, too

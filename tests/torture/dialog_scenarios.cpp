@@ -116,11 +116,6 @@ class DialogScenario final : public Scenario {
     return field.control.kind == ControlKind::kEdit;
   }
 
-  static std::unique_ptr<StrainedDialogView> MakeScreen() {
-    const MemoryOfOthers others;
-    return std::make_unique<StrainedDialogView>();
-  }
-
   void Enter(FakeDialogView& screen) const {
     const MemoryOfOthers others;
     screen.texts[class_.description.dialog.name_control] = new_name_;

@@ -72,11 +72,6 @@ class PortDialogScenario final : public Scenario {
     return texts;
   }
 
-  static std::unique_ptr<StrainedDialogView> MakeScreen() {
-    const MemoryOfOthers others;
-    return std::make_unique<StrainedDialogView>();
-  }
-
   void Enter(FakeDialogView& screen) const {
     const MemoryOfOthers others;
     for (const SettingEdit& edit : dialog_.port_settings.edits)

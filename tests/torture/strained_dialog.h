@@ -93,4 +93,9 @@ class StrainedDialogView final : public DialogView {
   }
 };
 
+inline std::unique_ptr<StrainedDialogView> MakeScreen() {
+  const MemoryOfOthers others;
+  return std::make_unique<StrainedDialogView>();
+}
+
 }  // namespace brantel
