@@ -8,6 +8,7 @@
 #include "tests/module/allocation_ledger.h"
 #include "tests/module/loaded_module.h"
 #include "tests/module/portable_executable.h"
+#include "tests/module/runtime_events.h"
 #include "tests/module/utf8_text.h"
 
 namespace {
@@ -37,6 +38,7 @@ int main(int argument_count, char** arguments) {
   testing::InitGoogleTest(&argument_count, arguments);
   try {
     brantel::OpenAllocationLedger();
+    brantel::WatchRuntimeEvents();
     LoadLibrariesAround();
     std::cout << "Module under test: " << brantel::ToUtf8(brantel::ModuleFile()) << '\n';
   } catch (const std::exception& reason) {

@@ -7,9 +7,11 @@
 #include <array>
 #include <charconv>
 #include <cstring>
+#include <iterator>
 #include <stdexcept>
 
 #include "system/windows/handle_win32.h"
+#include "tests/module/runtime_events.h"
 
 namespace brantel {
 namespace {
@@ -38,6 +40,15 @@ std::vector<std::byte> HandlesOfTheSystem() {
   }
 }
 
+std::wstring KindOf(HANDLE handle) {
+  alignas(PUBLIC_OBJECT_TYPE_INFORMATION) std::array<std::byte, 1024> buffer{};
+  const auto& information = *reinterpret_cast<const PUBLIC_OBJECT_TYPE_INFORMATION*>(buffer.data());
+  const NTSTATUS status = NtQueryObject(handle, ObjectTypeInformation, buffer.data(),
+                                        static_cast<ULONG>(buffer.size()), nullptr);
+  if (status < 0) return L"closed meanwhile";
+  return {information.TypeName.Buffer, information.TypeName.Length / sizeof(wchar_t)};
+}
+
 void AddLevelOf(HANDLE heap, HeapLevel& level) {
   HeapLock(heap);
   PROCESS_HEAP_ENTRY entry{};
@@ -64,7 +75,17 @@ std::vector<HANDLE> OpenHandles() {
     handles.push_back(reinterpret_cast<HANDLE>(static_cast<ULONG_PTR>(entry.HandleValue)));
   }
   std::ranges::sort(handles);
-  return handles;
+  std::vector<HANDLE> without;
+  std::ranges::set_difference(handles, RuntimeEvents(), std::back_inserter(without));
+  return without;
+}
+
+std::map<std::wstring, std::size_t> CountHandles() {
+  std::map<std::wstring, std::size_t> counts;
+  for (HANDLE handle : OpenHandles()) {
+    ++counts[KindOf(handle)];
+  }
+  return counts;
 }
 
 std::size_t CountThreads() {

@@ -3,12 +3,17 @@
 #include <windows.h>
 
 #include <cstddef>
+#include <map>
+#include <string>
 #include <vector>
 
 namespace brantel {
 
-// The kernel handles that are open in this process, ascending.
+// The kernel handles that are open in this process, ascending, but for those of its C++ runtime.
 std::vector<HANDLE> OpenHandles();
+
+// How many there are of each kind, such as "Event", so that one too many says what it is.
+std::map<std::wstring, std::size_t> CountHandles();
 
 // How many threads this process has.
 std::size_t CountThreads();
