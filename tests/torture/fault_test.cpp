@@ -141,7 +141,7 @@ class TortureTest : public ::testing::TestWithParam<const Scenario*> {
     if (machine.clock.waits_for_ever()) {
       return List(kWaitsForEver, scenario(), machine) ? "" : "it waits for ever";
     }
-    const std::string verdict = scenario().Judge(machine, result, whole());
+    std::string verdict = scenario().Judge(machine, result, whole());
     const bool is_deliberate = !Failed(result) && List(kSuccessesAmongFaults, scenario(), machine);
     if (!verdict.empty() && !is_deliberate) return verdict;
     const std::string left = machine.Leftovers();

@@ -43,7 +43,7 @@ class StrainedNetworkSystem final : public NetworkSystem {
     [[nodiscard]] bool Has(NetworkEntry) const override { return true; }
 
     bool SendMessageBuffer(const std::u16string& name, std::u16string_view) override {
-      const std::u16string converted(name);
+      const std::string sent(name.begin(), name.end());  // in the network's own bytes
       if (system_.faults_.Strike() || !system_.has_messenger) return false;
       ++system_.messages;
       return true;

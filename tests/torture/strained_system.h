@@ -115,7 +115,7 @@ class StrainedPlayer final : public SoundPlayer {
 
  private:
   bool Play(const std::string& file) {
-    const std::string converted(file);  // as the system's own takes it
+    const std::u16string converted(file.begin(), file.end());  // as the system's own does
     if (faults_.Strike()) return false;
     ++sounds;
     return true;
@@ -131,7 +131,7 @@ class StrainedStarter final : public ProcessStarter {
   int programs = 0;
 
   bool Start(const std::string& command_line, const std::string&) override {
-    const std::string converted(command_line);
+    const std::u16string converted(command_line.begin(), command_line.end());
     if (faults_.Strike()) return false;
     ++programs;
     return true;

@@ -131,7 +131,7 @@ class StrainedRiffFiles final : public RiffFiles {
   int open_files = 0;
 
   std::unique_ptr<RiffFile> Open(const std::string& path) override {
-    const std::string converted(path);
+    const std::u16string converted(path.begin(), path.end());
     if (faults_.Strike()) return nullptr;
     auto file = std::make_unique<File>(*this);
     if (!file->Open(path)) return nullptr;

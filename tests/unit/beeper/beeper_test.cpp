@@ -11,7 +11,6 @@ namespace {
 
 using namespace std::string_literals;
 using ::testing::Contains;
-using ::testing::Each;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
