@@ -51,8 +51,12 @@ class Demo:
                 with open(f"/proc/{process}/environ", "rb") as environment:
                     if self.mark.encode() in environment.read().split(b"\0"):
                         with open(f"/proc/{process}/cmdline", "rb") as command:
-                            found.append(command.read().decode(errors="replace"))
+                            found.append(command.read().decode(errors="replace").replace("\0", " "))
         return found
+
+    def mail_folder(self) -> pathlib.Path:
+        """Where the mail server has its files, whose processes are other users'."""
+        return pathlib.Path(re.search(r"(/\S*brantel_mail_\w+)/etc", " ".join(self.processes()))[1])
 
     def signal(self, number: signal.Signals) -> None:
         """To all that a terminal would send it to."""
@@ -61,10 +65,9 @@ class Demo:
 
 @pytest.fixture
 def demo():
-    # With a short name: what instances hold is limited.
+    # With a short name: what instances hold is limited. Others have no access to it, as where each user has a
+    # folder of his own for temporary files.
     with tempfile.TemporaryDirectory() as folder:
-        # The mail server has processes of other users.
-        os.chmod(folder, 0o755)
         demo = Demo(pathlib.Path(folder))
         yield demo
         if demo.process.poll() is None:
@@ -86,9 +89,12 @@ def test_console_answers_and_everything_ends_with_ctrl_c(demo):
     assert "<strong>router7</strong>" in page()
     assert page().count('<li class="tile tile-delivered') == 7, demo.output()
     assert demo.processes() and demo.leftovers()
+    mail_folder = demo.mail_folder()
+    assert mail_folder.exists()
 
     demo.signal(signal.SIGINT)
     assert demo.process.wait(TIME_LIMIT) == 130
     assert "the watch ends" in demo.output()
     wait_until(lambda: demo.processes() == [])
     assert demo.leftovers() == []
+    assert not mail_folder.exists()
