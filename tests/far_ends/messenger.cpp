@@ -18,6 +18,7 @@ namespace brantel {
 namespace {
 
 constexpr const char* kMessengerLibrary = "netapi32.dll";
+constexpr std::wstring_view kMachineName = L"WATCH";
 
 NET_API_STATUS WINAPI TakeMessage(LPCWSTR, LPCWSTR name, LPCWSTR, BYTE* buffer, DWORD size) {
   constexpr std::size_t kMostShown = 2000;
@@ -31,13 +32,12 @@ NET_API_STATUS WINAPI TakeMessage(LPCWSTR, LPCWSTR name, LPCWSTR, BYTE* buffer, 
 
 NET_API_STATUS WINAPI ListNames(LPCWSTR, DWORD, BYTE** buffer, DWORD, DWORD* count, DWORD* total,
                                 DWORD*) {
-  constexpr std::wstring_view kName = L"WATCH";
   struct Names {
     MSG_INFO_0 first;
-    std::array<wchar_t, kName.size() + 1> text;
+    std::array<wchar_t, kMachineName.size() + 1> text;
   };
   auto* const names = static_cast<Names*>(LocalAlloc(LPTR, sizeof(Names)));
-  kName.copy(names->text.data(), kName.size());
+  kMachineName.copy(names->text.data(), kMachineName.size());
   names->first.msgi0_name = names->text.data();
   *buffer = reinterpret_cast<BYTE*>(names);
   *count = *total = 1;

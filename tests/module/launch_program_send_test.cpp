@@ -26,7 +26,6 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
 using ::testing::Values;
-using ::testing::ValuesIn;
 
 class LaunchProgramSend : public ::testing::Test {
  protected:

@@ -131,7 +131,7 @@ StoredKey ReadTree(HKEY key) {
   StoredKey tree{.values = ReadValues(key), .subkeys = {}};
   for (std::wstring& name : SubkeyNames(key)) {
     StoredKey subtree = ReadTree(OpenKey(key, name).get());
-    tree.subkeys.emplace_back(std::move(name), std::move(subtree));
+    tree.subkeys.push_back({std::move(name), std::move(subtree)});
   }
   return tree;
 }

@@ -35,10 +35,17 @@ struct StoredValue {
   std::vector<BYTE> data;
 };
 
+struct NamedKey;
+
 // A key with all below it.
 struct StoredKey {
-  std::vector<StoredValue> values;                          // by name
-  std::vector<std::pair<std::wstring, StoredKey>> subkeys;  // by name
+  std::vector<StoredValue> values;  // by name
+  std::vector<NamedKey> subkeys;    // by name
+};
+
+struct NamedKey {
+  std::wstring name;
+  StoredKey key;
 };
 
 StoredKey ReadTree(HKEY key);

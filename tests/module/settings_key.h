@@ -34,7 +34,7 @@ class NoSettings {
  private:
   static bool HoldsValues(const StoredKey& key) {
     return !key.values.empty() || std::ranges::any_of(key.subkeys, [](const auto& subkey) {
-      return HoldsValues(subkey.second);
+      return HoldsValues(subkey.key);
     });
   }
 
