@@ -46,6 +46,7 @@ SETUP = str(ROOT / "tools" / "setup")
 PACKAGES = Step("the installation of packages", (SETUP, "test-packages"), can_be_ended=False)
 WINE_PREFIX = Step("the set-up of Wine", (SETUP, "test"), can_be_ended=False)
 LINT_SETUP = Step("the installation of packages for the lint", (SETUP, "lint"), can_be_ended=False)
+BENCH_SETUP = Step("the installation of packages for the benchmarks", (SETUP, "bench"), can_be_ended=False)
 WIN64_SETUP = Step("the set-up for 64-bit Windows", (SETUP, "win64"), can_be_ended=False)
 WIN64_TESTS_SETUP = Step("the set-up for 64-bit Windows and its tests", (SETUP, "win64-tests"), can_be_ended=False)
 # For this the machine is set up already when this program starts.
@@ -62,7 +63,7 @@ NATIVE = build("native")
 RELEASE_64 = build("win64")
 WINDOWS_TESTS_64 = build("win64-tests", "all", "unit_tests")
 BUILDS = [RELEASE, SIMULATOR, FAR_ENDS, DRIVERS, WIN64_SETUP, RELEASE_64, WINDOWS_TESTS, SOAK, WINDOWS_UNIT_TESTS,
-          SANITIZED, NATIVE, LINT_SETUP, WIN64_TESTS_SETUP, WINDOWS_TESTS_64]
+          SANITIZED, NATIVE, LINT_SETUP, BENCH_SETUP, WIN64_TESTS_SETUP, WINDOWS_TESTS_64]
 
 
 @dataclass(frozen=True)
@@ -179,7 +180,7 @@ SUITES = [
     Suite("native", "tests each room with g++, each source compiled alone",
           gtest("native/tests/unit/unit_tests"), [NATIVE], 2000, 1200, for_maintainers=True, is_thorough=True),
     Suite("tidy", "checks the form of all sources, by clang-tidy too",
-          [PYTHON, str(ROOT / "tools" / "lint"), "RESULTS"], [LINT_SETUP], 100, 4800, PROCESSORS,
+          [PYTHON, str(ROOT / "tools" / "lint"), "RESULTS"], [LINT_SETUP, BENCH_SETUP], 500, 9600, PROCESSORS,
           for_maintainers=True, is_thorough=True),
     Suite("long-fuzz", "does for five minutes what fuzz does for a moment", fuzz(300, PROCESSORS),
           [SANITIZED], 34, 3600, PROCESSORS, for_maintainers=True, is_thorough=True),
