@@ -66,13 +66,16 @@ std::string ShownLine(HWND dialog) {
 
 std::string ProcessorTimeLine() {
   const auto milliseconds = [](const auto& get_times, HANDLE whose) {
-    std::array<FILETIME, 4> times{};
-    if (get_times(whose, &times[0], &times[1], &times[2], &times[3]) == FALSE) {
+    FILETIME created{};
+    FILETIME ended{};
+    FILETIME in_system{};
+    FILETIME in_program{};
+    if (get_times(whose, &created, &ended, &in_system, &in_program) == FALSE) {
       throw std::runtime_error("the system does not know the processor time");
     }
     constexpr std::uint64_t kPerMillisecond = 10000;
     std::uint64_t sum = 0;
-    for (const FILETIME& time : {times[2], times[3]}) {  // in the system and in the program
+    for (const FILETIME& time : {in_system, in_program}) {
       sum += std::uint64_t{time.dwHighDateTime} << 32U | time.dwLowDateTime;
     }
     return std::to_string(sum / kPerMillisecond);

@@ -37,6 +37,7 @@ HMODULE StandInLibraries::OnLoadLibrary(const wchar_t* path, HANDLE file, DWORD 
   });
   if (found == entries.end()) return LoadLibraryExW(path, file, flags);
   ++stand_in_libraries->loaded_;
+  // NOLINTNEXTLINE(*-const-cast): a handle, by which nobody writes.
   return reinterpret_cast<HMODULE>(const_cast<LibraryEntry*>(&*found));
 }
 

@@ -253,7 +253,11 @@ MMRESULT TelephoneNetwork::OnWaveOpen(HWAVEOUT* device, UINT, const WAVEFORMATEX
                                       DWORD_PTR callback, DWORD_PTR instance, DWORD flags) {
   if (format->nAvgBytesPerSec == 0) return WAVERR_BADFORMAT;
   if ((flags & WAVE_FORMAT_QUERY) != 0) return MMSYSERR_NOERROR;
-  auto wave = std::make_unique<OpenWave>(callback, instance, format->nAvgBytesPerSec);
+  auto wave = std::make_unique<OpenWave>(OpenWave{.callback = callback,
+                                                  .instance = instance,
+                                                  .bytes_per_second = format->nAvgBytesPerSec,
+                                                  .queued = nullptr,
+                                                  .end = {}});
   *device = reinterpret_cast<HWAVEOUT>(wave.get());
   telephone_network->waves_.insert(std::move(wave));
   return MMSYSERR_NOERROR;

@@ -11,7 +11,6 @@
 #include <algorithm>
 #include <chrono>
 #include <cstddef>
-#include <cstdlib>
 #include <exception>
 #include <iostream>
 #include <string>
@@ -128,11 +127,11 @@ int main(int argument_count, char** arguments) {
       throw std::invalid_argument("INSTANCE and COUNT are expected");
     }
     const std::wstring instance = ToWide(arguments[1]);
-    const int count = std::atoi(arguments[2]);
+    const int count = std::stoi(arguments[2]);
     if (argument_count == 3) {
       SendInARow(instance, count);
     } else {
-      SendTogether(instance, count, std::atoi(arguments[3]));
+      SendTogether(instance, count, std::stoi(arguments[3]));
     }
     return 0;
   } catch (const std::exception& failure) {

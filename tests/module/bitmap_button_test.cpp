@@ -95,11 +95,7 @@ Pixels ReadBitmap(HMODULE module, int id) {
 
 class BitmapButtonTest : public DialogFixture, public ::testing::WithParamInterface<ButtonCase> {
  protected:
-  BitmapButtonTest() : DialogFixture(GetParam().dialog) {
-    Add();
-    session_->AwaitSight();
-    button_ = session_->Control(GetParam().control);
-  }
+  BitmapButtonTest() : DialogFixture(GetParam().dialog), button_(ShowButton()) {}
 
   // How the button looks once it is drawn: the dialog's thread may be in the midst of that.
   [[nodiscard]] Pixels Look() const {
@@ -133,7 +129,13 @@ class BitmapButtonTest : public DialogFixture, public ::testing::WithParamInterf
     }
   }
 
-  HWND button_ = nullptr;
+  HWND ShowButton() {
+    Add();
+    session_->AwaitSight();
+    return session_->Control(GetParam().control);
+  }
+
+  HWND button_;
 };
 
 INSTANTIATE_TEST_SUITE_P(Buttons, BitmapButtonTest,

@@ -1,5 +1,6 @@
 #include "tests/module/dialog_session.h"
 
+#include <algorithm>
 #include <array>
 #include <stdexcept>
 
@@ -29,7 +30,7 @@ LRESULT CALLBACK SetEventOfMessage(HWND window, UINT message, WPARAM wparam, LPA
 }
 
 struct DialogSearch {
-  HWND owner;  // of the dialog looked for; null for one that no dialog owns
+  HWND owner = nullptr;  // of the dialog looked for; null for one that no dialog owns
   HWND found = nullptr;
 };
 
@@ -50,12 +51,11 @@ HWND FindDialog(DWORD thread_id, HWND owner) {
 }
 
 bool ShowsErrorIcon(HWND box) {
-  for (HWND child : Children(box)) {
-    if (WindowClass(child) != "Static") continue;
+  return std::ranges::any_of(Children(box), [](HWND child) {
+    if (WindowClass(child) != "Static") return false;
     const LRESULT icon = SendMessageA(child, STM_GETICON, 0, 0);
-    if (icon != 0 && icon == reinterpret_cast<LRESULT>(LoadIconA(nullptr, IDI_ERROR))) return true;
-  }
-  return false;
+    return icon != 0 && icon == reinterpret_cast<LRESULT>(LoadIconA(nullptr, IDI_ERROR));
+  });
 }
 
 std::vector<HWND> VisibleButtons(HWND box) {

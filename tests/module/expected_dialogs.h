@@ -26,10 +26,10 @@ std::ostream& operator<<(std::ostream& out, const ExpectedControl& control);
 
 // A field that is entered as text.
 struct ExpectedEdit {
-  int control;
-  char access_key;              // NUL where there is none
-  const char* missing_message;  // null where the field may be empty
-  const char* sample;
+  int control = 0;
+  char access_key = '\0';                 // NUL where there is none
+  const char* missing_message = nullptr;  // null where the field may be empty
+  const char* sample = nullptr;
   const char* unfilled = "";  // what it shows where there is no instance to fill it from
 };
 

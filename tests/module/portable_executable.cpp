@@ -18,7 +18,7 @@ Structure Read(const std::vector<char>& bytes, std::size_t offset) {
   if (offset > bytes.size() || bytes.size() - offset < sizeof(Structure)) {
     throw std::runtime_error("a structure lies outside the file");
   }
-  Structure structure;
+  Structure structure{};
   std::memcpy(&structure, bytes.data() + offset, sizeof structure);
   return structure;
 }

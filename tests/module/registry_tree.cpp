@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cstring>
+#include <exception>
+#include <iostream>
 #include <sstream>
 #include <stdexcept>
 #include <utility>
@@ -168,7 +170,11 @@ ClassesRootKeeper::ClassesRootKeeper(std::vector<std::wstring> paths) {
 ClassesRootKeeper::~ClassesRootKeeper() {
   for (const Kept& kept : kept_) {
     RegDeleteTreeW(HKEY_CLASSES_ROOT, kept.path.c_str());
-    if (kept.existed) WriteTree(HKEY_CLASSES_ROOT, kept.path, kept.tree);
+    try {
+      if (kept.existed) WriteTree(HKEY_CLASSES_ROOT, kept.path, kept.tree);
+    } catch (const std::exception& failure) {
+      std::cerr << ToUtf8(kept.path) << " is not what it was: " << failure.what() << '\n';
+    }
   }
 }
 

@@ -35,6 +35,7 @@ std::string Resource(HMODULE module, WORD id, const wchar_t* type) {
   return {bytes, SizeofResource(module, found)};
 }
 
+// NOLINTNEXTLINE(readability-non-const-parameter): as the system has it.
 BOOL CALLBACK NoteId(HMODULE, LPCWSTR, LPWSTR name, LONG_PTR ids) {
   reinterpret_cast<std::set<WORD>*>(ids)->insert(LOWORD(reinterpret_cast<ULONG_PTR>(name)));
   return TRUE;

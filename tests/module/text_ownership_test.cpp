@@ -19,6 +19,7 @@
 namespace brantel {
 namespace {
 
+using namespace std::string_literals;
 using ::testing::ValuesIn;
 
 class TextOwnership : public ::testing::TestWithParam<ExpectedClass> {
@@ -84,7 +85,7 @@ TEST_P(WebTextOwnership, OfAnEditPageIsTheHosts) {
 }
 
 TEST_P(WebTextOwnership, OfAPostedFormStaysWithTheHost) {
-  const std::wstring text = L"origname=night&message=a+b%20c\r\nd&gateway=e\0f";
+  const std::wstring text = L"origname=night&message=a+b%20c\r\nd&gateway=e\0f"s;
   const Bstr form(text);
 
   ExpectBalanced(0, [&] { EXPECT_EQ(web_->SubmitForm(folder_.get(), form.get()), S_OK); });

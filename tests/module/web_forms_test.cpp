@@ -30,7 +30,6 @@ using namespace std::string_literals;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
-using ::testing::Not;
 using ::testing::ValuesIn;
 
 constexpr const wchar_t* kReason = L" - Failed to load notification from disk.";
@@ -384,6 +383,7 @@ TEST_P(WebFormsOfEveryClass, RenameBetweenNamesThatAreAlikeInDictionaries) {
 // What stands in the module's place for malloc: its n-th call from now finds no memory.
 int calls_until_failure = 0;
 void* AllocateOrFail(std::size_t size) {
+  // NOLINTNEXTLINE(*-no-malloc): of the heap to which the module gives it back
   return calls_until_failure != 0 && --calls_until_failure == 0 ? nullptr : std::malloc(size);
 }
 

@@ -43,6 +43,7 @@ void StandIns::SetAnswer(unsigned status) {
 void StandIns::CloseGate() {
   gate_ = Handle(CreateSemaphoreW(nullptr, 0, 2 * kMostWaiting, kGateName));
   arrivals_ = Handle(CreateSemaphoreW(nullptr, 0, 2 * kMostWaiting, kArrivalsName));
+  // NOLINTNEXTLINE(readability-suspicious-call-argument): its value is a name
   Set(kGateVariable, kGateName);
 }
 
