@@ -1,5 +1,5 @@
 // What the documents refer to is there: the files and folders that they name, the documents and
-// the sections that they lead to.
+// the sections that they lead to. And what they list is complete.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -82,6 +82,22 @@ TEST(Documents, LeadToDocumentsAndSectionsThatAreThere) {
           << document << " leads to " << link;
     }
   }
+}
+
+TEST(Documents, TellWhoWritesWhatEachFuzzTargetReads) {
+  const std::string document = ReadProjectFile("docs/reliability.md");
+  const auto begin = document.find("| Who writes them |");
+  const std::string table = document.substr(begin, document.find("\n\n", begin) - begin);
+  static const std::regex kTarget("(\\w+)_fuzz\\.cpp");
+  std::size_t count = 0;
+  for (const auto& entry : std::filesystem::directory_iterator(ProjectFile("fuzz"))) {
+    const std::string file = entry.path().filename().string();
+    std::smatch target;
+    if (!std::regex_match(file, target, kTarget)) continue;
+    ++count;
+    EXPECT_NE(table.find("`" + target[1].str() + "`"), std::string::npos) << file;
+  }
+  EXPECT_GE(count, 34U);
 }
 
 }  // namespace
