@@ -19,7 +19,7 @@ namespace {
 
 // Texts of which so many are more than what a process needs for anything else.
 constexpr int kLargeTexts = 64;
-constexpr std::size_t kLargeText = 256 * 1024;
+constexpr std::size_t kLargeText = 64 * 1024;
 constexpr std::size_t kMuchMemory = kLargeTexts * kLargeText * sizeof(wchar_t) / 2;
 
 struct OddText {
