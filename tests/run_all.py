@@ -26,6 +26,8 @@ MODULE = ROOT / "out" / "win32" / "Brantel_Notifications.dll"
 USABLE_PROCESSORS = sorted(os.sched_getaffinity(0))
 PROCESSORS = len(USABLE_PROCESSORS)
 HALF_THE_PROCESSORS = max(1, PROCESSORS // 2)
+# What a suite has to put away that is interrupted: servers, registrations, a Wine prefix.
+SECONDS_TO_END = 20
 
 
 @dataclass(frozen=True)
@@ -154,6 +156,8 @@ SUITES = [
           on_one_processor=True),
     Suite("demo", "runs the demo, looks at its console, and ends it", pytest("demo"), [RELEASE, SIMULATOR], 1, 1800,
           0.7, wine=True, for_maintainers=True, is_thorough=True),
+    Suite("runner", "interrupts ./test, of which nothing is left then", pytest("runner"),
+          [RELEASE, FAR_ENDS, DRIVERS], 2, 1800, 0.5, for_maintainers=True, is_thorough=True),
     Suite("win64", "tries module and host for 64-bit Windows: what can differ from those for 32 bits", pytest("win64"),
           [RELEASE, FAR_ENDS, WIN64_SETUP, RELEASE_64], 32, 1800, 0.6, wine=True, for_maintainers=True,
           is_thorough=True),
@@ -254,11 +258,11 @@ class Runner:
     def __init__(self, name: str | None):
         self._name = name
         self._running: set[subprocess.Popen] = set()
-        self._has_ended = False
+        self.has_ended = False
 
     def take(self, step: Step) -> bool:
         """Whether it succeeded."""
-        if self._has_ended:
+        if self.has_ended:
             return False
         if not step.can_be_ended:
             return subprocess.run(step.command, stdin=subprocess.DEVNULL).returncode == 0
@@ -291,7 +295,7 @@ class Runner:
         try:
             output, _ = process.communicate(timeout=suite.seconds)
         except subprocess.TimeoutExpired:
-            self._kill(process)
+            self._send(process, signal.SIGKILL)
             output, _ = process.communicate()
             complaint = f"no end after {suite.seconds} s"
         finally:
@@ -317,17 +321,27 @@ class Runner:
         """In a group of its own, to be ended with all that it starts."""
         process = subprocess.Popen(command, cwd=ROOT, stdin=subprocess.DEVNULL, process_group=0, **options)
         self._running.add(process)
+        if self.has_ended:
+            self._send(process, signal.SIGKILL)
         return process
 
-    def kill_all(self) -> None:
-        self._has_ended = True
-        for process in list(self._running):
-            self._kill(process)
+    def end_all(self) -> None:
+        """Interrupts what runs, for it to put away what it has made, and kills what does not end."""
+        self.has_ended = True
+        running = list(self._running)
+        for process in running:
+            self._send(process, signal.SIGINT)
+        deadline = time.monotonic() + SECONDS_TO_END
+        for process in running:
+            try:
+                process.wait(max(0, deadline - time.monotonic()))
+            except subprocess.TimeoutExpired:
+                self._send(process, signal.SIGKILL)
 
     @staticmethod
-    def _kill(process: subprocess.Popen) -> None:
+    def _send(process: subprocess.Popen, number: signal.Signals) -> None:
         with contextlib.suppress(ProcessLookupError):
-            os.killpg(process.pid, signal.SIGKILL)
+            os.killpg(process.pid, number)
 
 
 class Session:
@@ -348,24 +362,30 @@ class Session:
         self._runner = Runner(name)
 
     def run(self) -> dict[str, Result]:
-        threads = [threading.Thread(target=self._set_up, daemon=True),
-                   threading.Thread(target=self._build_all, daemon=True)]
-        for thread in threads:
+        builders = [threading.Thread(target=self._set_up, daemon=True),
+                    threading.Thread(target=self._build_all, daemon=True)]
+        for thread in builders:
             thread.start()
+        suites: list[threading.Thread] = []
         try:
             with self._changed:
                 while self._waiting:
                     if suite := self._startable():
                         self._waiting.remove(suite)
-                        threads.append(threading.Thread(target=self._run, args=(suite, self._occupy(suite)),
-                                                        daemon=True))
-                        threads[-1].start()
+                        suites.append(threading.Thread(target=self._run, args=(suite, self._occupy(suite)),
+                                                       daemon=True))
+                        suites[-1].start()
                     else:
                         self._changed.wait()
-            for thread in threads:
+                # Not by their joins: Python takes a thread for ended whose join a signal has interrupted.
+                self._changed.wait_for(lambda: len(self._results) == len(suites))
+            for thread in builders:
                 thread.join()
         finally:
-            self._runner.kill_all()
+            self._runner.end_all()
+            # With them go their screens and Wine prefixes.
+            for thread in suites:
+                thread.join()
         return self._results
 
     def _startable(self) -> Suite | None:
@@ -427,14 +447,18 @@ class Session:
         except Exception as problem:  # whatever it is, the other suites go on
             result = Result(failed=[""], output=f"{problem}\n")
         with self._changed:
-            seconds = time.monotonic() - started
-            if result.failed:
-                sys.stdout.write(result.output)
-            print("\n  ".join([f"{suite.name}: {result.passed} passed, {len(result.failed)} failed ({seconds:.0f} s)",
-                               *result.told]), flush=True)
+            if not self._runner.has_ended:
+                self._tell(suite, result, time.monotonic() - started)
             self._results[suite.name] = result
             self._leave(suite, processor)
             self._changed.notify_all()
+
+    @staticmethod
+    def _tell(suite: Suite, result: Result, seconds: float) -> None:
+        if result.failed:
+            sys.stdout.write(result.output)
+        print("\n  ".join([f"{suite.name}: {result.passed} passed, {len(result.failed)} failed ({seconds:.0f} s)",
+                           *result.told]), flush=True)
 
 
 def describe(suites: list[Suite]) -> str:
@@ -489,7 +513,10 @@ def main() -> int:
         os.environ[THOROUGH] = "1"
     # Ended by a signal, the suites are ended too.
     signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))
-    results = Session(suites, arguments.k, arguments.thorough).run()
+    try:
+        results = Session(suites, arguments.k, arguments.thorough).run()
+    except KeyboardInterrupt:
+        sys.exit("interrupted")
     print_failures(suites, results)
     passed = sum(result.passed for result in results.values())
     failed = sum(len(result.failed) for result in results.values())
