@@ -41,6 +41,9 @@ void StandIns::SetAnswer(unsigned status) {
 }
 
 void StandIns::CloseGate() {
+  // One of the same name that is still there would let through what it was opened for.
+  gate_ = Handle();
+  arrivals_ = Handle();
   gate_ = Handle(CreateSemaphoreW(nullptr, 0, 2 * kMostWaiting, kGateName));
   arrivals_ = Handle(CreateSemaphoreW(nullptr, 0, 2 * kMostWaiting, kArrivalsName));
   // NOLINTNEXTLINE(readability-suspicious-call-argument): its value is a name

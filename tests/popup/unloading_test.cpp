@@ -43,6 +43,29 @@ class Unloading : public ::testing::Test {
     return GetTickCount() - before;
   }
 
+  // Opens and closes dialogs while the network takes its time, lets the module go while searches
+  // are under way, that of the last dialog at least, and waits for those.
+  void CloseAtOnceManyTimes(int times) {
+    constexpr DWORD kLong = 2500;  // half of what the slow network takes
+    const std::size_t threads = CountThreads();
+    int long_times = 0;
+    {
+      const LoadedModule module;
+      for (int i = 0; i < times; ++i) {
+        if (OpenAndClose(module) >= kLong) ++long_times;
+      }
+      stand_ins_.CloseGate();
+      OpenAndClose(module, [this] { stand_ins_.AwaitArrival(); });
+    }
+    EXPECT_TRUE(IsLoaded());
+    stand_ins_.OpenGate();
+    AwaitUnloading();
+    // What a thread has of the system itself is given back behind the module.
+    AwaitThat([&] { return CountThreads() <= threads; }, "the thread of a search does not end");
+    // On a busy machine some take long by themselves.
+    EXPECT_LE(long_times, times / 2);
+  }
+
   StandIns stand_ins_;
   ScratchDirectory scratch_;
 };
@@ -86,26 +109,6 @@ TEST_F(Unloading, IsCalledOffByTheNextUse) {
   AwaitUnloading();
 }
 
-// Opens and closes dialogs while the network takes its time, lets the module go while all of their
-// searches are under way, and waits for those.
-void CloseAtOnceManyTimes(int times, const std::function<DWORD(const LoadedModule&)>& once) {
-  constexpr DWORD kLong = 2500;  // half of what the slow network takes
-  const std::size_t threads = CountThreads();
-  int long_times = 0;
-  {
-    const LoadedModule module;
-    for (int i = 0; i < times; ++i) {
-      if (once(module) >= kLong) ++long_times;
-    }
-  }
-  EXPECT_TRUE(IsLoaded());
-  AwaitUnloading();
-  // What a thread has of the system itself is given back behind the module.
-  AwaitThat([&] { return CountThreads() <= threads; }, "the thread of a search does not end");
-  // On a busy machine some take long by themselves.
-  EXPECT_LE(long_times, times / 2);
-}
-
 // The libraries around the module stay loaded meanwhile: what they take and leave when they come
 // and go is not the module's.
 class LibrariesAround {
@@ -135,10 +138,9 @@ TEST_F(Unloading, FollowsManyDialogsThatCloseAtOnceInASlowNetwork) {
   const auto tolerance = static_cast<std::size_t>(times / 4);
   const LibrariesAround libraries_around;
   stand_ins_.SetNetwork(L"OPS PC1;SALES PC2");
-  const auto once = [&](const LoadedModule& module) { return OpenAndClose(module); };
 
   stand_ins_.SetNetworkDelay(500);
-  CloseAtOnceManyTimes(times, once);  // the system has now made what it makes once
+  CloseAtOnceManyTimes(times);  // the system has now made what it makes once
   const std::map<std::wstring, std::size_t> handles = CountHandles();
   const std::size_t handle_count = OpenHandles().size();
   const HeapLevel heaps = MeasureHeaps();
@@ -146,7 +148,7 @@ TEST_F(Unloading, FollowsManyDialogsThatCloseAtOnceInASlowNetwork) {
   const AllocationBalance balance;
 
   stand_ins_.SetNetworkDelay(kAnswerTakes);
-  CloseAtOnceManyTimes(times, once);
+  CloseAtOnceManyTimes(times);
   if (LevelsAreRough()) {
     EXPECT_LE(MeasureHeaps().bytes, heaps.bytes + HeapGrowth());
     EXPECT_LE(OpenHandles().size(), handle_count + 1);
