@@ -136,7 +136,7 @@ SUITES = [
     Suite("popup", "sends pop-ups through a simulated messenger service", pytest("popup"),
           [RELEASE, DRIVERS], 60, 1800, 0.5, wine=True, on_one_processor=True),
     Suite("package", "installs, upgrades, repairs and removes the release, and looks into its archives",
-          pytest("package"), [RELEASE], 23, 1800, 0.5, wine=True, on_one_processor=True),
+          pytest("package"), [RELEASE], 23, 1800, 0.7, wine=True, on_one_processor=True),
     Suite("desktop", "looks at the dialogs and listens to the sounds", pytest("desktop"),
           [RELEASE, DRIVERS], 20, 1800, 0.6, MODULE_VARIABLE, wine=True, on_one_processor=True),
     Suite("module", "drives the released module through its exports and interfaces alone",

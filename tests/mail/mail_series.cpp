@@ -1,7 +1,7 @@
 // mail_series INSTANCE COUNT [THREADS]: sends alerts for one SMTPMail instance in a row from one
-// process, by one object and one binding to a host, and prints as JSON how many went out, how long
-// half of them took at most, and what the process held before and after. The first tenth of them
-// make what is made once, and are not counted.
+// process, by one object and one binding to a host, and prints as JSON how many went out, and what
+// the process held before and after. The first tenth of them make what is made once, and are not
+// counted.
 //
 // With THREADS so many threads do so at the same time, each with an object and a host of its own;
 // printed is how many alerts went out in all, and how many lines beginning with "220-" the hosts'
@@ -9,7 +9,6 @@
 #include <windows.h>
 
 #include <algorithm>
-#include <chrono>
 #include <cstddef>
 #include <exception>
 #include <iostream>
@@ -43,30 +42,20 @@ class Series {
 
   int Send(int count) {
     int delivered = 0;
-    std::vector<double> milliseconds;
     for (int i = 0; i < count; ++i) {
-      const auto start = std::chrono::steady_clock::now();
       if (notifier_->Send(instance_.get()) == S_OK) ++delivered;
-      milliseconds.push_back(Milliseconds(std::chrono::steady_clock::now() - start).count());
       early_lines_ += std::ranges::count_if(
           host_.log_calls, [](const LogCall& call) { return call.text.starts_with(L"220-"); });
       host_.log_calls = {};
       host_.expand_calls = {};
     }
-    shortest_ = milliseconds.empty() ? 0 : std::ranges::min(milliseconds);
     return delivered;
   }
-
-  // What the quickest message of the last series took, in milliseconds.
-  [[nodiscard]] double shortest() const { return shortest_; }
 
   // Of all series.
   [[nodiscard]] std::ptrdiff_t early_lines() const { return early_lines_; }
 
  private:
-  using Milliseconds = std::chrono::duration<double, std::milli>;
-
-  double shortest_ = 0;
   std::ptrdiff_t early_lines_ = 0;
   LoadedModule module_;
   RecordingHost host_;
@@ -86,8 +75,7 @@ void SendInARow(const std::wstring& instance, int count) {
   PrintLevel("before");
   std::cout << ", \"delivered\": " << series.Send(count);
   PrintLevel("after");
-  std::cout << ", \"heap_growth\": " << HeapGrowth() << ", \"shortest_ms\": " << series.shortest()
-            << "}\n";
+  std::cout << ", \"heap_growth\": " << HeapGrowth() << "}\n";
 }
 
 struct Outcome {

@@ -55,8 +55,9 @@ class RecordingRelay:
 class Session:
     """What came over one connection."""
 
-    def __init__(self, commands: list[str], content: str, seconds: float):
+    def __init__(self, commands: list[str], segments: list[int], content: str, seconds: float):
         self.commands = [command.encode("latin-1") for command in commands]
+        self.segments = segments  # that had come with each of the commands
         self.content = content.encode("latin-1")
         self.seconds = seconds
 

@@ -2,13 +2,15 @@
 
 REPLIES is a JSON object of replies by the first word of a command, "." being the end of a message, and
 "greeting". The reply null is silence; of a list the replies are given in turn.
-Prints "listening", and for each connection that ended a line of JSON with its commands, its message,
-each byte a character, and the seconds that it lasted. Ends when its standard input does.
+Prints "listening", and for each connection that ended a line of JSON with its commands, how many segments had come with
+each, its message, each byte a character, and the seconds that it lasted. Ends when its standard input does.
 """
 
 import itertools
 import json
+import socket
 import socketserver
+import struct
 import sys
 import threading
 import time
@@ -17,6 +19,8 @@ ADDRESS = sys.argv[1]
 REPLIES = {word: itertools.cycle(replies if isinstance(replies, list) else [replies])
            for word, replies in json.loads(sys.argv[2]).items()}
 PRINTING = threading.Lock()
+# Where the kernel's tcp_info has the number of segments that came with data in them.
+DATA_SEGMENTS_IN = 152
 
 
 class Connection(socketserver.StreamRequestHandler):
@@ -26,11 +30,12 @@ class Connection(socketserver.StreamRequestHandler):
             self.wfile.write((reply + "\r\n").encode())
 
     def handle(self) -> None:
-        commands, content, started = [], b"", time.monotonic()
+        commands, segments, content, started = [], [], b"", time.monotonic()
         self.reply("greeting", "220 relay.example.org ready")
-        while line := self.rfile.readline():
+        while line := self.next_line():
             command = line.rstrip(b"\r\n").decode("latin-1")
             commands.append(command)
+            segments.append(self.segments())
             word = command.partition(" ")[0]
             if word == "DATA":
                 self.reply(word, "354 go ahead")
@@ -38,10 +43,20 @@ class Connection(socketserver.StreamRequestHandler):
                 self.reply(".", "250 queued")
             else:
                 self.reply(word, "221 bye" if word == "QUIT" else "250 ok")
-        record = json.dumps({"commands": commands, "content": content.decode("latin-1"),
+        record = json.dumps({"commands": commands, "segments": segments, "content": content.decode("latin-1"),
                              "seconds": time.monotonic() - started})
         with PRINTING:
             print(record, flush=True)
+
+    def next_line(self) -> bytes:
+        # Each acknowledgement is put off, as relays do that are about to answer.
+        self.connection.setsockopt(socket.IPPROTO_TCP, socket.TCP_QUICKACK, 0)
+        return self.rfile.readline()
+
+    def segments(self) -> int:
+        """Those that have come so far with data in them."""
+        told = self.connection.getsockopt(socket.IPPROTO_TCP, socket.TCP_INFO, 256)
+        return struct.unpack_from("I", told, DATA_SEGMENTS_IN)[0]
 
     def read_message(self) -> bytes:
         content = b""
