@@ -60,6 +60,8 @@ Decision DecisionOf(const Value& value) {
                     .kind = static_cast<AlertKind>(PlaceOf(kAlertKinds, record.At("alert").Text())),
                     .incident = NumberOf(record, "incident"),
                     .event = *event};
+  // No other number stands for what has not been decided.
+  if (decision.id == 0) throw WrongRecord("the number of a decision is 1 at least");
   for (const Value& variable : record.At("variables").Values()) {
     if (!MessageVariables().Assign(variable.Text())) throw WrongRecord("it is no variable");
     decision.variables.push_back(variable.Text());

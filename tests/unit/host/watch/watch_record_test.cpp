@@ -62,6 +62,8 @@ TEST(WatchRecord, IsReadFromNothingElse) {
            time + R"("attempt","decision":1,"number":9999999999,"may_be_doubled":false})",
            time + R"("status","item":"a","status":"dead","words":"","incident":0,"decisions":[]})",
            time + R"("decided","decisions":[17]})",
+           time + R"("decided","decisions":[{"decision":0,"item":"","rule":"","instance":"",)" +
+               R"("alert":"up","incident":0,"event":"item-up","variables":[]}]})",
            time + R"("decided","decisions":[{"decision":1,"item":"","rule":"","instance":"",)" +
                R"("alert":"up","incident":0,"event":"item-up","variables":["nothing"]}]})"})
     EXPECT_FALSE(ParseWatchLine(line)) << line;
