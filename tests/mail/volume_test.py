@@ -8,7 +8,7 @@ import pytest
 
 import mail_servers
 from conftest import MAIL_SERIES
-from windows_programs import MODULE, WINE, windows_path
+from windows_programs import MODULE, TIME_LIMIT, WINE, windows_path
 
 # A single smallest heap block (8 bytes) lost in every message would add 16,000.
 COUNT = 2000
@@ -30,7 +30,7 @@ def series(sink, mailer_of_module, wine_environment):
     with tempfile.TemporaryFile() as output:
         subprocess.run([WINE, MAIL_SERIES, windows_path(instance), str(COUNT)], check=True,
                        env={**wine_environment, "BRANTEL_MODULE": windows_path(MODULE)},
-                       stdin=subprocess.DEVNULL, stdout=output, timeout=600)
+                       stdin=subprocess.DEVNULL, stdout=output, timeout=3 * TIME_LIMIT)
         output.seek(0)
         return json.load(output)
 
