@@ -3,7 +3,7 @@
 import urllib.parse
 
 import pytest
-from selenium.common.exceptions import StaleElementReferenceException
+from selenium.common.exceptions import StaleElementReferenceException, WebDriverException
 from selenium.webdriver.common.by import By
 from selenium.webdriver.support.ui import WebDriverWait
 
@@ -134,9 +134,14 @@ class Person:
         self.wait(lambda: self.enter_frame() or told in self.text)
 
     def wait(self, condition):
-        # What is looked at may be replaced meanwhile by what has come.
-        return WebDriverWait(self.driver, TIME_LIMIT, poll_frequency=0.05,
-                             ignored_exceptions=[StaleElementReferenceException]).until(lambda _: condition())
+        def result_now(_):
+            try:
+                return condition()
+            except WebDriverException as problem:
+                if is_of_a_page_that_went(problem):
+                    return None
+                raise
+        return WebDriverWait(self.driver, TIME_LIMIT, poll_frequency=0.05).until(result_now)
 
     def _control(self, name: str):
         return self.driver.find_element(
@@ -154,6 +159,12 @@ class Person:
     @property
     def path(self) -> str:
         return urllib.parse.urlsplit(self.driver.current_url).path
+
+
+def is_of_a_page_that_went(problem: WebDriverException) -> bool:
+    """What is looked at may be replaced meanwhile by what has come, also while the driver is about to look."""
+    return (isinstance(problem, StaleElementReferenceException)
+            or "Node with given id does not belong to the document" in str(problem))
 
 
 def is_stale(element) -> bool:
