@@ -158,6 +158,8 @@ SUITES = [
           0.7, wine=True, for_maintainers=True, is_thorough=True),
     Suite("runner", "interrupts ./test, of which nothing is left then", pytest("runner"),
           [RELEASE, FAR_ENDS, DRIVERS], 2, 1800, 0.5, for_maintainers=True, is_thorough=True),
+    Suite("bench", "runs benchmarks, once around", pytest("bench"), [RELEASE, DRIVERS, BENCH_SETUP], 2, 1800,
+          for_maintainers=True, is_thorough=True),
     Suite("win64", "tries module and host for 64-bit Windows: what can differ from those for 32 bits", pytest("win64"),
           [RELEASE, FAR_ENDS, WIN64_SETUP, RELEASE_64], 32, 1800, 0.6, wine=True, for_maintainers=True,
           is_thorough=True),
