@@ -60,7 +60,8 @@ Decision DecisionOf(const Value& value) {
                     .kind = static_cast<AlertKind>(PlaceOf(kAlertKinds, record.At("alert").Text())),
                     .incident = NumberOf(record, "incident"),
                     .event = *event};
-  // No other number stands for what has not been decided.
+  // 0 is for what has not been decided, such as the last of a channel through which nothing was
+  // told.
   if (decision.id == 0) throw WrongRecord("the number of a decision is 1 at least");
   for (const Value& variable : record.At("variables").Values()) {
     if (!MessageVariables().Assign(variable.Text())) throw WrongRecord("it is no variable");
