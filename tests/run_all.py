@@ -257,8 +257,9 @@ def test_name(case: ElementTree.Element) -> str:
 class Runner:
     """Takes steps and runs suites, and ends them with itself."""
 
-    def __init__(self, name: str | None):
+    def __init__(self, name: str | None, shared_prefix: pathlib.Path):
         self._name = name
+        self._shared_prefix = shared_prefix
         self._running: set[subprocess.Popen] = set()
         self.has_ended = False
 
@@ -282,6 +283,7 @@ class Runner:
                            if not variable.startswith(("GTEST_", "PYTEST_", "BRANTEL_UPDATE_"))}
             environment |= suite.environment
             if suite.wine:
+                environment["BRANTEL_SHARED_PREFIX"] = str(self._shared_prefix)
                 stack.enter_context(virtual_screen(environment))
                 stack.enter_context(wine_prefix(environment))
             folder = stack.enter_context(tempfile.TemporaryDirectory(prefix="brantel_report_", dir=BUILD))
@@ -350,7 +352,7 @@ class Session:
     """One run of ./test: sets up and builds one thing after the other, and starts each suite as soon as what
     it needs is there and processors are free."""
 
-    def __init__(self, suites: list[Suite], name: str | None, is_thorough: bool):
+    def __init__(self, suites: list[Suite], runner: Runner, is_thorough: bool):
         self._waiting = list(suites)
         self._is_thorough = is_thorough
         self._builds = [build for build in BUILDS if any(build in suite.builds for suite in suites)]
@@ -361,7 +363,7 @@ class Session:
         self._busy_alone = dict.fromkeys(USABLE_PROCESSORS, 0.0)  # with suites that are kept to one
         self._changed = threading.Condition()
         self._results: dict[str, Result] = {}
-        self._runner = Runner(name)
+        self._runner = runner
 
     def run(self) -> dict[str, Result]:
         builders = [threading.Thread(target=self._set_up, daemon=True),
@@ -395,7 +397,7 @@ class Session:
             if self._failed.intersection(suite.steps):
                 return suite
             # All of them wait at times.
-            free = self._busy + suite.busy <= 1.5 * PROCESSORS or self._busy == 0
+            free = self._busy + suite.busy <= 2 * PROCESSORS or self._busy == 0
             if free and self._done.issuperset(suite.steps):
                 return suite
         return None
@@ -516,7 +518,10 @@ def main() -> int:
     # Ended by a signal, the suites are ended too.
     signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))
     try:
-        results = Session(suites, arguments.k, arguments.thorough).run()
+        with tempfile.TemporaryDirectory(prefix="brantel_test_", ignore_cleanup_errors=True) as folder:
+            # The suites' prefixes are links to this one: half a gigabyte for all, and not for each.
+            runner = Runner(arguments.k, pathlib.Path(folder) / "prefix")
+            results = Session(suites, runner, arguments.thorough).run()
     except KeyboardInterrupt:
         sys.exit("interrupted")
     print_failures(suites, results)

@@ -26,6 +26,9 @@ MODULE = RELEASE / "Brantel_Notifications.dll"
 VERSION = re.search(r"^project\(\w+ VERSION (\d+\.\d+\.\d+) ", (ROOT / "CMakeLists.txt").read_text(), re.M)[1]
 DRIVER = TEST_PROGRAMS / "desktop" / "notifier_driver.exe"
 
+# Named by itself alone, a program is looked for by another one, which takes longer than this does.
+REG = r"C:\windows\system32\reg.exe"
+
 # Seconds within which a program ends or does what is expected of it: far more than it takes, so that only
 # a hang reaches it.
 TIME_LIMIT = 600
@@ -37,9 +40,9 @@ def windows_path(path) -> str:
     return "Z:\\" + "\\".join(parts)
 
 
-def build_examples(folder: pathlib.Path) -> tuple[pathlib.Path, pathlib.Path]:
+def build_examples(folder: pathlib.Path, target: str = "all") -> tuple[pathlib.Path, pathlib.Path]:
     """The folder of what hosts of one's own are made with, as it is packed, and the one of its examples, built
-    from there as anybody would."""
+    from there as anybody would: all, or the one that is needed."""
     package, programs = folder / "package", folder / "programs"
     steps = [
         ["--install", BUILD, "--component", "sdk", "--prefix", package],
@@ -48,7 +51,7 @@ def build_examples(folder: pathlib.Path) -> tuple[pathlib.Path, pathlib.Path]:
          f"-DBrantelNotifications_DIR={package / 'lib' / 'cmake' / 'BrantelNotifications'}",
          "-DCMAKE_CXX_FLAGS=-Wall -Wextra -Werror", "-DCMAKE_C_FLAGS=-Wall -Wextra -Werror",
          "-DCMAKE_EXE_LINKER_FLAGS=-static"],
-        ["--build", programs],
+        ["--build", programs, "--target", target],
     ]
     for step in steps:
         subprocess.run(["cmake", *step], check=True, stdout=subprocess.DEVNULL, timeout=TIME_LIMIT)
@@ -78,7 +81,7 @@ def end_all(processes: list[subprocess.Popen]) -> None:
 
 
 def store_in_registry(environment: dict[str, str], key: str, name: str, text: str) -> None:
-    subprocess.run([WINE, "reg", "add", key, "/v", name, "/d", text, "/f"], env=environment,
+    subprocess.run([WINE, REG, "add", key, "/v", name, "/d", text, "/f"], env=environment,
                    stdin=subprocess.DEVNULL, capture_output=True, check=True, timeout=TIME_LIMIT)
 
 
@@ -95,6 +98,12 @@ class WinePrefix:
     @property
     def system_directory(self) -> pathlib.Path:
         return self.drive / "windows" / "system32"
+
+    def put_library(self, library: pathlib.Path, name: str = "") -> None:
+        """In the place of Wine's own, which is not written over: it may be one for many prefixes."""
+        target = self.system_directory / (name or library.name)
+        target.unlink(missing_ok=True)
+        shutil.copy(library, target)
 
     def run(self, *command, variables: dict[str, str] | None = None, **options) -> subprocess.CompletedProcess:
         """A program to its end, with these variables in its environment."""

@@ -7,7 +7,7 @@ from windows_programs import HOST, TIME_LIMIT, WINE, build_examples, windows_pat
 
 
 def test_an_alert_that_does_not_end_in_time(mailer, wine_environment, silent_relay, tmp_path):
-    _, programs = build_examples(tmp_path)
+    _, programs = build_examples(tmp_path, "worker_host")
     subprocess.run([WINE, HOST, "register"], env=wine_environment, check=True, timeout=TIME_LIMIT)
     instance = windows_path(mailer.store(gateway=silent_relay.address))
     began = time.monotonic()

@@ -2,7 +2,7 @@
 
 import subprocess
 
-from windows_programs import TIME_LIMIT, WINE
+from windows_programs import REG, TIME_LIMIT, WINE
 
 KEY = r"HKLM\SOFTWARE\Brantel\Vantrel\notification\SMTPMail"
 VALUE = "Settings_Timeout"
@@ -15,7 +15,7 @@ class TimeoutSetting:
         self._environment = environment
 
     def _reg(self, *arguments: str) -> subprocess.CompletedProcess:
-        return subprocess.run([WINE, "reg", *arguments], env=self._environment, text=True,
+        return subprocess.run([WINE, REG, *arguments], env=self._environment, text=True,
                               stdin=subprocess.DEVNULL, capture_output=True, timeout=TIME_LIMIT)
 
     def store(self, text: str) -> None:

@@ -18,8 +18,8 @@ from dataclasses import dataclass, field
 
 import pytest
 
-from windows_programs import (HOST, INSTANCE_MAGICS, MODULE, ROOT, TIME_LIMIT, WINE, PreviewPart, WinePrefix,
-                              instance_integer, instance_text, log_and_result, preview, wait_until,
+from windows_programs import (HOST, INSTANCE_MAGICS, MODULE, REG, ROOT, TIME_LIMIT, WINE, PreviewPart,
+                              WinePrefix, instance_integer, instance_text, log_and_result, preview, wait_until,
                               wine_prefix)
 
 MODEMSIM = ROOT / "build" / "sanitize" / "sim" / "modemsim"
@@ -124,7 +124,7 @@ class Switchboard(WinePrefix):
             lines += ['"{}"="{}"'.format(name, text.replace("\\", "\\\\")) for name, text in texts.items()]
         file = self.folder / "values.reg"
         file.write_text("\r\n".join(lines) + "\r\n")
-        self.run("reg", "import", file.name, cwd=self.folder, check=True, capture_output=True)
+        self.run(REG, "import", file.name, cwd=self.folder, check=True, capture_output=True)
 
     def connect_modem(self, *options: str) -> tuple[int, Modem]:
         port = next(self.free_ports)

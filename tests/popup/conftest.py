@@ -11,8 +11,8 @@ from dataclasses import dataclass
 
 import pytest
 
-from windows_programs import (BUILD, HOST, INSTANCE_MAGICS, MODULE, TEST_PROGRAMS, PreviewPart, WinePrefix,
-                              instance_text, preview, windows_path, wine_prefix)
+from windows_programs import (BUILD, HOST, INSTANCE_MAGICS, MODULE, REG, TEST_PROGRAMS, PreviewPart,
+                              WinePrefix, instance_text, preview, windows_path, wine_prefix)
 
 STAND_INS = BUILD / "sim" / "messenger"
 DIALOG_TESTS = TEST_PROGRAMS / "popup" / "popup_tests.exe"
@@ -57,10 +57,10 @@ class Office(WinePrefix):
                         stderr=subprocess.STDOUT, text=True)
 
     def delete(self, key: str, name: str) -> None:
-        assert self.wine("reg", "delete", key, "/v", name, "/f").returncode == 0
+        assert self.wine(REG, "delete", key, "/v", name, "/f").returncode == 0
 
     def install(self, variant: str, name: str = "netapi32.dll") -> None:
-        shutil.copy(STAND_INS / variant / "netapi32.dll", self.system_directory / name)
+        self.put_library(STAND_INS / variant / "netapi32.dll", name)
 
     def store_instance(self, destination: bytes, message: bytes) -> pathlib.Path:
         instance = self.folder / "instance"
@@ -90,7 +90,7 @@ def made_office():
         office.store(ORDER_KEY, "ProviderOrder", "Neighbourhood")
         office.store(SERVICE_KEY, "Name", "Simulated Network")
         office.store(SERVICE_KEY, "ProviderPath", r"C:\windows\system32\neighbourhood.dll")
-        shutil.copy(STAND_INS / "neighbourhood.dll", office.system_directory)
+        office.put_library(STAND_INS / "neighbourhood.dll")
         office.store(TCPIP_KEY, "Hostname", "pc7")
         yield office
 

@@ -5,7 +5,6 @@ prefix of the suite's own, whose telephony library is the exchange.
 """
 
 import pathlib
-import shutil
 import subprocess
 from dataclasses import dataclass, field
 
@@ -41,8 +40,7 @@ def machine_of_all():
 
 @pytest.fixture
 def machine(machine_of_all):
-    machine_of_all.telephony.unlink(missing_ok=True)
-    shutil.copy(EXCHANGE, machine_of_all.telephony)
+    machine_of_all.put_library(EXCHANGE)
     return machine_of_all
 
 

@@ -61,7 +61,7 @@ def sides():
             side = sides[bits] = prefixes.enter_context(
                 wine_prefix(Side, BRANTEL_BITS=str(bits), WINEDLLOVERRIDES=overrides))
             side.told("hostname")  # makes the prefix
-            shutil.copy(side.build / "sim" / "messenger" / "whole" / "netapi32.dll", side.system_directory)
+            side.put_library(side.build / "sim" / "messenger" / "whole" / "netapi32.dll")
         yield sides
 
 

@@ -29,20 +29,52 @@ template_is_of_this_wine()
 			"$(/usr/bin/stat -c %Y /usr/share/wine/wine.inf 2>/dev/null)" ]
 }
 
-# Under another name until it is complete: another program may be about to do the same.
+# Nearly all of a prefix are Wine's own libraries. Those that nobody is to write into can be shared.
 copy_template()
 {
-	new=$WINEPREFIX.new.$$
-	{ /usr/bin/mkdir -p -- "${WINEPREFIX%/*}" &&
-		/usr/bin/cp -a --reflink=auto -- "$WINEPREFIX_TEMPLATE" "$new" &&
-		/usr/bin/mv -T -- "$new" "$WINEPREFIX"; } 2>/dev/null || /usr/bin/rm -rf -- "$new"
+	if [ -z "${BRANTEL_SHARED_PREFIX:-}" ]; then
+		make_folder "$WINEPREFIX" copy_folder "$WINEPREFIX_TEMPLATE"
+		return
+	fi
+	[ -e "$BRANTEL_SHARED_PREFIX" ] || make_folder "$BRANTEL_SHARED_PREFIX" copy_folder "$WINEPREFIX_TEMPLATE"
+	make_folder "$WINEPREFIX" share_libraries "$BRANTEL_SHARED_PREFIX"
+}
+
+# make_folder FOLDER COMMAND FROM: has the command make it of the other one, under another
+# name until it is complete: another program may be about to do the same.
+make_folder()
+{
+	new=$1.new.$$
+	{ /usr/bin/mkdir -p -- "${1%/*}" && "$2" "$3" "$new" &&
+		/usr/bin/mv -T -- "$new" "$1"; } 2>/dev/null || /usr/bin/rm -rf -- "$new"
+}
+
+copy_folder()
+{
+	/usr/bin/cp -a --reflink=auto -- "$1" "$2"
+}
+
+share_libraries()
+{
+	copy_all_but drive_c "$1" "$2" &&
+		copy_all_but windows "$1/drive_c" "$2/drive_c" &&
+		copy_all_but system32 "$1/drive_c/windows" "$2/drive_c/windows" &&
+		/usr/bin/cp -a --link -- "$1/drive_c/windows/system32" "$2/drive_c/windows"
+}
+
+# copy_all_but ENTRY FROM TO
+copy_all_but()
+{
+	/usr/bin/mkdir -- "$3" &&
+		/usr/bin/find "$2" -mindepth 1 -maxdepth 1 ! -name "$1" -exec /usr/bin/cp -a -t "$3" -- {} +
 }
 
 initialize_prefix()
 {
-	# Debian's Wine does not look where its fonts are.
-	/usr/bin/mkdir -p -- "$WINEPREFIX/drive_c/windows/Fonts"
-	/usr/bin/ln -sf /usr/share/wine/fonts/* "$WINEPREFIX/drive_c/windows/Fonts"
+	# Debian's Wine does not look where its fonts are. (It asks for "fonts", and looks through
+	# the whole folder of Windows for each of them where that is spelt otherwise.)
+	/usr/bin/mkdir -p -- "$WINEPREFIX/drive_c/windows/fonts"
+	/usr/bin/ln -sf /usr/share/wine/fonts/* "$WINEPREFIX/drive_c/windows/fonts"
 	start_server "$1"
 	# The two libraries would ask to download their engines, and the menu
 	# builder would write into the caller's home folder.
