@@ -36,7 +36,11 @@ copy_template()
 		make_folder "$WINEPREFIX" copy_folder "$WINEPREFIX_TEMPLATE"
 		return
 	fi
-	[ -e "$BRANTEL_SHARED_PREFIX" ] || make_folder "$BRANTEL_SHARED_PREFIX" copy_folder "$WINEPREFIX_TEMPLATE"
+	# One at a time: all suites of a run begin at once.
+	{
+		/usr/bin/flock 9
+		[ -e "$BRANTEL_SHARED_PREFIX" ] || make_folder "$BRANTEL_SHARED_PREFIX" copy_folder "$WINEPREFIX_TEMPLATE"
+	} 9>"$BRANTEL_SHARED_PREFIX.lock"
 	make_folder "$WINEPREFIX" share_libraries "$BRANTEL_SHARED_PREFIX"
 }
 
