@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <memory>
 #include <optional>
 #include <type_traits>
@@ -18,6 +19,9 @@ namespace {
 constexpr std::size_t kRootLength = 3;
 
 constexpr DWORD kSharedWithAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+
+// Bytes that are read at a time.
+constexpr std::size_t kPiece = std::size_t{64} * 1024;
 
 struct FileIdentity {
   DWORD volume;
@@ -81,13 +85,20 @@ bool IsSameFile(const std::wstring& one, const std::wstring& other) {
 std::string FileStart(const std::wstring& file, std::size_t size) {
   const Handle handle(
       CreateFileW(file.c_str(), GENERIC_READ, kSharedWithAll, nullptr, OPEN_EXISTING, 0, nullptr));
-  std::string bytes(size, '\0');
-  DWORD read = 0;
-  if (!handle ||
-      ReadFile(handle.get(), bytes.data(), static_cast<DWORD>(size), &read, nullptr) == FALSE) {
-    return "";
+  std::string bytes;
+  while (handle && bytes.size() < size) {
+    // No more room than the file needs: what reads a plan again and again would allow for the
+    // largest one each time.
+    const std::size_t begin = bytes.size();
+    bytes.resize(std::min(size, begin + kPiece));
+    DWORD read = 0;
+    if (ReadFile(handle.get(), &bytes[begin], static_cast<DWORD>(bytes.size() - begin), &read,
+                 nullptr) == FALSE) {
+      return "";
+    }
+    bytes.resize(begin + read);
+    if (read == 0) break;
   }
-  bytes.resize(read);
   return bytes;
 }
 
