@@ -106,8 +106,8 @@ function(compile_folders_at_once target)
   endforeach()
 endfunction()
 
-# Compiles those sources of the target at once that include this header of a library of templates, which is slow to
-# compile. For the sanitizers it is not optimized: that takes half of the time.
+# Compiles those sources of the target at once that include this header, which is of a library of templates that is
+# slow to compile, or includes one of those. For the sanitizers it is not optimized: that takes half of the time.
 function(compile_together target header)
   if(BRANTEL_ALONE)
     return()
@@ -117,7 +117,7 @@ function(compile_together target header)
   set(including "")
   foreach(source IN LISTS sources)
     cmake_path(ABSOLUTE_PATH source BASE_DIRECTORY "${folder}")
-    file(STRINGS "${source}" found REGEX "^#include <${header}>")
+    file(STRINGS "${source}" found REGEX "^#include [<\"](${header})[>\"]")
     if(found)
       list(APPEND including "${source}")
     endif()

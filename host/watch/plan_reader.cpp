@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <functional>
-#include <toml++/toml.h>
 #include <utility>
 
 #include "host/text/control_characters.h"
@@ -10,7 +9,6 @@
 #include "host/text/nearest_name.h"
 #include "host/watch/http_address.h"
 #include "host/watch/plan_table.h"
-#include "host/watch/toml_characters.h"
 
 namespace brantel::host {
 namespace {
@@ -358,8 +356,6 @@ std::string ComplaintText(const PlanComplaint& complaint) {
 }
 
 PlanReading ReadPlan(std::string_view text) {
-  if (const auto line = LineOfForeignCharacter(text))
-    return {{}, {{*line, "outside of texts and comments there may only be ASCII characters"}}};
   try {
     const toml::table file = toml::parse(text);
     return PlanFileReader().Read(file);

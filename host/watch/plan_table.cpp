@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <sstream>
-#include <toml++/toml.h>
 
 #include "host/text/control_characters.h"
 #include "host/text/name_list.h"

@@ -7,10 +7,10 @@
 #include <span>
 #include <string>
 #include <string_view>
-#include <toml++/toml.h>
 #include <vector>
 
 #include "host/watch/plan_reader.h"
+#include "host/watch/toml.h"
 
 namespace brantel::host {
 
