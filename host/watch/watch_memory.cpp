@@ -31,6 +31,8 @@ struct WatchMemory::Taker {
   void operator()(const AlertsDecided& decided) const {
     for (const Decision& decision : decided.decisions) {
       memory.Add(decision, time, wall);
+      // Channels are of falls alone.
+      if (decision.kind == AlertKind::kUp) continue;
       const auto item = memory.items_.find(decision.item);
       if (item == memory.items_.end() || item->second.incident != decision.incident) continue;
       ChannelMemory& channel = item->second.channels[{decision.rule, decision.instance}];
