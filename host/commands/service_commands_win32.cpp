@@ -3,7 +3,6 @@
 #include <windows.h>
 
 #include <array>
-#include <utility>
 
 #include "host/commands/command_context_win32.h"
 #include "host/outcome/system_error_text_win32.h"
@@ -22,6 +21,12 @@ constexpr int kPolls = 600;
 
 // How long the end takes that alerts under way have, and more.
 constexpr DWORD kStopMilliseconds = 30000;
+
+constexpr DWORD kRestartMilliseconds = 60000;
+
+// SERVICE_CONFIG_FAILURE_ACTIONS_FLAG, from Windows Vista on: an end with an error counts as a
+// fault, where older ones know crashes alone.
+constexpr DWORD kConfigFailureActionsFlag = 4;
 
 // Owns a handle of the service control manager, and closes it.
 class ServiceHandle {
@@ -78,11 +83,23 @@ void StopAndWait(const ServiceHandle& service) {
   WaitForState(service, SERVICE_STOPPED, "the service does not stop");
 }
 
+// Nobody would be told of anything any more after a watch has ended by a fault.
+void RestartAfterFaults(const ServiceHandle& service) {
+  SC_ACTION restart{SC_ACTION_RESTART, kRestartMilliseconds};
+  SERVICE_FAILURE_ACTIONSW always{};
+  always.dwResetPeriod = INFINITE;
+  always.cActions = 1;
+  always.lpsaActions = &restart;
+  Require(ChangeServiceConfig2W(service.get(), SERVICE_CONFIG_FAILURE_ACTIONS, &always) != FALSE,
+          "the service would not be started again after a fault");
+  BOOL counts_errors = TRUE;
+  ChangeServiceConfig2W(service.get(), kConfigFailureActionsFlag, &counts_errors);
+}
+
 PlanFile RightPlan(const std::string& file, const CommandContext& context) {
   PlanFile plan = ReadPlanFile(FromUtf8(file));
-  if (plan.reading.complaints.empty()) return plan;
-  context.errors.Write(ComplaintsText(plan));
-  throw CommandFailure(ExitCode::kWrongUsage, "the plan is wrong");
+  RequireRightPlan(plan, context.errors);
+  return plan;
 }
 
 std::wstring ThisProgramFile() {
@@ -107,8 +124,8 @@ std::wstring CommandLineOf(const PlanFile& plan, const CommandContext& context) 
 // so there is one object.
 class RunningService {
  public:
-  RunningService(PlanFile plan, const CommandContext& context)
-      : plan_(std::move(plan)),
+  RunningService(const std::string& plan_file, const CommandContext& context)
+      : plan_file_(plan_file),
         context_(context),
         stop_(CreateEventW(nullptr, TRUE, FALSE, nullptr)) {
     running = this;
@@ -141,12 +158,15 @@ class RunningService {
     return control == SERVICE_CONTROL_INTERROGATE ? NO_ERROR : DWORD{ERROR_CALL_NOT_IMPLEMENTED};
   }
 
+  // What is wrong with the plan is a fault of the service, too: Windows tries again after those.
   void Serve() {
     status_ = RegisterServiceCtrlHandlerExW(kServiceName, Control, this);
     if (status_ == nullptr) return;
-    Report(SERVICE_RUNNING);
+    Report(SERVICE_START_PENDING);
     try {
-      RunWatch(plan_, context_.module_file, context_.report, context_.errors, stop_.get());
+      const PlanFile plan = RightPlan(plan_file_, context_);
+      Report(SERVICE_RUNNING);
+      RunWatch(plan, context_.module_file, context_.report, context_.errors, stop_.get());
     } catch (const std::exception& error) {
       has_failed_ = true;
       context_.errors.Write(std::string("notifyhost: ") + error.what() + "\n");
@@ -170,7 +190,7 @@ class RunningService {
 
   static inline RunningService* running = nullptr;
 
-  const PlanFile plan_;
+  const std::string& plan_file_;
   const CommandContext& context_;
   const Handle stop_;
   SERVICE_STATUS_HANDLE status_ = nullptr;
@@ -188,6 +208,7 @@ ExitCode Run(const ServiceInstallCommand& command, const CommandContext& context
                      CommandLineOf(plan, context).c_str(), nullptr, nullptr, nullptr, nullptr,
                      nullptr),
       "the service notifyhost cannot be installed");
+  RestartAfterFaults(service);
   const std::string file = ToUtf8(plan.path);
   context.report.Entry("The service notifyhost watches " + file +
                            " from the next start of Windows on; notifyhost service start starts "
@@ -222,7 +243,7 @@ ExitCode Run(const ServiceStopCommand&, const CommandContext& context) {
 }
 
 ExitCode Run(const ServiceRunCommand& command, const CommandContext& context) {
-  RunningService service(RightPlan(command.file, context), context);
+  RunningService service(command.file, context);
   service.Go();
   return service.has_failed() ? ExitCode::kFailed : ExitCode::kDone;
 }

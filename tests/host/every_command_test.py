@@ -66,7 +66,7 @@ ANSWERS = {
     "service remove": [("", FAILED, "")],
     "service start": [("", FAILED, "")],
     "service stop": [("", FAILED, "")],
-    "service run": [("nowhere.toml", WRONG_USAGE, "")],
+    "service run": [("nowhere.toml", FAILED, "")],
     "unregister": [("", DONE, "unregistered others"),
                    ("", NOTHING_MATCHED, "")],
     "status": [("", NOTHING_MATCHED, "role file version bits there state")],

@@ -6,13 +6,14 @@ import os
 import pathlib
 import random
 import re
+import subprocess
 import tempfile
 import time
 
 import pytest
 
 from conftest import Relay
-from windows_programs import MODULE, wait_until, windows_path
+from windows_programs import MODULE, WINE, wait_until, windows_path
 
 KILLS = int(os.environ.get("WATCH_KILLS", "10"))
 
@@ -232,7 +233,14 @@ port = {service.port}
     assert int(latest[1]) < 6000
 
 
-def test_service_watches_until_it_is_stopped(watcher, relay, service):
+@pytest.fixture
+def computer_that_stays_on(watcher):
+    """Three seconds after the last program Wine ends, and the next one switches it on: with what starts by itself."""
+    with subprocess.Popen([WINE, "cmd"], env=watcher.environment, stdin=subprocess.PIPE, stdout=subprocess.DEVNULL):
+        yield
+
+
+def test_service_watches_until_it_is_stopped(watcher, relay, service, computer_that_stays_on):
     watcher.store_mail("Duty Mail", relay.address)
     watcher.write(PLAN.format(port=service.port, more=""))
 
@@ -244,7 +252,8 @@ def test_service_watches_until_it_is_stopped(watcher, relay, service):
     try:
         assert service_command("install", windows_path(watcher.plan)).returncode == 1
         for _ in range(2):
-            assert service_command("start").stdout == "The service notifyhost runs.\n"
+            started = service_command("start")
+            assert (started.stdout, started.stderr) == ("The service notifyhost runs.\n", "")
             assert service_command("start").returncode == 1
             assert relay.next().startswith(f"{'up' if service.is_open else 'down'} web at 20")
             watcher.wait_for("end", end="delivered")
@@ -256,6 +265,23 @@ def test_service_watches_until_it_is_stopped(watcher, relay, service):
     finally:
         assert service_command("remove").stdout == "The service notifyhost is removed.\n"
     assert service_command("start").returncode == 1
+
+
+def test_service_says_what_is_wrong_with_its_plan(watcher, address, computer_that_stays_on):
+    right = PLAN.format(port=1, more="")
+    watcher.write(right)
+    assert watcher.run("service", "install", windows_path(watcher.plan)).returncode == 0
+    try:
+        watcher.write(right.replace("port", "prt"))
+        started = watcher.run("service", "start")
+        assert (started.returncode, started.stderr) == (1, "notifyhost: the service has ended; its log says why\n")
+        log = watcher.folder / "night.toml.log"
+        assert re.search(r"night\.toml: line \d+: items\.web: 'prt' is not known here; did you mean 'port'\?", log.read_text())
+        watcher.write(right)
+        assert watcher.run("service", "start").returncode == 0
+        assert watcher.run("service", "stop").returncode == 0
+    finally:
+        assert watcher.run("service", "remove").returncode == 0
 
 
 def test_service_is_run_by_windows_alone(watcher, address):
