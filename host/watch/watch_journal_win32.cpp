@@ -1,9 +1,12 @@
 #include "host/watch/watch_journal_win32.h"
 
+#include <algorithm>
 #include <utility>
 
+#include "host/outcome/command_failure.h"
 #include "host/outcome/system_error_text_win32.h"
 #include "host/system/file_path_win32.h"
+#include "system/windows/utf8_text_win32.h"
 
 namespace brantel::host {
 namespace {
@@ -16,14 +19,16 @@ LONGLONG SizeOf(const Handle& file) {
   return file && GetFileSizeEx(file.get(), &size) != FALSE ? size.QuadPart : 0;
 }
 
-std::string ReadFrom(const Handle& file, LONGLONG start) {
+// Nothing when it cannot be read.
+std::optional<std::string> ReadFrom(const Handle& file, LONGLONG start) {
   LARGE_INTEGER place{};
   place.QuadPart = start;
-  const LONGLONG size = SizeOf(file) - start;
-  if (size <= 0 || SetFilePointerEx(file.get(), place, nullptr, FILE_BEGIN) == FALSE) return "";
-  std::string content(static_cast<std::size_t>(size), '\0');
+  std::string content(static_cast<std::size_t>(std::max(SizeOf(file) - start, LONGLONG{0})), '\0');
   DWORD read = 0;
-  ReadFile(file.get(), content.data(), static_cast<DWORD>(content.size()), &read, nullptr);
+  if (SetFilePointerEx(file.get(), place, nullptr, FILE_BEGIN) == FALSE ||
+      ReadFile(file.get(), content.data(), static_cast<DWORD>(content.size()), &read, nullptr) ==
+          FALSE)
+    return std::nullopt;
   content.resize(read);
   return content;
 }
@@ -50,6 +55,11 @@ bool HasConsequences(const WatchRecord& record) {
   return !std::holds_alternative<WatchNote>(record.event);
 }
 
+CommandFailure Unreadable(const std::wstring& path, DWORD error) {
+  return {ExitCode::kFailed,
+          "the journal " + ToUtf8(path) + " cannot be read: " + SystemErrorText(error)};
+}
+
 bool Move(const std::wstring& from, const std::wstring& to) {
   return MoveFileExW(from.c_str(), to.c_str(),
                      MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != FALSE;
@@ -66,10 +76,18 @@ Handle WatchJournalFile::Open(DWORD access, DWORD disposition) const {
     Handle file(CreateFileW(path_.c_str(), access, share, nullptr, disposition,
                             FILE_ATTRIBUTE_NORMAL, nullptr));
     const DWORD error = file ? ERROR_SUCCESS : GetLastError();
-    const bool is_replaced = error == ERROR_FILE_NOT_FOUND && access != GENERIC_READ;
-    if ((error != ERROR_SHARING_VIOLATION && !is_replaced) || poll == kOpenPolls) return file;
+    const bool is_replaced = error == ERROR_FILE_NOT_FOUND && WasReplaced();
+    if ((error != ERROR_SHARING_VIOLATION && !is_replaced) || poll == kOpenPolls) {
+      SetLastError(error);
+      return file;
+    }
     Sleep(kPollMilliseconds);
   }
+}
+
+// Asked behind a moment in which there was none.
+bool WatchJournalFile::WasReplaced() const {
+  return FileExists(NewPath()) || FileExists(path_);
 }
 
 bool WatchJournalFile::Claim() {
@@ -92,13 +110,19 @@ void WatchJournalFile::FinishReplacing() const {
 
 std::vector<WatchRecord> WatchJournalFile::Read() {
   const Handle file = Open(GENERIC_READ, OPEN_EXISTING);
-  const std::string content = ReadFrom(file, 0);
-  end_ = static_cast<LONGLONG>(content.size());
-  return ReadWatchLines(content);
+  if (!file) {
+    const DWORD error = GetLastError();
+    if (error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND) return {};
+    throw Unreadable(path_, error);
+  }
+  const std::optional<std::string> content = ReadFrom(file, 0);
+  if (!content) throw Unreadable(path_, GetLastError());
+  end_ = static_cast<LONGLONG>(content->size());
+  return ReadWatchLines(*content);
 }
 
 void WatchJournalFile::ReadForeign(const Handle& file) {
-  const std::string added = ReadFrom(file, end_);
+  const std::string added = ReadFrom(file, end_).value_or("");
   end_ += static_cast<LONGLONG>(added.size());
   foreign_ += added;
 }

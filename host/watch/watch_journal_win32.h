@@ -20,7 +20,8 @@ class WatchJournalFile {
 
   [[nodiscard]] const std::wstring& path() const { return path_; }
 
-  // All that it says. Nothing when there is none.
+  // All that it says. Nothing when there is none. Throws CommandFailure when it cannot be read: who
+  // took that for an empty one would forget what is to be told.
   std::vector<WatchRecord> Read();
 
   // Keeps other watches from the file, until the object ends. False when another one has it.
@@ -44,6 +45,7 @@ class WatchJournalFile {
   static constexpr LONGLONG kFullBytes = LONGLONG{1024} * 1024;
 
   [[nodiscard]] std::wstring NewPath() const { return path_ + L".new"; }
+  [[nodiscard]] bool WasReplaced() const;
   void FinishReplacing() const;
   [[nodiscard]] Handle Open(DWORD access, DWORD disposition) const;
   void ReadForeign(const Handle& file);

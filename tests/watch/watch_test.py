@@ -13,7 +13,7 @@ import time
 import pytest
 
 from conftest import Relay
-from windows_programs import MODULE, WINE, wait_until, windows_path
+from windows_programs import MODULE, TIME_LIMIT, WINE, wait_until, windows_path
 
 KILLS = int(os.environ.get("WATCH_KILLS", "10"))
 
@@ -139,6 +139,29 @@ def test_two_watches_do_not_share_a_journal(watcher, address, service):
     assert outcome.returncode == 1
     assert "another watch has the journal" in outcome.stderr
     assert watcher.interrupt(running) == 0
+
+
+def test_journal_that_cannot_be_read_is_not_taken_for_an_empty_one(watcher, address):
+    watcher.store_mail("Duty Mail", address)
+    watcher.write(PLAN.format(port=1, more=""))
+    watcher.journal.mkdir()
+    for arguments in (("--status",), ("--acknowledge", "web"), ()):
+        outcome = watcher(*arguments)
+        assert (outcome.returncode, outcome.stdout) == (1, "")
+        assert f"notifyhost: the journal {windows_path(watcher.journal)} cannot be read: " in outcome.stderr
+
+
+def test_journal_that_is_being_replaced_is_waited_for(watcher):
+    watcher.write(PLAN.format(port=1, more=""))
+    replacement = watcher.folder / (watcher.journal.name + ".new")
+    replacement.write_text(json.dumps({
+        "time": "2026-01-02T03:04:05.000+00:00", "what": "status", "item": "web", "status": "down",
+        "words": "no answer", "incident": 1, "decisions": []}) + "\n")
+    status = watcher.start("--status", "--json")
+    time.sleep(0.5)
+    replacement.rename(watcher.journal)
+    assert status.wait(TIME_LIMIT) == 0
+    assert json.loads(watcher.told.splitlines()[0])["status"] == "down"
 
 
 def test_echo_requests(watcher, address):
