@@ -9,6 +9,7 @@
 // clang-format on
 
 #include <array>
+#include <exception>
 #include <memory>
 #include <optional>
 #include <utility>
@@ -71,10 +72,19 @@ ProbeResult Ping(const ProbeRequest& request) {
                               : ProbeResult{false, WordsOf(status)};
 }
 
+// An item of which no result came would never be looked at again.
+ProbeResult ResultOf(const ProbeRequest& request) {
+  try {
+    return Ping(request);
+  } catch (const std::exception& error) {
+    return {false, error.what()};
+  }
+}
+
 }  // namespace
 
 void PingInThread(const ProbeRequest& request, NetworkLoop::ResultTaker take_result) {
-  CallInThread([request, take_result = std::move(take_result)] { take_result(Ping(request)); });
+  CallInThread([request, take_result = std::move(take_result)] { take_result(ResultOf(request)); });
 }
 
 }  // namespace brantel::host

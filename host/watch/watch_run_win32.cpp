@@ -13,10 +13,13 @@
 #include "host/system/present_time_win32.h"
 #include "host/watch/alert_attempt_win32.h"
 #include "host/watch/pinger_win32.h"
+#include "host/watch/settled_text.h"
 #include "host/watch/watch_journal_win32.h"
 #include "host/watch/watch_loop.h"
 #include "host/watch/watch_words.h"
 #include "host/watch/worker_threads_win32.h"
+#include "system/exception_guard.h"
+#include "system/windows/critical_section_win32.h"
 #include "system/windows/handle_win32.h"
 #include "system/windows/utf8_text_win32.h"
 
@@ -32,6 +35,8 @@ constexpr std::chrono::seconds kEndTime{10};
 
 // How often it is looked for what others have changed.
 constexpr std::chrono::seconds kLookTime{1};
+
+constexpr DWORD kMemoryPollMilliseconds = 100;
 
 std::wstring FolderOf(const std::wstring& path) {
   return path.substr(0, path.rfind(L'\\'));
@@ -65,25 +70,35 @@ PlanFile PlanFileOf(const std::wstring& path, std::string content) {
 // outlive it.
 class Callbacks {
  public:
-  Callbacks() { InitializeCriticalSection(&section_); }
+  Callbacks() { section_.Initialize(); }
   Callbacks(const Callbacks&) = delete;
   Callbacks& operator=(const Callbacks&) = delete;
-  ~Callbacks() { DeleteCriticalSection(&section_); }
+  ~Callbacks() { section_.Delete(); }
 
+  // What fails for want of memory is tried again: an alert of which no result came would be under
+  // way for ever.
   template <typename Function>
   void Call(const Function& function) {
-    EnterCriticalSection(&section_);
-    if (is_open_) function();
-    LeaveCriticalSection(&section_);
+    while (!HasCalled(function))
+      Sleep(kMemoryPollMilliseconds);
   }
   void Close() {
-    EnterCriticalSection(&section_);
+    const CriticalSection::Lock lock(section_);
     is_open_ = false;
-    LeaveCriticalSection(&section_);
   }
 
  private:
-  CRITICAL_SECTION section_{};
+  template <typename Function>
+  bool HasCalled(const Function& function) {
+    const CriticalSection::Lock lock(section_);
+    const auto call = [&] {
+      function();
+      return kOk;
+    };
+    return !is_open_ || GuardExceptions(call) == kOk;
+  }
+
+  CriticalSection section_;
   bool is_open_ = true;
 };
 
@@ -156,6 +171,7 @@ class Run {
   Run(const PlanFile& file, const std::optional<std::string>& module_file,
       const ReportWriter& report, const TextSink& errors, HANDLE stop, WatchView* view)
       : file_(file),
+        plan_text_(file.content),
         report_(report),
         errors_(errors),
         stop_(stop),
@@ -219,9 +235,8 @@ class Run {
   // A file that is wrong, or is not there while it is written, leaves all as it is.
   void TakeChangedPlan() {
     std::string content = FileStart(file_.path, kMostPlanBytes);
-    if (content == file_.content || content.empty()) return;
+    if (content.empty() || !plan_text_.TakeIfChanged(content)) return;
     PlanFile changed = PlanFileOf(file_.path, std::move(content));
-    file_.content = changed.content;
     if (!changed.reading.complaints.empty()) {
       errors_.Write("notifyhost: warning: the changed plan is wrong, and the old one counts:\n" +
                     ComplaintsText(changed));
@@ -233,7 +248,8 @@ class Run {
                 PresentMoment());
   }
 
-  PlanFile file_;
+  const PlanFile file_;
+  SettledText plan_text_;
   const ReportWriter& report_;
   const TextSink& errors_;
   const HANDLE stop_;
