@@ -270,7 +270,7 @@ def test_fifty_clients_with_a_thousand_requests_each_are_answered_alike(console)
     expected = exchange(console, f"GET {page} HTTP/1.1\r\nHost: {console.authority}\r\nConnection: close\r\n\r\n"
                         .encode()).replace(b"Connection: close\r\n", b"")
     assert expected.startswith(b"HTTP/1.1 200 OK")
-    pattern = windows_path(console.folder)
+    files = statuses(windows_path(console.folder))
 
     def crowd(requests: int) -> tuple[float, float]:
         """Half of the answers came within the first time, and all but a hundredth within the second."""
@@ -285,7 +285,7 @@ def test_fifty_clients_with_a_thousand_requests_each_are_answered_alike(console)
         return statistics.median(times), times[len(times) * 99 // 100]
 
     crowd(REQUESTS // 10)
-    memory = own_kilobytes(statuses(pattern))
+    memory = own_kilobytes(files)
     for _ in range(ROUNDS):
         median, p99 = crowd(REQUESTS)
         print(f"median {median * 1000:.2f} ms, p99 {p99 * 1000:.2f} ms")
@@ -294,5 +294,5 @@ def test_fifty_clients_with_a_thousand_requests_each_are_answered_alike(console)
             break
     else:
         raise AssertionError(f"p99 is {p99 / median:.1f} times the median")
-    print(f"{memory} KB before, {own_kilobytes(statuses(pattern))} KB after")
-    assert 0 < own_kilobytes(statuses(pattern)) <= memory + 1024, "level after ten times as many"
+    print(f"{memory} KB before, {own_kilobytes(files)} KB after")
+    assert 0 < own_kilobytes(files) <= memory + 1024, "level after ten times as many"

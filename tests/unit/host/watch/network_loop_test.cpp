@@ -403,9 +403,14 @@ int CountUp(const Watch& watch, Moment now) {
   return up;
 }
 
-// Watches a thousand services, one of which does not answer, for their first round, and gives by
-// how much the latest try was late, for other reasons than a machine that is busy otherwise.
-milliseconds LatestOfAThousand(milliseconds interval) {
+// How late a round was, for other reasons than that its thread got no processor.
+struct Lateness {
+  milliseconds latest_try;
+  milliseconds last_result;  // behind the time by which all of them are expected
+};
+
+// Watches a thousand services, one of which does not answer, for their first round.
+Lateness RoundOfAThousand(milliseconds interval) {
   const Service service([](tcp::socket& caller) { caller.close(); });
   std::vector<std::string> names;
   for (int i = 0; i < 1000; ++i)
@@ -433,22 +438,33 @@ milliseconds LatestOfAThousand(milliseconds interval) {
   while (surroundings.Now().steady < interval / 4)
     loop.Turn();
   // What a busy machine has not come to by then it comes to later.
-  while (!is_whole() && surroundings.Now().steady < 6 * interval)
+  const SteadyTime expected = surroundings.Now().steady;
+  SteadyTime overtime{};
+  while (!is_whole() && surroundings.Now().steady < 6 * interval) {
     loop.Turn();
+    overtime = surroundings.Now().steady - expected;
+  }
   EXPECT_TRUE(is_whole());
   EXPECT_THAT(surroundings.told, testing::ElementsAre("service 999"));
-  return std::chrono::duration_cast<milliseconds>(loop.latest_probe()) -
-         (WaitForProcessors() - waited_before);
+  const milliseconds waited = WaitForProcessors() - waited_before;
+  const auto late = [waited](SteadyTime by) {
+    return std::chrono::duration_cast<milliseconds>(by) - waited;
+  };
+  return {late(loop.latest_probe()), late(overtime)};
 }
 
 TEST(WatchLoop, KeepsTheScheduleOfAThousandServices) {
   constexpr milliseconds kInterval = seconds(10);
   constexpr int kRounds = 5;
   // The rest of a busy machine, such as what a service waits for, has no say in each round.
-  milliseconds latest = LatestOfAThousand(kInterval);
-  for (int round = 1; round < kRounds && latest > kInterval / 10; ++round)
-    latest = LatestOfAThousand(kInterval);
-  EXPECT_LE(latest, kInterval / 10);
+  Lateness late = RoundOfAThousand(kInterval);
+  const auto is_late = [&] {
+    return late.latest_try > kInterval / 10 || late.last_result > milliseconds(0);
+  };
+  for (int round = 1; round < kRounds && is_late(); ++round)
+    late = RoundOfAThousand(kInterval);
+  EXPECT_LE(late.latest_try, kInterval / 10);
+  EXPECT_LE(late.last_result, milliseconds(0));
 }
 
 }  // namespace
