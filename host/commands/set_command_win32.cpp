@@ -13,7 +13,7 @@ ExitCode Run(const SetCommand& command, const CommandContext& context) {
   const std::wstring path = FullPath(FromUtf8(command.file));
   const InstanceFile file = ReadExistingInstance(path);
   if (!file.stored) throw CommandFailure(ExitCode::kFailed, ToUtf8(path) + " " + file.fault);
-  const ClassDescription& notifier_class = FindDescription(std::string(file.layout->class_name));
+  const ClassDescription& notifier_class = FindDescription(file.layout->class_name);
   const Instance changed =
       ChangeInstance(notifier_class.instances, *file.stored, command.values, ToCodePage);
   if (!command.is_unchecked) CheckBeforeWriting(notifier_class, changed, context);

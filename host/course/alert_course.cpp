@@ -72,7 +72,7 @@ constexpr std::array kEndWords = {
 };
 
 const ClassWay& WayOfClass(std::string_view class_name) {
-  const ClassDescription& notifier_class = FindDescription(std::string(class_name));
+  const ClassDescription& notifier_class = FindDescription(class_name);
   return *std::ranges::find(kClassWays, &notifier_class, &ClassWay::notifier_class);
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <functional>
 #include <string>
+#include <string_view>
 
 #include "host/outcome/command_failure.h"
 #include "host/text/letter_case.h"
@@ -14,7 +15,7 @@ namespace brantel::host {
 // The one of the classes that has this name, in any letter case, as ProgIDs have it. Throws
 // CommandFailure with the names to choose from when there is none.
 template <typename Classes, typename NameOf>
-const auto& ChooseClass(const Classes& classes, NameOf name_of, const std::string& name) {
+const auto& ChooseClass(const Classes& classes, NameOf name_of, std::string_view name) {
   const auto found = std::ranges::find_if(classes, [&](const auto& candidate) {
     return EqualIgnoringCase(std::invoke(name_of, candidate), name);
   });

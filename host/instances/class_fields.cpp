@@ -90,7 +90,7 @@ Record FieldRecord(const ClassDescription& notifier_class, const InstanceField& 
 
 }  // namespace
 
-const ClassDescription& FindDescription(const std::string& class_name) {
+const ClassDescription& FindDescription(std::string_view class_name) {
   return *ChooseClass(
       ClassDescriptions(),
       [](const ClassDescription* candidate) { return candidate->instances.class_name; },

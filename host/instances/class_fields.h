@@ -13,7 +13,7 @@ namespace brantel::host {
 
 // The class with this name, in any letter case. Throws CommandFailure with the names to choose from
 // when there is none.
-const ClassDescription& FindDescription(const std::string& class_name);
+const ClassDescription& FindDescription(std::string_view class_name);
 
 // Tells of the class's fields: what each is for, what it may hold, and what comes of it when it
 // holds nothing.
