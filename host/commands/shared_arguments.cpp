@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <charconv>
 #include <iterator>
 
 #include "description/settings_profile.h"
@@ -123,9 +124,15 @@ void DeclareText(CLI::App& parser, const std::string& option, const std::string&
 
 void DeclareNumber(CLI::App& parser, const std::string& option, int& number, int first, int last,
                    const std::string& description) {
-  parser.add_option(option, number, description)
+  const auto set_number = [option, &number, first, last](const std::string& text) {
+    const char* const end = text.data() + text.size();
+    const auto [stopped_at, error] = std::from_chars(text.data(), end, number);
+    if (error != std::errc() || stopped_at != end || number < first || number > last)
+      throw CLI::ValidationError(option, "'" + text + "' is no number from " +
+                                             std::to_string(first) + " to " + std::to_string(last));
+  };
+  parser.add_option_function<std::string>(option, set_number, description)
       ->option_text("N")
-      ->check(CLI::Range(first, last))
       ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
 }
 
