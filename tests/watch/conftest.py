@@ -38,7 +38,8 @@ class Relay:
         self.address = address
         self._subjects: queue.Queue[str] = queue.Queue()
         self._relay = mail_servers.RecordingRelay(address)
-        threading.Thread(target=self._listen, daemon=True).start()
+        self._listening = threading.Thread(target=self._listen, daemon=True)
+        self._listening.start()
 
     def _listen(self) -> None:
         while True:
@@ -59,6 +60,12 @@ class Relay:
         while not self._subjects.empty():
             subjects.append(self._subjects.get())
         return subjects
+
+    def rest(self) -> list[str]:
+        """What came until now, also over connections that have not ended, as those of a process that is stuck."""
+        self.close()
+        self._listening.join(TIME_LIMIT)
+        return self.taken()
 
     def taken_until_quiet(self, seconds: float, most: int) -> list[str]:
         """What comes until nothing has come for so long, or more than the most have."""
