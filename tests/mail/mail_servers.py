@@ -4,8 +4,10 @@ import contextlib
 import json
 import os
 import pathlib
+import queue
 import subprocess
 import sys
+import threading
 
 from sim.mail_server import POSTFIX, PRIVILEGED, TIME_LIMIT, running
 
@@ -43,22 +45,38 @@ class RecordingRelay:
             [*PRIVILEGED, sys.executable, program, address, json.dumps(replies or {})],
             stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
         assert self._process.stdout.readline() == "listening\n"
+        self._sessions: queue.Queue[Session] = queue.Queue()
+        # Read at once: a program that waits for room to tell of a connection would answer no other.
+        self._reading = threading.Thread(target=self._read, daemon=True)
+        self._reading.start()
+
+    def _read(self) -> None:
+        for line in self._process.stdout:
+            self._sessions.put(Session(**json.loads(line)))
 
     def next_session(self) -> "Session":
-        return Session(**json.loads(self._process.stdout.readline()))
+        return self._sessions.get(timeout=TIME_LIMIT)
 
-    def close(self):
+    def sessions_so_far(self) -> list["Session"]:
+        sessions = []
+        while not self._sessions.empty():
+            sessions.append(self._sessions.get())
+        return sessions
+
+    def close(self) -> None:
         self._process.stdin.close()  # by which it ends
         self._process.wait(TIME_LIMIT)
+        self._reading.join(TIME_LIMIT)
 
 
 class Session:
     """What came over one connection."""
 
-    def __init__(self, commands: list[str], segments: list[int], content: str, seconds: float):
+    def __init__(self, commands: list[str], segments: list[int], content: str, accepted: float | None, seconds: float):
         self.commands = [command.encode("latin-1") for command in commands]
         self.segments = segments  # that had come with each of the commands
         self.content = content.encode("latin-1")
+        self.accepted = accepted  # when its message was, by a clock that all connections share
         self.seconds = seconds
 
     def header(self, name: bytes) -> bytes:

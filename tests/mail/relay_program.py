@@ -3,8 +3,8 @@
 REPLIES is a JSON object of replies by the first word of a command, "." being the end of a message, and
 "greeting". The reply null is silence; of a list the replies are given in turn.
 Prints "listening", and for each connection that ended a line of JSON with its commands, how many segments had come with
-each, its message, each byte a character, and the seconds that it lasted. Ends when its standard input does, and prints
-the same then for each that is still open.
+each, its message, each byte a character, when that was accepted, and the seconds that it lasted. Ends when its standard
+input does, and prints the same then for each that is still open.
 """
 
 import itertools
@@ -29,7 +29,7 @@ class Connection(socketserver.StreamRequestHandler):
     def setup(self) -> None:
         super().setup()
         self.started = time.monotonic()
-        self.commands, self.segments_of_commands, self.content = [], [], b""
+        self.commands, self.segments_of_commands, self.content, self.accepted = [], [], b"", None
         with PRINTING:
             OPEN.add(self)
 
@@ -42,7 +42,8 @@ class Connection(socketserver.StreamRequestHandler):
     def tell(self) -> None:
         OPEN.discard(self)
         print(json.dumps({"commands": self.commands, "segments": self.segments_of_commands,
-                          "content": self.content.decode("latin-1"), "seconds": time.monotonic() - self.started}),
+                          "content": self.content.decode("latin-1"), "accepted": self.accepted,
+                          "seconds": time.monotonic() - self.started}),
               flush=True)
 
     def reply(self, word: str, otherwise: str) -> None:
@@ -59,7 +60,9 @@ class Connection(socketserver.StreamRequestHandler):
             word = command.partition(" ")[0]
             if word == "DATA":
                 self.reply(word, "354 go ahead")
-                self.content += self.read_message()
+                if message := self.read_message():
+                    self.content += message
+                    self.accepted = time.monotonic()
                 self.reply(".", "250 queued")
             else:
                 self.reply(word, "221 bye" if word == "QUIT" else "250 ok")
@@ -75,11 +78,12 @@ class Connection(socketserver.StreamRequestHandler):
         return struct.unpack_from("I", told, DATA_SEGMENTS_IN)[0]
 
     def read_message(self) -> bytes:
+        """Nothing of one whose end does not come, as relays drop it."""
         content = b""
         while not content.endswith(b"\r\n.\r\n"):
             line = self.rfile.readline()
             if not line:
-                break
+                return b""
             content += line
         return content.removesuffix(b"\r\n.\r\n")
 

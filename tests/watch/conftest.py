@@ -5,7 +5,6 @@ WINEPREFIX, when set, is the prefix to use; otherwise the tests make one and rem
 
 import json
 import pathlib
-import queue
 import socket
 import subprocess
 import sys
@@ -36,35 +35,23 @@ class Relay:
 
     def __init__(self, address: str):
         self.address = address
-        self._subjects: queue.Queue[str] = queue.Queue()
         self._relay = mail_servers.RecordingRelay(address)
-        self._listening = threading.Thread(target=self._listen, daemon=True)
-        self._listening.start()
-
-    def _listen(self) -> None:
-        while True:
-            try:
-                session = self._relay.next_session()
-            except (ValueError, TypeError):  # it has ended
-                return
-            # A watch that is killed may leave a message without its header's end.
-            _, end, _ = session.content.partition(b"\r\n\r\n")
-            if end:
-                self._subjects.put(session.header(b"Subject").decode())
 
     def next(self) -> str:
-        return self._subjects.get(timeout=TIME_LIMIT)
+        while not (session := self._relay.next_session()).content:
+            continue
+        return session.header(b"Subject").decode()
 
     def taken(self) -> list[str]:
-        subjects = []
-        while not self._subjects.empty():
-            subjects.append(self._subjects.get())
-        return subjects
+        """In the order in which they were, also where a process that is stuck keeps its connection."""
+        # One without a mail is of a watch that was killed.
+        sessions = [session for session in self._relay.sessions_so_far() if session.content]
+        sessions.sort(key=lambda session: session.accepted)
+        return [session.header(b"Subject").decode() for session in sessions]
 
     def rest(self) -> list[str]:
-        """What came until now, also over connections that have not ended, as those of a process that is stuck."""
+        """What came until now, also over connections that have not ended."""
         self.close()
-        self._listening.join(TIME_LIMIT)
         return self.taken()
 
     def taken_until_quiet(self, seconds: float, most: int) -> list[str]:
